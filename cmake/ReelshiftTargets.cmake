@@ -1,0 +1,47 @@
+# What every target of the program shares, and the functions that make them.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(REELSHIFT_RESOURCE_DIR "${CMAKE_BINARY_DIR}/share/reelshift")
+
+find_program(CCACHE_EXECUTABLE ccache)
+if(CCACHE_EXECUTABLE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_EXECUTABLE}")
+endif()
+
+add_library(reelshift_options INTERFACE)
+target_compile_features(reelshift_options INTERFACE cxx_std_20)
+target_compile_options(reelshift_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wold-style-cast -Woverloaded-virtual -Wnon-virtual-dtor
+    $<$<BOOL:${REELSHIFT_WERROR}>:-Werror>)
+target_compile_definitions(reelshift_options INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_KEYWORDS
+    QT_NO_FOREACH
+    QT_USE_QSTRINGBUILDER
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_include_directories(reelshift_options INTERFACE "${CMAKE_SOURCE_DIR}")
+if(REELSHIFT_SANITIZE)
+    target_compile_options(reelshift_options INTERFACE
+        -fsanitize=${REELSHIFT_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(reelshift_options INTERFACE -fsanitize=${REELSHIFT_SANITIZE})
+endif()
+
+# reelshift_add_library(NAME SOURCES ... LINK ...): the static library of one folder.
+function(reelshift_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC reelshift_options ${ARG_LINK})
+    if("Qt6::Widgets" IN_LIST ARG_LINK)
+        target_precompile_headers(${name} PRIVATE <QtWidgets> <memory> <functional> <vector>)
+    else()
+        target_precompile_headers(${name} PRIVATE <QtCore> <memory> <functional> <vector>)
+    endif()
+endfunction()

@@ -1,0 +1,444 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name></name>
+    <!-- Main window: buttons and captions -->
+    <message id="IDS_BTN_ADD_FILE">
+        <source>Add Movies…</source>
+        <translation>Add Movies…</translation>
+    </message>
+    <message id="IDS_BTN_REMOVE_FILE">
+        <extracomment>Removes every checked movie from the list.</extracomment>
+        <source>Remove Checked</source>
+        <translation>Remove Checked</translation>
+    </message>
+    <message id="IDS_BTN_CONVERT">
+        <extracomment>Also a button of the box about paused movies.</extracomment>
+        <source>Convert</source>
+        <translation>Convert</translation>
+    </message>
+    <message id="IDS_BTN_STOP">
+        <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message id="IDS_BTN_SELECT_FOLDER">
+        <source>Select Folder…</source>
+        <translation>Select Folder…</translation>
+    </message>
+    <message id="IDS_BTN_OPEN_FOLDER">
+        <extracomment>Also a button of the box at the end of a conversion.</extracomment>
+        <source>Open Folder</source>
+        <translation>Open Folder</translation>
+    </message>
+    <message id="IDS_TXTFLD_OUTPUTFOLDER">
+        <source>Output folder</source>
+        <translation>Output folder</translation>
+    </message>
+    <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
+        <source>Open the folder when finished</source>
+        <translation>Open the folder when finished</translation>
+    </message>
+    <message id="IDS_TXT_PROFILE_CAPTION">
+        <extracomment>Caption of the quality list beside the output folder.</extracomment>
+        <source>Quality of checked movies</source>
+        <translation>Quality of checked movies</translation>
+    </message>
+    <message id="IDS_TXT_FILELIST">
+        <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
+        <source>Movies</source>
+        <translation>Movies</translation>
+    </message>
+    <message id="IDS_TXT_EMPTY_LIST">
+        <extracomment>Shown in the empty list.</extracomment>
+        <source>Drop HEVC movies here, or press Add Movies…</source>
+        <translation>Drop HEVC movies here, or press Add Movies…</translation>
+    </message>
+    <message id="IDS_TXT_APP_DESCRIPTION">
+        <source>Turns HEVC movies into H.264 MP4 files</source>
+        <translation>Turns HEVC movies into H.264 MP4 files</translation>
+    </message>
+    <!-- Movie list: column titles -->
+    <message id="IDS_TXT_FILENAME">
+        <source>File name</source>
+        <translation>File name</translation>
+    </message>
+    <message id="IDS_TXT_DURATION">
+        <source>Duration</source>
+        <translation>Duration</translation>
+    </message>
+    <message id="IDS_TXT_AUDIO">
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message id="IDS_TXTFLD_RESOLUTION">
+        <extracomment>The picture size of the new movie.</extracomment>
+        <source>Resolution</source>
+        <translation>Resolution</translation>
+    </message>
+    <message id="IDS_TXTFLD_QUALITY">
+        <source>Quality</source>
+        <translation>Quality</translation>
+    </message>
+    <message id="IDS_TXT_STATUS">
+        <extracomment>Also the whole text of the box shown when a download turns out to be empty.</extracomment>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <!-- Movie list: what the status column says -->
+    <message id="IDS_TXT_STATUS_WAITING">
+        <source>Waiting</source>
+        <translation>Waiting</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_PAUSED">
+        <source>Paused</source>
+        <translation>Paused</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_CONVERTED">
+        <source>Converted</source>
+        <translation>Converted</translation>
+    </message>
+    <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
+    <message id="IDS_TXT_PROFILELIST">
+        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
+        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_DROPDOWN">
+        <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
+        <source>Pro, for editing;Best quality;Normal quality</source>
+        <translation>Pro, for editing;Best quality;Normal quality</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_1">
+        <source>Pro, for editing</source>
+        <translation>Pro, for editing</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_2">
+        <source>Best quality</source>
+        <translation>Best quality</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_3">
+        <source>Normal quality</source>
+        <translation>Normal quality</translation>
+    </message>
+    <!-- Message boxes: buttons -->
+    <message id="IDS_BTN_POPUP_OK">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_CANCEL">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_SKIP">
+        <source>Skip</source>
+        <translation>Skip</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_REPLACE">
+        <source>Replace</source>
+        <translation>Replace</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_DUPLICATE">
+        <extracomment>The new movie gets a number in its name.</extracomment>
+        <source>Keep Both</source>
+        <translation>Keep Both</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_TRYAGAIN">
+        <extracomment>A button.</extracomment>
+        <source>Try Again</source>
+        <translation>Try Again</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_DOFORERROR">
+        <extracomment>A check box below the buttons' question.</extracomment>
+        <source>Do the same for the other movies</source>
+        <translation>Do the same for the other movies</translation>
+    </message>
+    <!-- Message boxes: output folder -->
+    <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
+        <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
+        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <translation>A memory card, a stick or another removable disk cannot hold the output folder.</translation>
+    </message>
+    <message id="IDS_TXT_USE_ANOTHER_FOLDER">
+        <extracomment>Second line, after IDS_TXT_SDCARD_CANNOT_BEUSED.</extracomment>
+        <source>Please choose another folder, for example one in your home folder.</source>
+        <translation>Please choose another folder, for example one in your home folder.</translation>
+    </message>
+    <message id="IDS_TXT_FAT32_UNSUPPORTED">
+        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+Please choose a folder on another disk.</source>
+        <translation>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+Please choose a folder on another disk.</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
+        <extracomment>A message, in spite of its name.</extracomment>
+        <source>The output folder cannot be found. It may have been moved or deleted, or its disk is not connected.
+Please press Select Folder… and choose a folder.</source>
+        <translation>The output folder cannot be found. It may have been moved or deleted, or its disk is not connected.
+Please press Select Folder… and choose a folder.</translation>
+    </message>
+    <!-- Message boxes: adding movies -->
+    <message id="IDS_TXT_UNSUPPORTED">
+        <extracomment>Shown once, for one file or for several.</extracomment>
+        <source>Only movies with HEVC (H.265) video can be added.
+Files of another kind, and damaged ones, were left out.</source>
+        <translation>Only movies with HEVC (H.265) video can be added.
+Files of another kind, and damaged ones, were left out.</translation>
+    </message>
+    <message id="IDS_TXT_SDCARD_DELAY">
+        <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
+        <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
+        <translation>This movie is on a memory card or another removable disk. Converting it from there can take longer.</translation>
+    </message>
+    <message id="IDS_TXT_CONTINUE">
+        <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
+        <source>Do you want to add it all the same?</source>
+        <translation>Do you want to add it all the same?</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_MISSING">
+        <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
+Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+        <translation>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
+Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</translation>
+    </message>
+    <!-- Message boxes: converting -->
+    <message id="IDS_TXT_POPUP_SAMENAME">
+        <extracomment>The movie's path follows on a line of its own. Buttons: Cancel, Keep Both, Skip, Replace.</extracomment>
+        <source>The output folder already has a movie with this name. Cancel stops the whole conversion.</source>
+        <translation>The output folder already has a movie with this name. Cancel stops the whole conversion.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_ERROR">
+        <extracomment>First line; IDS_TXT_POPUP_WANTTOSKIP and the movie's name follow. Buttons: Stop, Skip.</extracomment>
+        <source>This movie could not be converted.</source>
+        <translation>This movie could not be converted.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOSKIP">
+        <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
+        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <translation>Do you want to skip it and go on, or stop the conversion?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
+        <extracomment>Buttons: Skip, Try Again.</extracomment>
+        <source>The original movie cannot be found. It may have been moved or deleted, or its disk is not connected.
+Skip this movie, or put it back and try again.</source>
+        <translation>The original movie cannot be found. It may have been moved or deleted, or its disk is not connected.
+Skip this movie, or put it back and try again.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
+        <extracomment>Buttons: OK, Try Again.</extracomment>
+        <source>The original movie disappeared while it was being converted. Was its disk disconnected?
+OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+        <translation>The original movie disappeared while it was being converted. Was its disk disconnected?
+OK ends the conversion. To go on, put the movie back and choose Try Again.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_MEMORYFULL">
+        <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
+        <source>The output folder is full, or nothing can be written there any more.</source>
+        <translation>The output folder is full, or nothing can be written there any more.</translation>
+    </message>
+    <message id="IDS_TXT_DATA_NOTCONVERTED">
+        <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
+        <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
+        <translation>The movie was not converted. Please make room or choose another folder, then press Convert again.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING">
+        <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>
+        <source>Do you want to stop the conversion?</source>
+        <translation>Do you want to stop the conversion?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING2">
+        <extracomment>Second line, after IDS_TXT_POPUP_STOPCONVERTING.</extracomment>
+        <source>Movies that are already converted are kept. An unfinished one has to be converted again from its beginning.</source>
+        <translation>Movies that are already converted are kept. An unfinished one has to be converted again from its beginning.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_PUASEDJOBS">
+        <extracomment>First line; IDS_TXT_POPUP_CLICKTOCONTINUE follows. Buttons: Cancel, Convert.</extracomment>
+        <source>Some movies are still paused.</source>
+        <translation>Some movies are still paused.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
+        <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
+        <source>Press Convert to go on with them.</source>
+        <translation>Press Convert to go on with them.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
+        <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
+        <source>The conversion has ended.
+Converted movies are in the output folder. Movies that were not converted stay in the list.</source>
+        <translation>The conversion has ended.
+Converted movies are in the output folder. Movies that were not converted stay in the list.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CONVERSIONCOMPLETE">
+        <source>Conversion complete</source>
+        <translation>Conversion complete</translation>
+    </message>
+    <!-- Update window -->
+    <message id="IDS_TXT_NEWVERSION">
+        <extracomment>Buttons: OK, Cancel.</extracomment>
+        <source>A new version of Quorvex Reelshift is available.
+Do you want to download it now? When the installer opens, Quorvex Reelshift closes.</source>
+        <translation>A new version of Quorvex Reelshift is available.
+Do you want to download it now? When the installer opens, Quorvex Reelshift closes.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TITLE">
+        <extracomment>Title of the window.</extracomment>
+        <source>Quorvex Reelshift Update</source>
+        <translation>Quorvex Reelshift Update</translation>
+    </message>
+    <message id="IDS_TXT_DOWNLOADING">
+        <extracomment>Above the progress bar.</extracomment>
+        <source>Downloading the new version…</source>
+        <translation>Downloading the new version…</translation>
+    </message>
+    <message id="IDS_A11Y_DOWNLOAD_PROGRESS">
+        <source>Download progress</source>
+        <translation>Download progress</translation>
+    </message>
+    <!-- Panels -->
+    <message id="IDS_TXT_PANEL_ADD">
+        <source>Add Movies</source>
+        <translation>Add Movies</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FILTER">
+        <extracomment>The patterns in parentheses stay as they are.</extracomment>
+        <source>MP4 movies (*.mp4 *.MP4)</source>
+        <translation>MP4 movies (*.mp4 *.MP4)</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FOLDER">
+        <source>Select Output Folder</source>
+        <translation>Select Output Folder</translation>
+    </message>
+    <!-- Tooltips -->
+    <message id="IDS_TIP_ADD_FILE">
+        <source>Choose HEVC movies to add to the list</source>
+        <translation>Choose HEVC movies to add to the list</translation>
+    </message>
+    <message id="IDS_TIP_REMOVE_FILE">
+        <source>Take all checked movies off the list. The files themselves stay where they are</source>
+        <translation>Take all checked movies off the list. The files themselves stay where they are</translation>
+    </message>
+    <message id="IDS_TIP_CONVERT">
+        <source>Convert every waiting movie in the list, checked or not</source>
+        <translation>Convert every waiting movie in the list, checked or not</translation>
+    </message>
+    <message id="IDS_TIP_STOP">
+        <source>Stop the whole conversion</source>
+        <translation>Stop the whole conversion</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_FOLDER">
+        <source>Choose where the converted movies are saved</source>
+        <translation>Choose where the converted movies are saved</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_FOLDER">
+        <source>Show the output folder in the file manager</source>
+        <translation>Show the output folder in the file manager</translation>
+    </message>
+    <message id="IDS_TIP_OUTPUT_FOLDER">
+        <source>Converted movies are saved here</source>
+        <translation>Converted movies are saved here</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_AFTER_FINISH">
+        <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
+        <translation>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</translation>
+    </message>
+    <message id="IDS_TIP_PROFILE">
+        <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
+Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+        <translation>Sets the quality of all checked movies, or of the selected movie when none is checked.
+Pro keeps the most detail in the largest files; Normal makes the smallest ones</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_ALL">
+        <source>Check or uncheck all movies</source>
+        <translation>Check or uncheck all movies</translation>
+    </message>
+    <message id="IDS_TIP_TABLE">
+        <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
+        <translation>Drop movies here to add them. Drag rows to change the order of conversion</translation>
+    </message>
+    <message id="IDS_TIP_CELL_CHECK">
+        <source>Checked movies take the quality chosen above the list and can be removed together</source>
+        <translation>Checked movies take the quality chosen above the list and can be removed together</translation>
+    </message>
+    <message id="IDS_TIP_CELL_PROFILE">
+        <source>Click to choose this movie's quality</source>
+        <translation>Click to choose this movie's quality</translation>
+    </message>
+    <message id="IDS_TIP_CELL_RESOLUTION">
+        <source>Click to choose this movie's picture size</source>
+        <translation>Click to choose this movie's picture size</translation>
+    </message>
+    <message id="IDS_TIP_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1 from the list</source>
+        <translation>Remove %1 from the list</translation>
+    </message>
+    <message id="IDS_TIP_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause the conversion of %1</source>
+        <translation>Pause the conversion of %1</translation>
+    </message>
+    <message id="IDS_TIP_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Go on converting %1</source>
+        <translation>Go on converting %1</translation>
+    </message>
+    <!-- Names that screen readers speak, for what carries no text of its own -->
+    <message id="IDS_A11Y_TABLE">
+        <source>Movies to convert</source>
+        <translation>Movies to convert</translation>
+    </message>
+    <message id="IDS_A11Y_OUTPUT_FOLDER">
+        <source>Output folder</source>
+        <translation>Output folder</translation>
+    </message>
+    <message id="IDS_A11Y_OPEN_AFTER_FINISH">
+        <source>Open the folder when finished</source>
+        <translation>Open the folder when finished</translation>
+    </message>
+    <message id="IDS_A11Y_PROFILE">
+        <source>Quality of checked movies</source>
+        <translation>Quality of checked movies</translation>
+    </message>
+    <message id="IDS_A11Y_SELECT_ALL">
+        <source>Check all movies</source>
+        <translation>Check all movies</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_CHECK">
+        <source>Checked</source>
+        <translation>Checked</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_BUTTON">
+        <source>Action</source>
+        <translation>Action</translation>
+    </message>
+    <message id="IDS_A11Y_CHECK">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Check %1</source>
+        <translation>Check %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1</source>
+        <translation>Remove %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause %1</source>
+        <translation>Pause %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Resume %1</source>
+        <translation>Resume %1</translation>
+    </message>
+    <message id="IDS_TXT_CHECKED">
+        <source>checked</source>
+        <translation>checked</translation>
+    </message>
+    <message id="IDS_TXT_UNCHECKED">
+        <source>not checked</source>
+        <translation>not checked</translation>
+    </message>
+</context>
+</TS>

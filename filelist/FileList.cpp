@@ -1,0 +1,102 @@
+#include "filelist/FileList.h"
+
+#include "widgets/ProgressObject.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+template <typename List> void removeAt(List& list, int position) {
+    if (position < 0 || position >= static_cast<int>(list.size()))
+        throw std::out_of_range("position " + std::to_string(position) + " of a list of " +
+                                std::to_string(list.size()));
+    list.erase(list.begin() + position);
+}
+
+template <typename List> void shortenTo(List& list, int length) {
+    if (static_cast<int>(list.size()) > length)
+        list.erase(list.begin() + length, list.end());
+}
+
+template <typename List> void removeIfThere(List& list, int position) {
+    if (position >= 0 && position < static_cast<int>(list.size()))
+        list.erase(list.begin() + position);
+}
+
+} // namespace
+
+JobRecordPtr FileList::recordWithId(int id) const {
+    const auto found = std::find_if(fileInfoArr.begin(), fileInfoArr.end(),
+                                    [id](const JobRecordPtr& each) { return each->id() == id; });
+    return found != fileInfoArr.end() ? *found : nullptr;
+}
+
+std::optional<int> FileList::rowOfId(int id) const {
+    const auto found = std::find(idList.begin(), idList.end(), id);
+    if (found == idList.end())
+        return std::nullopt;
+    return static_cast<int>(found - idList.begin());
+}
+
+int FileList::completeRows() const {
+    return static_cast<int>(
+        std::min({fileInfoArr.size(), check.size(), static_cast<size_t>(cmb.size()), idList.size(),
+                  progressObjects.size(), static_cast<size_t>(resolutionListForTable.size()),
+                  arrayControllerNew.size()}));
+}
+
+bool FileList::allChecked() const {
+    return !check.empty() && std::find(check.begin(), check.end(), 0) == check.end();
+}
+
+void FileList::append(const JobRecordPtr& record) {
+    fileInfoArr.push_back(record);
+    idList.push_back(record->id());
+    progressObjects.push_back(std::make_shared<ProgressObject>());
+}
+
+void FileList::dropRejectedPicked() {
+    removeAt(fileInfoArr, rowCount() - 1);
+    removeAt(check, static_cast<int>(check.size()) - 1);
+    // Kept: the entry before the last goes, so a changed quality of the row above is replaced by
+    // the rejected movie's default.
+    removeAt(cmb, static_cast<int>(check.size()) - 1);
+    removeAt(idList, static_cast<int>(idList.size()) - 1);
+}
+
+void FileList::dropRejectedDropped() {
+    removeAt(fileInfoArr, rowCount() - 1);
+    removeAt(check, static_cast<int>(check.size()) - 1);
+    removeAt(cmb, static_cast<int>(cmb.size()) - 1);
+    removeAt(idList, static_cast<int>(idList.size()) - 1);
+}
+
+void FileList::trimToRecords() {
+    shortenTo(check, rowCount());
+    shortenTo(cmb, rowCount());
+    shortenTo(idList, rowCount());
+    shortenTo(resolutionListForTable, rowCount());
+}
+
+void FileList::removeRow(int row) {
+    const int id = recordAt(row)->id();
+    removeAt(fileInfoArr, row);
+    removeIfThere(idList, row);
+    removeIfThere(check, row);
+    removeIfThere(cmb, row);
+    removeIfThere(resolutionListForTable, row);
+    removeIfThere(progressObjects, row);
+    dequeue(id);
+    removeIfThere(arrayControllerNew, row);
+}
+
+void FileList::dequeue(int id) {
+    conversionTaskList.erase(std::remove(conversionTaskList.begin(), conversionTaskList.end(), id),
+                             conversionTaskList.end());
+}
+
+void FileList::dequeueHead(int id) {
+    if (!conversionTaskList.empty() && conversionTaskList.front() == id)
+        conversionTaskList.erase(conversionTaskList.begin());
+}

@@ -1,0 +1,125 @@
+#include "resources/ApplicationIcon.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPixmap>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+double luminance(const QColor& colour) {
+    const auto linear = [](double c) {
+        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double la = luminance(a);
+    const double lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+} // namespace
+
+/// Loads every image out of the resources that the linker put into this very program.
+class TestImages final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void drawnAtBothDensities_data();
+    void drawnAtBothDensities();
+    void screensGetTheDrawingOfTheirDensity_data();
+    void screensGetTheDrawingOfTheirDensity();
+    void rowButtonsStandOutOnLightAndDark_data();
+    void rowButtonsStandOutOnLightAndDark();
+    void rowButtonsDiffer();
+    void applicationIconHasEverySize();
+};
+
+void TestImages::drawnAtBothDensities_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("side");
+    QTest::newRow("remove") << QStringLiteral("table_close2") << 20;
+    QTest::newRow("pause") << QStringLiteral("table_pause2") << 20;
+    QTest::newRow("resume") << QStringLiteral("table_play2") << 20;
+    QTest::newRow("check column") << QStringLiteral("table_pause") << 16;
+    QTest::newRow("message box") << QStringLiteral("Popup_I") << 64;
+}
+
+void TestImages::drawnAtBothDensities() {
+    QFETCH(QString, name);
+    QFETCH(int, side);
+    // An image reads exactly the file that it is given, a pixmap would choose one itself.
+    const QImage plain(QStringLiteral(":/images/%1.png").arg(name));
+    QImage dense;
+    QFile file(QStringLiteral(":/images/%1@2x.png").arg(name));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(dense.load(&file, "PNG"));
+
+    QVERIFY(!plain.isNull());
+    QCOMPARE(plain.size(), QSize(side, side));
+    QCOMPARE(dense.size(), 2 * plain.size());
+    QVERIFY(plain.hasAlphaChannel());
+    QCOMPARE(qAlpha(plain.pixel(0, 0)), 0);
+    QVERIFY(qAlpha(plain.pixel(side / 2, side / 2)) > 0);
+}
+
+void TestImages::screensGetTheDrawingOfTheirDensity_data() {
+    drawnAtBothDensities_data();
+}
+
+void TestImages::screensGetTheDrawingOfTheirDensity() {
+    QFETCH(QString, name);
+    QFETCH(int, side);
+    const QIcon icon(QStringLiteral(":/images/%1.png").arg(name));
+    // Decided by the application's own density: the test also runs with it doubled.
+    const QPixmap drawn = icon.pixmap(QSize(side, side), qApp->devicePixelRatio());
+    QCOMPARE(drawn.size(), QSize(side, side) * qApp->devicePixelRatio());
+    QCOMPARE(drawn.devicePixelRatio(), qApp->devicePixelRatio());
+}
+
+void TestImages::rowButtonsStandOutOnLightAndDark_data() {
+    QTest::addColumn<QString>("name");
+    QTest::newRow("remove") << QStringLiteral("table_close2");
+    QTest::newRow("pause") << QStringLiteral("table_pause2");
+    QTest::newRow("resume") << QStringLiteral("table_play2");
+}
+
+void TestImages::rowButtonsStandOutOnLightAndDark() {
+    QFETCH(QString, name);
+    const QImage image(QStringLiteral(":/images/%1.png").arg(name));
+    const QColor disc = image.pixelColor(10, 2);
+    QCOMPARE(disc.alpha(), 255);
+    for (const QColor& background :
+         {QColor(0xff, 0xff, 0xff), QColor(0xf0, 0xf0, 0xf0), QColor(0x2b, 0x2b, 0x2b)}) {
+        QVERIFY2(contrast(disc, background) >= 3.0, qPrintable(background.name()));
+    }
+}
+
+void TestImages::rowButtonsDiffer() {
+    const QImage remove(QStringLiteral(":/images/table_close2.png"));
+    const QImage pause(QStringLiteral(":/images/table_pause2.png"));
+    const QImage resume(QStringLiteral(":/images/table_play2.png"));
+    QVERIFY(remove != pause);
+    QVERIFY(pause != resume);
+    QVERIFY(resume != remove);
+}
+
+void TestImages::applicationIconHasEverySize() {
+    const QIcon icon = applicationIcon();
+    const QList<QSize> sizes = icon.availableSizes();
+    QCOMPARE(sizes.size(), 8);
+    for (const QSize& size : sizes) {
+        QCOMPARE(icon.pixmap(size, 1.0).size(), size);
+    }
+    QVERIFY(sizes.contains(QSize(16, 16)));
+    QVERIFY(sizes.contains(QSize(256, 256)));
+}
+
+QTEST_MAIN(TestImages)
+#include "TestImages.moc"

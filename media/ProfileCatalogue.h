@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// Which encoder settings a profile stands for.
+enum class ProfileKind { Pro, HighQuality, Normal };
+
+/// The output profiles: their names and, in the same order, the texts that the table shows for
+/// them. Immutable, any thread; owned by the controller.
+class ProfileCatalogue final {
+public:
+    /// Both texts are items separated by semicolons.
+    ProfileCatalogue(const QString& profileList, const QString& dropDownList);
+
+    /// Profile of a movie that was just added.
+    [[nodiscard]] static QString defaultProfile();
+
+    [[nodiscard]] const QStringList& comboBoxItems() const { return comboBoxItems_; }
+    [[nodiscard]] const QStringList& cmbItems() const { return cmbItems_; }
+
+    // The three below throw std::out_of_range where the lists have no such item.
+    [[nodiscard]] const QString& comboBoxItem(qsizetype index) const;
+    [[nodiscard]] const QString& cmbItem(qsizetype index) const;
+    [[nodiscard]] const QString& defaultCmbItem() const { return cmbItem(1); }
+
+    /// Any text but the first and the third profile's name is the high-quality one.
+    [[nodiscard]] ProfileKind kindOf(const QString& profile) const;
+
+    /// "Level" and the digit at index 8 of the profile's name; std::out_of_range when the name is
+    /// shorter than nine characters.
+    [[nodiscard]] static QString levelText(const QString& profile);
+
+private:
+    QStringList comboBoxItems_;
+    QStringList cmbItems_;
+};

@@ -1,0 +1,57 @@
+#include "media/ResolutionCatalogue.h"
+
+namespace {
+
+QStringList sizes(QLatin1StringView list) {
+    return QString(list).split(u';');
+}
+
+} // namespace
+
+ResolutionCatalogue::ResolutionCatalogue()
+    : resolutionListZero_(sizes(QLatin1StringView("3840x2160;1920x1080;960x540"))),
+      resolutionListOne_(sizes(QLatin1StringView("4096x2160;2048x1080;1024x540"))),
+      resolutionListTwo_(sizes(QLatin1StringView("2560x1440;1280x720"))),
+      resolutionListThree_(sizes(QLatin1StringView("1920x1080;960x540"))),
+      resolutionListFour_(sizes(QLatin1StringView("1280x720;640x360"))),
+      resolutionListFive_(sizes(QLatin1StringView("640x480"))) {}
+
+std::optional<int> ResolutionCatalogue::resolutionId(int width, int height) {
+    struct SourceSize {
+        int width;
+        int height;
+    };
+    constexpr SourceSize known[] = {{3840, 2160}, {4096, 2160}, {2560, 1440},
+                                    {1920, 1080}, {1280, 720},  {640, 480}};
+    int id = 0;
+    for (const SourceSize& size : known) {
+        if (size.width == width && size.height == height)
+            return id;
+        ++id;
+    }
+    return std::nullopt;
+}
+
+QStringList ResolutionCatalogue::items(int id) const {
+    switch (id) {
+    case 0:
+        return resolutionListZero_;
+    case 1:
+        return resolutionListOne_;
+    case 2:
+        return resolutionListTwo_;
+    case 3:
+        return resolutionListThree_;
+    case 4:
+        return resolutionListFour_;
+    case 5:
+        return resolutionListFive_;
+    default:
+        return {};
+    }
+}
+
+QString ResolutionCatalogue::getDefaultResolution(int id) const {
+    const QStringList offered = items(id);
+    return offered.isEmpty() ? resolutionListFive_.first() : offered.first();
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "media/ProbeValues.h"
+#include "media/ReportBlanking.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringConverter>
+#include <QStringList>
+
+#include <optional>
+
+/// What one chunk of a second probe's report tells about the movie and asks of its reader.
+struct RetryFindings final {
+    std::optional<QString> duration;
+    bool isAac = false;
+    bool isHevc = false;
+    bool interrupt = false; ///< the child process is to be interrupted
+    bool closePipe = false; ///< nothing more is to be read
+    QString log;            ///< what went wrong, a line each; empty when nothing did
+};
+
+/// Reads a movie's properties out of a second probe's report, each chunk for itself as it arrives.
+/// Used by one thread at a time; owned by the probe that runs.
+class RetryProbeReader final {
+public:
+    explicit RetryProbeReader(const QStringList& paths);
+
+    /// Sets what the chunk holds in `values`. Finds nothing any more once it asked for the pipe to
+    /// be closed.
+    [[nodiscard]] RetryFindings read(const QByteArray& chunk, ProbeValues& values);
+
+private:
+    QStringDecoder decoder_{QStringConverter::Utf8};
+    ReportBlanker blanker_;
+    bool isClosed_ = false;
+};
+
+/// Collects the report of a first probe, in order of arrival. Used by one thread at a time; owned
+/// by the probe that runs.
+class ReportText final {
+public:
+    [[nodiscard]] const QString& text() const { return text_; }
+
+    /// A character cut by the end of a chunk is joined with the next one.
+    void append(const QByteArray& chunk) { text_ += decoder_.decode(chunk); }
+
+private:
+    QStringDecoder decoder_{QStringConverter::Utf8};
+    QString text_;
+};

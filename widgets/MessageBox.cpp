@@ -1,0 +1,195 @@
+#include "widgets/MessageBox.h"
+
+#include "platform/LocalizedStrings.h"
+#include "platform/MainThreadCalls.h"
+#include "widgets/MessageText.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QThread>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int firstButtonCode = 1000;
+constexpr int iconSize = 64;
+constexpr int narrowestMessage = 30; // average characters
+constexpr int widestMessage = 70;
+// Share of the screen that a box may cover; the rest is for its frame and for air.
+constexpr double screenShare = 0.85;
+
+/// A title as a button needs it: an ampersand in it is an ampersand.
+QString withoutMnemonic(QString title) {
+    return title.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+QLabel* makeIcon(QWidget* parent) {
+    auto* const icon = new QLabel(parent);
+    const QIcon image(QStringLiteral(":/images/Popup_I.png"));
+    icon->setPixmap(image.pixmap(QSize(iconSize, iconSize), parent->devicePixelRatioF()));
+    icon->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
+    return icon;
+}
+
+/// A box over a box belongs to the lower one, or it could open behind it.
+QWidget* ownerOf(QWidget* parent) {
+    auto* const below = qobject_cast<MessageBox*>(QApplication::activeModalWidget());
+    return below ? below : parent;
+}
+
+} // namespace
+
+MessageBox::MessageBox(const Request& request, QWidget* parent) : QDialog(parent) {
+    setWindowModality(Qt::ApplicationModal);
+    setWindowTitle(request.title);
+    setAccessibleName(request.message);
+
+    auto* const column = new QVBoxLayout;
+    column->addWidget(makeMessage(request.message));
+    if (!request.checkBox.isEmpty()) {
+        checkBox_ = new QCheckBox(withoutMnemonic(request.checkBox), this);
+        checkBox_->setObjectName(QStringLiteral("popUpCheckBox"));
+        column->addSpacing(column->spacing());
+        column->addWidget(checkBox_);
+    }
+    column->addStretch();
+
+    auto* const top = new QHBoxLayout;
+    top->setSpacing(2 * top->spacing());
+    top->addWidget(makeIcon(this), 0, Qt::AlignTop);
+    top->addLayout(column, 1);
+
+    auto* const box = new QVBoxLayout(this);
+    box->addLayout(top, 1);
+    box->addSpacing(box->spacing());
+    box->addLayout(makeButtons(request.buttons));
+    box->setSizeConstraint(QLayout::SetFixedSize);
+
+    setWindowFlag(Qt::WindowCloseButtonHint, escapeButton_ != nullptr);
+    fitToScreen();
+}
+
+MessageBox::~MessageBox() = default;
+
+MessageBox::Answer MessageBox::ask(const Request& request, QWidget* parent) {
+    Q_ASSERT(QThread::currentThread() == qApp->thread());
+    // The window below may be destroyed while the box is open, and the box with it.
+    const QPointer<MessageBox> box(new MessageBox(request, ownerOf(parent)));
+    const auto destroy = qScopeGuard([&] { delete box.data(); });
+    qApp->installEventFilter(box);
+    box->exec();
+    if (!box || !box->answer_)
+        throw Cancelled();
+    return {*box->answer_, box->checkBox_ && box->checkBox_->isChecked()};
+}
+
+void MessageBox::dismissAll() {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* const window : windows) {
+        if (auto* const box = qobject_cast<MessageBox*>(window))
+            box->abandon();
+    }
+}
+
+// Escape and the close button.
+void MessageBox::reject() {
+    if (escapeButton_)
+        escapeButton_->click();
+}
+
+bool MessageBox::eventFilter(QObject* watched, QEvent* event) {
+    // Quitting asks every window to close first, and a box without Cancel would refuse.
+    if (event->type() == QEvent::Quit)
+        abandon();
+    return QDialog::eventFilter(watched, event);
+}
+
+void MessageBox::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+QWidget* MessageBox::makeMessage(const QString& message) {
+    textArea_ = new QScrollArea(this);
+    textArea_->setAccessibleName(message);
+    textArea_->setFrameShape(QFrame::NoFrame);
+    textArea_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    textArea_->setWidgetResizable(true);
+    textArea_->setFocusPolicy(Qt::NoFocus);
+
+    text_ = new MessageText(message);
+    text_->setObjectName(QStringLiteral("popUpMessage"));
+    text_->setAccessibleName(message);
+    textArea_->setWidget(text_);
+    textArea_->viewport()->setAutoFillBackground(false);
+    text_->setAutoFillBackground(false);
+    return textArea_;
+}
+
+QLayout* MessageBox::makeButtons(const QStringList& titles) {
+    const QString cancel = getLocalString("IDS_BTN_POPUP_CANCEL");
+    const QStringList shown =
+        titles.isEmpty() ? QStringList(getLocalString("IDS_BTN_POPUP_OK")) : titles;
+    buttonRow_ = new QHBoxLayout;
+    buttonRow_->addStretch();
+    for (int index = 0; index < shown.size(); ++index) {
+        auto* const button = new QPushButton(withoutMnemonic(shown[index]), this);
+        button->setObjectName(QStringLiteral("popUpButton%1").arg(firstButtonCode + index));
+        connect(button, &QPushButton::clicked, this, [this, index] {
+            answer_ = firstButtonCode + index;
+            accept();
+        });
+        buttonRow_->addWidget(button);
+        if (index == 0) {
+            button->setDefault(true);
+            button->setFocus();
+        }
+        if (!escapeButton_ && (shown.size() == 1 || shown[index] == cancel))
+            escapeButton_ = button;
+    }
+    return buttonRow_;
+}
+
+void MessageBox::fitToScreen() {
+    const QSize limit = screen()->availableSize() * screenShare;
+    if (buttonRow_->sizeHint().width() > limit.width())
+        buttonRow_->setDirection(QBoxLayout::TopToBottom);
+
+    textArea_->setFixedSize(0, 0);
+    const QSize rest = sizeHint();
+    const int character = fontMetrics().averageCharWidth();
+    int width =
+        std::clamp(text_->naturalWidth(), narrowestMessage * character, widestMessage * character);
+    if (checkBox_)
+        width = std::max(width, checkBox_->sizeHint().width());
+    width = std::min(width, limit.width() - iconSize - 6 * layout()->spacing());
+
+    int height = text_->heightForWidth(width);
+    const int highest = std::max(limit.height() - rest.height(), 3 * fontMetrics().height());
+    if (height > highest) {
+        height = highest;
+        width += textArea_->verticalScrollBar()->sizeHint().width();
+        // The keyboard scrolls it, too.
+        textArea_->setFocusPolicy(Qt::StrongFocus);
+        textArea_->setFrameShape(QFrame::StyledPanel);
+    }
+    textArea_->setFixedSize(width, height);
+}
+
+void MessageBox::abandon() {
+    if (!isVisible())
+        return;
+    answer_.reset();
+    QDialog::reject();
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+/// Columns of the list, from left to right.
+enum class TableColumn { Check, Name, Duration, Audio, Res, Cmb, Progress, Im };
+
+inline constexpr int tableColumnCount = 8;
+
+/// The identifiers by which the columns are told apart.
+namespace column {
+inline const QString check = QStringLiteral("check");
+inline const QString name = QStringLiteral("name");
+inline const QString duration = QStringLiteral("duration");
+inline const QString audio = QStringLiteral("audio");
+inline const QString res = QStringLiteral("res");
+inline const QString cmb = QStringLiteral("cmb");
+inline const QString progress = QStringLiteral("progress");
+inline const QString im = QStringLiteral("im");
+} // namespace column
+
+[[nodiscard]] QString identifierOf(TableColumn column);

@@ -1,0 +1,67 @@
+# shellcheck shell=bash disable=SC2034
+# Shared by ./run, ./test, .ci/run and scripts/lint: what Debian packages they need and how the
+# program is built. To be sourced by bash from the top folder of the repository.
+
+# What the build takes.
+BUILD_PACKAGES=(cmake ninja-build g++ qt6-base-dev qt6-tools-dev qt6-l10n-tools)
+# What the program takes to work: the encoder, the window system's plugin, a font.
+PROGRAM_PACKAGES=(ffmpeg qt6-qpa-plugins fonts-dejavu-core)
+# A desktop that nobody sees, and what uses the window there.
+DESKTOP_PACKAGES=(xvfb openbox dbus dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi
+    imagemagick)
+# What the tests take besides.
+TEST_PACKAGES=(python3-dbusmock)
+# What the checks of .ci/run take besides.
+CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+
+say() { printf '\n==> %s\n' "$*"; }
+fail() { printf '%s: %s\n' "$0" "$*" >&2; exit 1; }
+
+# missing_packages NAME...: the ones that are not installed, a line each.
+missing_packages() {
+    local installed
+    installed=$(dpkg-query -W -f='${db:Status-Status} ${Package}\n' "$@" 2>/dev/null || true)
+    local name
+    for name in "$@"; do
+        grep -qxF "installed $name" <<<"$installed" || printf '%s\n' "$name"
+    done
+}
+
+# require_packages NAME...: installs what is missing with apt, as root or through sudo. Asks nothing
+# and needs no network when everything is there.
+require_packages() {
+    if ! command -v dpkg-query >/dev/null; then
+        say "This is not a Debian system, so nothing is installed; needed are the likes of: $*"
+        return
+    fi
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]} > 0)) || return 0
+    say "Installing with apt: ${missing[*]}"
+    local as_root=()
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null ||
+            fail "run this as root, or: apt-get install ${missing[*]}"
+        as_root=(sudo)
+        [[ -t 0 ]] || as_root+=(-n)
+    fi
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q)
+    "${apt[@]}" update || say "The package lists could not be refreshed; trying with the old ones."
+    "${apt[@]}" install -y --no-install-recommends "${missing[@]}" ||
+        fail "apt could not install the packages named above"
+}
+
+# configure PRESET [CMAKE ARGUMENT...]: quiet unless it fails.
+configure() {
+    local preset=$1 log
+    shift
+    say "Configuring build/$preset"
+    mkdir -p "build/$preset"
+    log="build/$preset/configure.log"
+    cmake --preset "$preset" "$@" >"$log" 2>&1 || { cat "$log" >&2; fail "cmake failed"; }
+}
+
+has_display() { [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]; }
+
+# samples_setting: the CMake argument for a folder with real movies, when one is named.
+samples_setting() { printf '%s' "-DREELSHIFT_SAMPLES=${REELSHIFT_SAMPLES:-}"; }

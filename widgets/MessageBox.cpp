@@ -23,6 +23,7 @@ namespace {
 
 constexpr int firstButtonCode = 1000;
 constexpr int iconSize = 64;
+constexpr int margin = 18;
 constexpr int narrowestMessage = 30; // average characters
 constexpr int widestMessage = 70;
 // Share of the screen that a box may cover; the rest is for its frame and for air.
@@ -55,23 +56,24 @@ MessageBox::MessageBox(const Request& request, QWidget* parent) : QDialog(parent
     setAccessibleName(request.message);
 
     auto* const column = new QVBoxLayout;
+    column->setSpacing(margin / 2);
     column->addWidget(makeMessage(request.message));
     if (!request.checkBox.isEmpty()) {
         checkBox_ = new QCheckBox(withoutMnemonic(request.checkBox), this);
         checkBox_->setObjectName(QStringLiteral("popUpCheckBox"));
-        column->addSpacing(column->spacing());
         column->addWidget(checkBox_);
     }
     column->addStretch();
 
     auto* const top = new QHBoxLayout;
-    top->setSpacing(2 * top->spacing());
+    top->setSpacing(margin);
     top->addWidget(makeIcon(this), 0, Qt::AlignTop);
     top->addLayout(column, 1);
 
     auto* const box = new QVBoxLayout(this);
+    box->setContentsMargins(margin, margin, margin, margin);
+    box->setSpacing(margin);
     box->addLayout(top, 1);
-    box->addSpacing(box->spacing());
     box->addLayout(makeButtons(request.buttons));
     box->setSizeConstraint(QLayout::SetFixedSize);
 
@@ -125,6 +127,7 @@ QWidget* MessageBox::makeMessage(const QString& message) {
     textArea_->setAccessibleName(message);
     textArea_->setFrameShape(QFrame::NoFrame);
     textArea_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    textArea_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     textArea_->setWidgetResizable(true);
     textArea_->setFocusPolicy(Qt::NoFocus);
 
@@ -142,6 +145,7 @@ QLayout* MessageBox::makeButtons(const QStringList& titles) {
     const QStringList shown =
         titles.isEmpty() ? QStringList(getLocalString("IDS_BTN_POPUP_OK")) : titles;
     buttonRow_ = new QHBoxLayout;
+    buttonRow_->setSpacing(margin / 2);
     buttonRow_->addStretch();
     for (int index = 0; index < shown.size(); ++index) {
         auto* const button = new QPushButton(withoutMnemonic(shown[index]), this);
@@ -173,16 +177,19 @@ void MessageBox::fitToScreen() {
         std::clamp(text_->naturalWidth(), narrowestMessage * character, widestMessage * character);
     if (checkBox_)
         width = std::max(width, checkBox_->sizeHint().width());
-    width = std::min(width, limit.width() - iconSize - 6 * layout()->spacing());
+    const int scrollBar = textArea_->verticalScrollBar()->sizeHint().width();
+    width = std::min(width, limit.width() - iconSize - 3 * margin - scrollBar);
 
     int height = text_->heightForWidth(width);
     const int highest = std::max(limit.height() - rest.height(), 3 * fontMetrics().height());
     if (height > highest) {
         height = highest;
-        width += textArea_->verticalScrollBar()->sizeHint().width();
         // The keyboard scrolls it, too.
         textArea_->setFocusPolicy(Qt::StrongFocus);
         textArea_->setFrameShape(QFrame::StyledPanel);
+        // Never "as needed": a bar that comes makes the lines shorter, so that it stays.
+        textArea_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        width += scrollBar + 2 * textArea_->frameWidth();
     }
     textArea_->setFixedSize(width, height);
 }

@@ -2,6 +2,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
+#include <QTextOption>
 
 #include <cmath>
 
@@ -12,6 +13,12 @@ MessageText::MessageText(const QString& text, QWidget* parent) : QLabel(parent) 
     document_.setDocumentMargin(0);
     document_.setUndoRedoEnabled(false);
     document_.setPlainText(text);
+    if (isRightToLeft()) {
+        // Beside the icon, but each line in its own direction: a path stays a path.
+        QTextOption option(Qt::AlignRight | Qt::AlignAbsolute);
+        option.setTextDirection(Qt::LayoutDirectionAuto);
+        document_.setDefaultTextOption(option);
+    }
 }
 
 int MessageText::naturalWidth() const {

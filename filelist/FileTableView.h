@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QTableView>
+
+#include <vector>
+
+class ComboDelegate;
+class FileTableModel;
+class QCheckBox;
+class RowButtonDelegate;
+
+/// The list of movies: one click, a key or an accessible action checks a row, opens the list of a
+/// cell or presses a row's button. Everything it lets the user do passes the model's action gate.
+/// Main thread; owned by the main window.
+class FileTableView final : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit FileTableView(QWidget* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(FileTableView)
+
+    [[nodiscard]] FileTableModel* fileModel() const { return model_; }
+    /// The check box in the header that stands for all rows.
+    [[nodiscard]] QCheckBox* btnSelectAll() const { return btnSelectAll_; }
+    /// -1 where no row is selected.
+    [[nodiscard]] int selectedRow() const;
+
+    void setFileModel(FileTableModel* model);
+    /// Names that are not shown; after the string table was installed.
+    void setTexts();
+    /// Does what a click on the cell does. For keys and accessible actions.
+    void activateCell(const QModelIndex& index);
+    /// Stores and closes the editors that are open; to be called before a run locks the cells.
+    void closeEditors();
+
+Q_SIGNALS:
+    /// A row was selected, or clicked anew.
+    void rowSelected(int row);
+    /// The image button of a row; from the event loop, after its row was selected, and inside an
+    /// action of the gate.
+    void rowButtonPressed(int row);
+    /// The header's check box was clicked and has its new state; inside an action of the gate.
+    void selectAllPressed();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+    void updateGeometries() override;
+
+private:
+    struct Place {
+        std::vector<int> selectedRows;
+        int currentRow = -1;
+        int currentColumn = 0;
+        int topRow = -1;
+        int topOffset = 0;
+    };
+
+    void setUpColumns();
+    void setRowHeight();
+    void placeSelectAll();
+    void pressSelectAll();
+    void pressRowButton(const QModelIndex& index);
+    void chooseRow(const QModelIndex& index);
+    void openEditor(const QModelIndex& index, bool withList);
+    void activateClicked(const QModelIndex& index);
+    void setPressedButton(const QModelIndex& index);
+    void notePlace();
+    void restorePlace(const std::vector<int>& removed);
+
+    FileTableModel* model_ = nullptr;
+    QCheckBox* btnSelectAll_;
+    ComboDelegate* resDelegate_;
+    ComboDelegate* cmbDelegate_;
+    RowButtonDelegate* buttonDelegate_;
+    QPersistentModelIndex pressedCell_;
+    bool wasSelectionAnnounced_ = false;
+    Place place_;
+};

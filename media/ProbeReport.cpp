@@ -1,5 +1,7 @@
 #include "media/ProbeReport.h"
 
+#include <QList>
+
 #include <limits>
 #include <stdexcept>
 

@@ -156,9 +156,10 @@ void Walk::blankRestOfPath(const QString& path) {
 
 /// The beginning of a path with which the text ends.
 void Walk::blankCutPath(const QString& path) {
-    constexpr qsizetype shortest = 2;
+    if (!path.startsWith(u'/'))
+        return;
     const QStringView text(text_);
-    for (qsizetype size = qMin(path.size() - 1, text.size()); size >= shortest; --size) {
+    for (qsizetype size = qMin(path.size() - 1, text.size()); size > 0; --size) {
         const qsizetype at = text.size() - size;
         if (!text.endsWith(QStringView(path).first(size)) ||
             (at > 0 && text.at(at - 1).isLetterOrNumber()))
@@ -172,6 +173,8 @@ void Walk::blankCutPath(const QString& path) {
 qsizetype Walk::takeHeader(qsizetype start, QStringView line) {
     static const QRegularExpression opening(
         QStringLiteral("^(?:Input|Output) #\\d+, [^']*, (?:from|to) '"));
+    if (!line.startsWith(u"Input #") && !line.startsWith(u"Output #"))
+        return -1;
     const QRegularExpressionMatch match = opening.match(line);
     if (!match.hasMatch())
         return -1;
@@ -192,8 +195,12 @@ qsizetype Walk::takeHeader(qsizetype start, QStringView line) {
 qsizetype Walk::takeStream(qsizetype start, QStringView line) {
     static const QRegularExpression opening(
         QStringLiteral("^ *Stream #\\d+:\\d+(?:\\[0x[0-9a-fA-F]+\\])?([(:])"));
+    const qsizetype indent = leadingBlanks(line);
+    if (!line.sliced(indent).startsWith(u"Stream #") ||
+        (entryIndent_ != unknownEntries && entryIndent_ != noEntries && indent >= entryIndent_))
+        return -1;
     const QRegularExpressionMatch match = opening.match(line);
-    if (!match.hasMatch() || (entryIndent_ > 0 && leadingBlanks(line) >= entryIndent_))
+    if (!match.hasMatch())
         return -1;
     entryIndent_ = noEntries;
     const qsizetype lineEnd = start + line.size();
@@ -250,8 +257,9 @@ qsizetype Walk::takeOther(qsizetype start, QStringView line) {
     const bool isMessage = indent == 0 || (entryIndent_ == unknownEntries && indent >= 4);
     if (!isMessage || endsEveryBlock(line))
         entryIndent_ = noEntries;
-    if (const auto match = program.match(line); match.hasMatch()) {
-        blank(start + match.capturedEnd(), end);
+    if (words.startsWith(u"Program ")) {
+        if (const QRegularExpressionMatch match = program.match(line); match.hasMatch())
+            blank(start + match.capturedEnd(), end);
     } else if (line.startsWith(u'/')) {
         // A file that cannot be opened; what is wrong with it holds no further colon.
         const qsizetype colon = line.lastIndexOf(u": ");

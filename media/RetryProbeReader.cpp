@@ -2,6 +2,7 @@
 
 #include "media/ProbeReport.h"
 
+#include <QList>
 #include <QStringView>
 
 #include <stdexcept>

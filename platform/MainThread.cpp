@@ -67,8 +67,11 @@ void MainThread::waitUntil(const std::function<bool()>& done, std::chrono::milli
         if (--waits_ == 0)
             Q_EMIT waitOver();
     });
-    while (!calls_.isClosing() && !(timeOver && done()))
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    while (!calls_.isClosing() && !(timeOver && done())) {
+        // Refuses to run once the application's own loop was told to end.
+        if (loop.exec(QEventLoop::ExcludeUserInputEvents) < 0)
+            throw Cancelled();
+    }
     if (calls_.isClosing())
         throw Cancelled();
 }

@@ -13,6 +13,12 @@ struct MainThreadCalls::Call {
 MainThreadCalls::MainThreadCalls(std::function<void()> wake)
     : mainThread_(std::this_thread::get_id()), wake_(std::move(wake)) {}
 
+MainThreadCalls::~MainThreadCalls() {
+    close();
+    std::unique_lock lock(mutex_);
+    finished_.wait(lock, [&] { return callers_ == 0; });
+}
+
 bool MainThreadCalls::isClosing() const {
     const std::lock_guard lock(mutex_);
     return closing_;
@@ -26,13 +32,19 @@ void MainThreadCalls::runAndWait(std::function<void()> closure) {
         if (closing_)
             throw Cancelled();
         queue_.push_back(call);
+        ++callers_;
     }
     wake_();
     std::unique_lock lock(mutex_);
     finished_.wait(lock, [&] {
         return call->state == Call::State::Returned || call->state == Call::State::Dropped;
     });
-    if (call->state == Call::State::Dropped)
+    const bool dropped = call->state == Call::State::Dropped;
+    if (--callers_ == 0)
+        finished_.notify_all();
+    lock.unlock();
+    // From here on this object may be gone.
+    if (dropped)
         throw Cancelled();
     if (call->thrown)
         std::rethrow_exception(std::exchange(call->thrown, nullptr));

@@ -22,6 +22,8 @@ struct Cancelled final {};
 class MainThreadCalls final {
 public:
     explicit MainThreadCalls(std::function<void()> wake);
+    /// Closes, and waits until every caller that was kept waiting has gone.
+    ~MainThreadCalls();
     MainThreadCalls(const MainThreadCalls&) = delete;
     MainThreadCalls& operator=(const MainThreadCalls&) = delete;
 
@@ -60,5 +62,6 @@ private:
     mutable std::mutex mutex_;
     std::condition_variable finished_;
     std::deque<std::shared_ptr<Call>> queue_;
+    int callers_ = 0;
     bool closing_ = false;
 };

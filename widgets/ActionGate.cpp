@@ -21,6 +21,8 @@ bool runGuarded(const std::function<void()>& action) {
         qCDebug(log, "an action was cut short: the program closes");
     } catch (const std::exception& failure) {
         qCWarning(log, "an action ended early: %s", failure.what());
+    } catch (...) {
+        qCWarning(log, "an action ended early");
     }
     return false;
 }

@@ -88,6 +88,7 @@ void ProgressCell::paint(QPainter* painter, const QStyleOptionViewItem& option,
     // Two texts in one place could not be read: the one on top hides the one beneath.
     const bool covered = showsBar || !status.isEmpty();
     cell.text = covered ? QString() : index.data(StatusTextRole).toString();
+    cell.features.setFlag(QStyleOptionViewItem::HasDisplay, !covered);
 
     const QStyle* const style = cell.widget ? cell.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);

@@ -88,6 +88,7 @@ private:
 
 Walk::Walk(QString& text, const QStringList& paths, int entryIndent)
     : text_(text), entryIndent_(entryIndent) {
+    text_.detach(); // the views of lines stay valid while their characters are blanked
     for (const QString& path : paths) {
         blankPath(path);
         blankRestOfPath(path);

@@ -1,4 +1,5 @@
 #include "media/ProbeReport.h"
+#include "media/ReportText.h"
 #include "media/Reports.h"
 #include "media/RetryProbeReader.h"
 

@@ -1,0 +1,51 @@
+#include "media/ProbeRunner.h"
+
+#include "platform/ChildProcess.h"
+#include "platform/ChildProcesses.h"
+#include "platform/MainThread.h"
+
+#include <utility>
+
+namespace {
+
+bool readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
+               std::chrono::milliseconds patience) {
+    for (;;) {
+        QByteArray chunk;
+        switch (child.read(chunk, patience)) {
+        case ChildProcess::Read::Data:
+            if (handler(chunk) == ProbeRunner::Answer::Interrupt)
+                child.interrupt();
+            break;
+        case ChildProcess::Read::Ended:
+            return true;
+        case ChildProcess::Read::TimedOut:
+            child.kill();
+            return false;
+        case ChildProcess::Read::Woken:
+            break;
+        }
+    }
+}
+
+} // namespace
+
+ProbeRunner::ProbeRunner(MainThread& mainThread, ChildProcesses& processes,
+                         const QString& encoderPath)
+    : mainThread_(mainThread), processes_(processes), encoderPath_(encoderPath) {}
+
+ProbeRunner::Result ProbeRunner::run(const QString& moviePath, ChunkHandler handler) {
+    const auto child = processes_.launch(encoderPath_, {QStringLiteral("-i"), moviePath});
+    if (const auto end = child->end(); end && end->how == ProcessEnd::How::FailedToStart)
+        return Result::FailedToStart;
+    try {
+        const bool spoke =
+            mainThread_.waitForResult([child, handler = std::move(handler), patience = patience_] {
+                return readToEnd(*child, handler, patience);
+            });
+        return spoke ? Result::Ended : Result::Silent;
+    } catch (const Cancelled&) {
+        child->kill();
+        throw;
+    }
+}

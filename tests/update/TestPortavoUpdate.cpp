@@ -1,0 +1,356 @@
+#include "update/KXPortavoUpdate.h"
+#include "update/LoopbackServer.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+#include <netdb.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr const char* path = "/xmlcontainer/customer/data/reelshift/mac/server_version.xml";
+
+QByteArray document(const QByteArray& version, const QByteArray& url = "http://127.0.0.1/x.run") {
+    return "<reelshift>\n <version>" + version + "</version>\n <setupFile>\n  <url>" + url +
+           "</url>\n </setupFile>\n</reelshift>\n";
+}
+
+/// The answer `document("9.9.9.9")` as gzip makes it.
+QByteArray gzipped(const QByteArray& bytes) {
+    const QByteArray zlib = qCompress(bytes).sliced(4);
+    const QByteArray deflated = zlib.sliced(2, zlib.size() - 6);
+    quint32 crc = 0xffffffffU;
+    for (const char c : bytes) {
+        crc ^= static_cast<quint8>(c);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1) ^ (0xedb88320U & (0U - (crc & 1U)));
+    }
+    crc ^= 0xffffffffU;
+    QByteArray all("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10);
+    all += deflated;
+    for (const quint32 number : {crc, static_cast<quint32>(bytes.size())}) {
+        for (int shift = 0; shift < 32; shift += 8)
+            all += static_cast<char>((number >> shift) & 0xffU);
+    }
+    return all;
+}
+
+QByteArray chunked(const QByteArray& bytes) {
+    return QByteArray::number(bytes.size(), 16) + "\r\n" + bytes + "\r\n";
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(LoopbackServer::Answer)
+
+class TestPortavoUpdate final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void asksForTheDocument();
+    void escapesTheAddress();
+    void findsTheInstaller_data();
+    void findsTheInstaller();
+    void findsNothing_data();
+    void findsNothing();
+    void refusesFewerThanFourParts_data();
+    void refusesFewerThanFourParts();
+    void comparesAnyElement();
+    void stopsReadingAtOneMegabyte();
+    void stopsReadingWhatUnpacksToMore();
+    void givesUpOnASilentServer();
+    void givesUpOnADrippingServer();
+    void givesUpAtOnceWhenStopped();
+    void doesNotWaitForTheResolver();
+    void saysThatAHostIsUnknown();
+    void followsRedirects();
+    void doesNotFollowForEver();
+
+private:
+    [[nodiscard]] KXPortavoUpdate update() const { return KXPortavoUpdate(settings_); }
+
+    std::unique_ptr<LoopbackServer> server_;
+    UpdateSettings settings_;
+};
+
+void TestPortavoUpdate::init() {
+    server_ = std::make_unique<LoopbackServer>();
+    settings_ = UpdateSettings();
+    settings_.baseUrl = server_->baseUrl();
+    settings_.version = QStringLiteral("1.0.0.0");
+}
+
+void TestPortavoUpdate::asksForTheDocument() {
+    server_->setAnswer(LoopbackServer::whole(document("1.0.0.0")));
+    QVERIFY(!update().newerInstaller());
+    QCOMPARE(server_->requests().size(), 1);
+    QVERIFY2(
+        server_->requests()[0].startsWith(QByteArray("GET " + QByteArray(path) + " HTTP/1.1\r\n")),
+        server_->requests()[0].constData());
+}
+
+void TestPortavoUpdate::escapesTheAddress() {
+    settings_.baseUrl = QStringLiteral("http://127.0.0.1:8/a b/\u00e9/");
+    QCOMPARE(update().documentUrl().toEncoded(),
+             QByteArray("http://127.0.0.1:8/a%20b/%C3%A9") + path);
+}
+
+void TestPortavoUpdate::findsTheInstaller_data() {
+    QTest::addColumn<LoopbackServer::Answer>("answer");
+    QTest::addColumn<QString>("url");
+
+    const QByteArray newer = document("9.9.9.9");
+    const QString url = QStringLiteral("http://127.0.0.1/x.run");
+    QTest::newRow("normal") << LoopbackServer::whole(newer) << url;
+    QTest::newRow("white space and CDATA")
+        << LoopbackServer::whole(
+               document("\n <![CDATA[9.9.9.9]]>\n ", "\n <![CDATA[http://127.0.0.1/x.run]]>\n "))
+        << url;
+    QTest::newRow("https") << LoopbackServer::whole(document("9.9.9.9", "https://a/x"))
+                           << "https://a/x";
+    QTest::newRow("five parts") << LoopbackServer::whole(document("1.0.0.1.7")) << url;
+    QTest::newRow("letters in a part") << LoopbackServer::whole(document("1.0.0.1a")) << url;
+    QTest::newRow("older, yet the third part is newer")
+        << LoopbackServer::whole(document("0.0.5.0")) << url;
+    QTest::newRow("no content length")
+        << LoopbackServer::raw(LoopbackServer::head("200 OK", {}) + newer) << url;
+    QTest::newRow("chunked")
+        << LoopbackServer::raw(LoopbackServer::head("200 OK", "Transfer-Encoding: chunked\r\n") +
+                               chunked(newer.first(30)) + chunked(newer.sliced(30)) + "0\r\n\r\n")
+        << url;
+    QTest::newRow("gzip") << LoopbackServer::whole(gzipped(newer), "Content-Encoding: gzip\r\n")
+                          << url;
+    QTest::newRow("address with a space")
+        << LoopbackServer::whole(document("9.9.9.9", "http://a/x y.run")) << "http://a/x%20y.run";
+}
+
+void TestPortavoUpdate::findsTheInstaller() {
+    QFETCH(LoopbackServer::Answer, answer);
+    server_->setAnswer(answer);
+    const auto installer = update().newerInstaller();
+    QTEST(installer ? installer->toString(QUrl::FullyEncoded) : QString(), "url");
+}
+
+void TestPortavoUpdate::findsNothing_data() {
+    QTest::addColumn<LoopbackServer::Answer>("answer");
+
+    QTest::newRow("equal") << LoopbackServer::whole(document("1.0.0.0"));
+    QTest::newRow("older") << LoopbackServer::whole(document("0.9.9.9"));
+    QTest::newRow("no setupFile") << LoopbackServer::whole("<r><version>9.9.9.9</version></r>");
+    QTest::newRow("empty url") << LoopbackServer::whole(document("9.9.9.9", " \n"));
+    QTest::newRow("url of a file")
+        << LoopbackServer::whole(document("9.9.9.9", "file:///etc/passwd"));
+    QTest::newRow("url without a host") << LoopbackServer::whole(document("9.9.9.9", "http:///x"));
+    QTest::newRow("url of a script") << LoopbackServer::whole(document("9.9.9.9", "javascript:1"));
+    QTest::newRow("url of another protocol")
+        << LoopbackServer::whole(document("9.9.9.9", "ftp://a/x"));
+    QTest::newRow("path only") << LoopbackServer::whole(document("9.9.9.9", "/x.run"));
+    QTest::newRow("rubbish for a url")
+        << LoopbackServer::whole(document("9.9.9.9", "http://a b c"));
+}
+
+void TestPortavoUpdate::findsNothing() {
+    QFETCH(LoopbackServer::Answer, answer);
+    server_->setAnswer(answer);
+    QVERIFY(!update().newerInstaller());
+}
+
+void TestPortavoUpdate::refusesFewerThanFourParts_data() {
+    QTest::addColumn<LoopbackServer::Answer>("answer");
+    QTest::addColumn<QString>("logged"); // why the document was not read; empty when it was
+
+    const QByteArray newer = document("9.9.9.9");
+    QTest::newRow("three parts") << LoopbackServer::whole(document("9.9.9")) << "";
+    QTest::newRow("no version") << LoopbackServer::whole("<r><x/></r>") << "";
+    QTest::newRow("empty body") << LoopbackServer::whole({}) << "Premature end of document";
+    QTest::newRow("rubbish") << LoopbackServer::whole("<html><p>No") << "Premature end of document";
+    QTest::newRow("404") << LoopbackServer::whole(newer, {}, "404 Not Found") << "Not Found";
+    QTest::newRow("500") << LoopbackServer::whole(newer, {}, "500 Oh No") << "Oh No";
+    QTest::newRow("304") << LoopbackServer::whole({}, {}, "304 Not Modified") << ".";
+    QTest::newRow("billion laughs")
+        << LoopbackServer::whole("<!DOCTYPE r [<!ENTITY a \"lol\"><!ENTITY b \"&a;&a;\">]>"
+                                 "<r><version>&b;</version></r>")
+        << "not accepted";
+    QTest::newRow("closes at once") << LoopbackServer::raw({}) << "closed";
+    QTest::newRow("closes half way")
+        << LoopbackServer::raw(LoopbackServer::head("200 OK", "Content-Length: 1000\r\n") + newer)
+        << "closed";
+    // Qt takes a chunked body that ends too soon for a whole one; the document then is not.
+    QTest::newRow("closes in the middle of a chunk")
+        << LoopbackServer::raw(LoopbackServer::head("200 OK", "Transfer-Encoding: chunked\r\n") +
+                               "1000\r\n" + newer.chopped(20))
+        << ".";
+    QTest::newRow("closes before the last chunk")
+        << LoopbackServer::raw(LoopbackServer::head("200 OK", "Transfer-Encoding: chunked\r\n") +
+                               chunked(newer.chopped(20)))
+        << ".";
+    QTest::newRow("not HTTP") << LoopbackServer::raw("220 mail ready\r\n") << ".";
+    QTest::newRow("rubbish for gzip")
+        << LoopbackServer::whole("not gzip", "Content-Encoding: gzip\r\n") << ".";
+    QTest::newRow("redirect to a file") << LoopbackServer::redirect("file:///etc/passwd") << ".";
+    QTest::newRow("redirect to another protocol") << LoopbackServer::redirect("ftp://a/x") << ".";
+    QTest::newRow("redirect to nothing") << LoopbackServer::redirect("") << ".";
+}
+
+void TestPortavoUpdate::refusesFewerThanFourParts() {
+    QFETCH(LoopbackServer::Answer, answer);
+    QFETCH(QString, logged);
+    if (!logged.isEmpty())
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            QRegularExpression(QStringLiteral("The update server's document was not read: .*") +
+                               logged));
+    server_->setAnswer(answer);
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+}
+
+void TestPortavoUpdate::comparesAnyElement() {
+    server_->setAnswer(
+        LoopbackServer::whole("<r><version>9.9.9.9</version><beta>1.0.0.0</beta></r>"));
+    QVERIFY(update().checkPossibleUpdate(QStringLiteral("version")));
+    QVERIFY(!update().checkPossibleUpdate(QStringLiteral("beta")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range,
+                             (void)update().checkPossibleUpdate(QStringLiteral("alpha")));
+    QVERIFY(
+        KXPortavoUpdate::isUpdateAvailable(QStringLiteral("2.1.0.0"), QStringLiteral("1.1.5.0")));
+}
+
+void TestPortavoUpdate::stopsReadingAtOneMegabyte() {
+    constexpr qint64 bodySize = 1024LL * 1024 * 1024;
+    qint64 sent = 0;
+    server_->setAnswer([&sent](QTcpSocket& socket) {
+        socket.write(LoopbackServer::head(
+            "200 OK", "Content-Length: " + QByteArray::number(bodySize) + "\r\n"));
+        const auto sendMore = [&socket, &sent] {
+            while (sent < bodySize && socket.bytesToWrite() < 256 * 1024)
+                sent += socket.write(QByteArray(64 * 1024, ' '));
+        };
+        QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, sendMore);
+        sendMore();
+    });
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("larger than 1 MB")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+    QTRY_VERIFY(!server_->connection());
+    // What the two ends of a connection buffer comes on top.
+    QVERIFY2(sent < 64 * 1024 * 1024, qPrintable(QString::number(sent)));
+}
+
+void TestPortavoUpdate::stopsReadingWhatUnpacksToMore() {
+    server_->setAnswer(LoopbackServer::whole(gzipped(QByteArray(8 * 1024 * 1024, ' ')),
+                                             "Content-Encoding: gzip\r\n"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("was not read")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+}
+
+void TestPortavoUpdate::givesUpOnASilentServer() {
+    server_->setAnswer(LoopbackServer::silence());
+    settings_.silenceLimit = 100ms;
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("IDS_TXT_UPDATE_TIMEOUT")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+    QCOMPARE(server_->requests().size(), 1);
+}
+
+void TestPortavoUpdate::givesUpOnADrippingServer() {
+    server_->setAnswer([](QTcpSocket& socket) {
+        socket.write(LoopbackServer::head("200 OK", {}) + "<r>");
+        auto* const drip = new QTimer(&socket);
+        QObject::connect(drip, &QTimer::timeout, &socket, [&socket] { socket.write("<a/>"); });
+        drip->start(20ms);
+    });
+    settings_.documentLimit = 300ms;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("did not come in time")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+}
+
+void TestPortavoUpdate::givesUpAtOnceWhenStopped() {
+    std::stop_source stop;
+    server_->setAnswer([&stop](QTcpSocket&) { stop.request_stop(); });
+    QElapsedTimer elapsed;
+    elapsed.start();
+    QVERIFY(!update().newerInstaller(stop.get_token()));
+    QCOMPARE(server_->requests().size(), 1);
+    QVERIFY2(elapsed.elapsed() < 5000, qPrintable(QString::number(elapsed.elapsed())));
+
+    // Stopped before it began.
+    QVERIFY(!update().newerInstaller(stop.get_token()));
+}
+
+void TestPortavoUpdate::doesNotWaitForTheResolver() {
+    struct Gate {
+        std::mutex mutex;
+        std::condition_variable changed;
+        bool entered = false;
+        bool open = false;
+        bool left = false;
+    };
+    const auto gate = std::make_shared<Gate>();
+    settings_.baseUrl = QStringLiteral("http://updates.example");
+    settings_.resolveHost = [gate](const std::string&) {
+        std::unique_lock lock(gate->mutex);
+        gate->entered = true;
+        gate->changed.notify_all();
+        gate->changed.wait(lock, [&gate] { return gate->open; });
+        gate->left = true;
+        gate->changed.notify_all();
+        return EAI_AGAIN;
+    };
+    std::stop_source stop;
+    std::jthread quitter([&stop, gate] {
+        std::unique_lock lock(gate->mutex);
+        gate->changed.wait(lock, [&gate] { return gate->entered; });
+        stop.request_stop();
+    });
+    QVERIFY(!update().newerInstaller(stop.get_token()));
+    std::unique_lock lock(gate->mutex);
+    QVERIFY(!gate->left);
+    // The thread left behind ends without harm after its owner has gone.
+    gate->open = true;
+    gate->changed.notify_all();
+    gate->changed.wait(lock, [&gate] { return gate->left; });
+}
+
+void TestPortavoUpdate::saysThatAHostIsUnknown() {
+    settings_.baseUrl = QStringLiteral("http://updates.example");
+    std::string asked;
+    settings_.resolveHost = [&asked](const std::string& host) {
+        asked = host;
+        return EAI_NONAME;
+    };
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("not known")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+    QCOMPARE(asked, std::string("updates.example"));
+}
+
+void TestPortavoUpdate::followsRedirects() {
+    server_->setAnswer([this](QTcpSocket& socket) {
+        if (server_->requests().size() == 1)
+            LoopbackServer::redirect("/elsewhere/a.xml")(socket);
+        else if (server_->requests().size() == 2)
+            LoopbackServer::redirect(server_->baseUrl().toUtf8() + "/b.xml")(socket);
+        else
+            LoopbackServer::whole(document("9.9.9.9"))(socket);
+    });
+    QVERIFY(update().newerInstaller());
+    QCOMPARE(server_->requests().size(), 3);
+    QVERIFY(server_->requests()[1].startsWith("GET /elsewhere/a.xml "));
+    QVERIFY(server_->requests()[2].startsWith("GET /b.xml "));
+}
+
+void TestPortavoUpdate::doesNotFollowForEver() {
+    server_->setAnswer(LoopbackServer::redirect("/again"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("was not read")));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)update().newerInstaller());
+    QVERIFY(server_->requests().size() <= 12);
+}
+
+QTEST_GUILESS_MAIN(TestPortavoUpdate)
+#include "TestPortavoUpdate.moc"

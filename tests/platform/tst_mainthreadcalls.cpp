@@ -34,10 +34,13 @@ public:
 
     /// Runs what is handed over until `done`; every change of `done` must be followed by a wake.
     void runUntil(MainThreadCalls& calls, const std::function<bool()>& done) {
-        while (!done()) {
-            waitForWakes(seen_ + 1);
+        for (;;) {
             seen_ = wakes();
+            // Also before the first sleep: the loop outside may have seen the wake already.
             calls.runPending();
+            if (done())
+                return;
+            waitForWakes(seen_ + 1);
         }
     }
 

@@ -1,0 +1,29 @@
+#include "convert/ConversionEngine.h"
+
+#include "filelist/SharedState.h"
+
+ConversionEngine::ConversionEngine(Services services, FileList& files, SharedState& state,
+                                   RunWindow& window, const ProfileCatalogue& profiles,
+                                   const QString& encoderPath)
+    : dialogs_(state, window),
+      context_{services.mainThread,
+               services.processes,
+               services.workers,
+               files,
+               state,
+               window,
+               dialogs_,
+               profiles,
+               encoderPath,
+               state.second,
+               {},
+               {},
+               {}},
+      summary_(context_),
+      queue_(context_, summary_),
+      outcomes_(context_, queue_),
+      monitor_(context_, queue_, outcomes_),
+      pauseAndStop_(context_, queue_, monitor_, summary_),
+      job_(context_, queue_, monitor_, outcomes_, pauseAndStop_) {
+    queue_.setJobStarter([this](const EncoderRunPtr& run, int row) { job_.start(run, row); });
+}

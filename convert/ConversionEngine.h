@@ -1,0 +1,42 @@
+#pragma once
+
+#include "convert/ConversionContext.h"
+#include "convert/ConversionDialogs.h"
+#include "convert/ConversionJob.h"
+#include "convert/ConversionQueue.h"
+#include "convert/EncoderMonitor.h"
+#include "convert/EncoderOutcomes.h"
+#include "convert/PauseAndStop.h"
+#include "convert/RunSummary.h"
+
+/// The conversion engine: its parts, put together. Main thread; owned by the controller. A run
+/// goes through them in this order: queue, job, monitor, outcomes, queue.
+class ConversionEngine final {
+public:
+    struct Services {
+        MainThread& mainThread;
+        ChildProcesses& processes;
+        WorkerThreads& workers;
+    };
+
+    ConversionEngine(Services services, FileList& files, SharedState& state, RunWindow& window,
+                     const ProfileCatalogue& profiles, const QString& encoderPath);
+    Q_DISABLE_COPY_MOVE(ConversionEngine)
+
+    [[nodiscard]] const ConversionContext& context() const { return context_; }
+
+    ConversionDialogs& dialogs() { return dialogs_; }
+    ConversionQueue& queue() { return queue_; }
+    PauseAndStop& pauseAndStop() { return pauseAndStop_; }
+    RunSummary& summary() { return summary_; }
+
+private:
+    ConversionDialogs dialogs_;
+    ConversionContext context_;
+    RunSummary summary_;
+    ConversionQueue queue_;
+    EncoderOutcomes outcomes_;
+    EncoderMonitor monitor_;
+    PauseAndStop pauseAndStop_;
+    ConversionJob job_;
+};

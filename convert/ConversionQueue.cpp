@@ -1,0 +1,117 @@
+#include "convert/ConversionQueue.h"
+
+#include "convert/ConversionContext.h"
+#include "convert/ConversionDialogs.h"
+#include "convert/RunSummary.h"
+#include "convert/RunWindow.h"
+#include "filelist/FileList.h"
+#include "filelist/StatusWords.h"
+#include "platform/MainThread.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <algorithm>
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.convert")
+
+} // namespace
+
+ConversionQueue::ConversionQueue(ConversionContext& context, RunSummary& summary)
+    : context_(context), summary_(summary) {}
+
+void ConversionQueue::convert() {
+    SharedState& state = context_.state;
+    FileList& files = context_.files;
+    state.checkStatusForFileConflict = false;
+    state.checkStatusForConversionError = false;
+    const bool folderExists = context_.mainThread.waitForResult(
+        [folder = context_.window.outputFolderText()] { return QFileInfo::exists(folder); });
+    if (!folderExists) {
+        context_.dialogs.tellOutputFolderUnavailable();
+        return;
+    }
+    for (const JobRecordPtr& record : files.fileInfoArr) {
+        // Kept: the status alone decides, an unchecked row is converted too.
+        qCDebug(log, "row %d is checked: %d", record->id(), record->number(key::check));
+        if (record->text(key::status) != status::STATWT)
+            continue;
+        files.conversionTaskList.push_back(record->id());
+        state.noOfconvertingFileList.add(record->id());
+    }
+    state.stopped = false;
+    lockForRun();
+    startConverting();
+}
+
+void ConversionQueue::startConverting() {
+    Q_ASSERT(!context_.currentRun || context_.currentRun->life.isSettled());
+    FileList& files = context_.files;
+    SharedState& state = context_.state;
+    while (!isRunOver()) {
+        state.convertingId = files.conversionTaskList.front();
+        if (const auto row = files.rowOfId(state.convertingId)) {
+            begin(*row);
+            return;
+        }
+        state.convertingIndex = SharedState::noRow;
+        files.dequeue(state.convertingId);
+    }
+    unlockAfterRun();
+    summary_.popUpForNoOfConvertedfiles();
+}
+
+// A paused job keeps its place in the queue: with an empty queue there is nothing that a paused
+// entry could go on with.
+bool ConversionQueue::isRunOver() {
+    if (!context_.files.conversionTaskList.empty())
+        return false;
+    context_.files.pausedList.clear();
+    return true;
+}
+
+void ConversionQueue::begin(int row) {
+    SharedState& state = context_.state;
+    state.convertingIndex = row;
+    state.error = false;
+    const auto run = std::make_shared<EncoderRun>();
+    run->jobId = state.convertingId;
+    run->record = context_.files.recordAt(row);
+    run->progress = context_.files.progressObjects.at(static_cast<size_t>(row));
+    context_.currentRun = run;
+    context_.liveRuns.push_back(run);
+    startJob_(run, row);
+}
+
+void ConversionQueue::changeConvertingIndex() {
+    SharedState& state = context_.state;
+    if (context_.files.conversionTaskList.empty() || state.convertingIndex == SharedState::noRow)
+        return;
+    state.convertingId = context_.files.conversionTaskList.front();
+    state.convertingIndex = context_.files.rowOfId(state.convertingId).value_or(SharedState::noRow);
+}
+
+bool ConversionQueue::settle(const EncoderRunPtr& run) {
+    auto& live = context_.liveRuns;
+    live.erase(std::remove(live.begin(), live.end(), run), live.end());
+    return run->life.settle();
+}
+
+void ConversionQueue::endRunAfterFailure() {
+    summary_.popUpForNoOfConvertedfiles();
+    unlockAfterRun();
+}
+
+void ConversionQueue::lockForRun() {
+    context_.window.setRunControlsEnabled(false);
+    context_.state.isConversionRunning = true;
+    context_.window.reloadTable();
+}
+
+void ConversionQueue::unlockAfterRun() {
+    context_.window.setRunControlsEnabled(true);
+    context_.state.isConversionRunning = false;
+    context_.window.reloadTable();
+}

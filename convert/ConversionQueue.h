@@ -1,0 +1,44 @@
+#pragma once
+
+#include "convert/EncoderRun.h"
+
+#include <functional>
+
+class RunSummary;
+struct ConversionContext;
+
+/// Turns the Convert button into a run: queues the waiting rows, locks the controls, picks one job
+/// after the other and ends the run. Every job ends in startConverting(), which begins the next
+/// one. Main thread; owned by the engine.
+class ConversionQueue final {
+public:
+    /// Takes a job that was picked, with its row, to a thread of its own.
+    using JobStarter = std::function<void(const EncoderRunPtr& run, int row)>;
+
+    ConversionQueue(ConversionContext& context, RunSummary& summary);
+    Q_DISABLE_COPY_MOVE(ConversionQueue)
+
+    void setJobStarter(JobStarter starter) { startJob_ = std::move(starter); }
+
+    /// The Convert button.
+    void convert();
+    /// Begins the job at the head of the queue, or ends the run. No other job may be on its way.
+    void startConverting();
+    /// Brings `convertingIndex` in line with the head of the queue after rows were removed.
+    void changeConvertingIndex();
+    /// Gives a job its one outcome; false when it has had it already.
+    [[nodiscard]] bool settle(const EncoderRunPtr& run);
+    /// The end of a run by a failure: the summary first, then the controls.
+    void endRunAfterFailure();
+    /// Disables what must not change during a run, and the other way round.
+    void lockForRun();
+    void unlockAfterRun();
+
+private:
+    [[nodiscard]] bool isRunOver();
+    void begin(int row);
+
+    ConversionContext& context_;
+    RunSummary& summary_;
+    JobStarter startJob_;
+};

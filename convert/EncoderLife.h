@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/ChildProcess.h"
+
+#include <optional>
+
+/// The life of one job, from the moment it is picked from the queue to its one outcome: what has
+/// been asked of its encoder, what the encoder has said and how it ended, and what that comes to.
+/// A value without threads; the run keeps it on the main thread.
+class EncoderLife final {
+public:
+    enum class Phase {
+        Preparing, ///< no encoder yet
+        Running,
+        Suspended,
+        Settled ///< it has had its outcome: nothing changes a row any more
+    };
+    enum class Request { None, Stop, Remove };
+    enum class Verdict { Converted, WriteFailed, Failed, Stopped, Removed };
+
+    [[nodiscard]] Phase phase() const { return phase_; }
+    [[nodiscard]] bool isSettled() const { return phase_ == Phase::Settled; }
+    [[nodiscard]] Request request() const { return request_; }
+    /// Whether the encoder was suspended at any time before it was asked to end.
+    [[nodiscard]] bool wasRemovedWhilePaused() const { return removedWhilePaused_; }
+    /// A pause came too late: the encoder had ended.
+    [[nodiscard]] bool suspendFailed() const { return suspendFailed_; }
+    [[nodiscard]] bool isSummarySeen() const { return summarySeen_; }
+    /// Seconds in the summary, where it has been seen with a position.
+    [[nodiscard]] std::optional<double> finalPosition() const { return finalPosition_; }
+    /// Whether the encoder came to its end by itself, with a summary and status 0, and wrote
+    /// everything: its output is a finished file.
+    [[nodiscard]] bool isFinished() const;
+    /// What the end of the encoder means. A stop or a removal is the outcome unless the encoder
+    /// had finished by itself before it could be told to end.
+    [[nodiscard]] Verdict verdict() const;
+
+    void launched();
+    void suspended();
+    void suspendDidFail() { suspendFailed_ = true; }
+    void resumed();
+    /// A removal outweighs a stop; the first of two equal requests stays.
+    void ask(Request request);
+    /// What a piece of output said. `position` is in seconds.
+    void saw(bool summary, std::optional<double> position, bool writeFailure);
+    /// A signal that ends it was sent.
+    void toldToEnd() { toldToEnd_ = true; }
+    void ended(ProcessEnd end) { end_ = end; }
+    /// True for the first outcome, false for every later one.
+    [[nodiscard]] bool settle();
+
+private:
+    Phase phase_ = Phase::Preparing;
+    Request request_ = Request::None;
+    std::optional<ProcessEnd> end_;
+    std::optional<double> finalPosition_;
+    bool summarySeen_ = false;
+    bool writeFailed_ = false;
+    bool toldToEnd_ = false;
+    bool suspendFailed_ = false;
+    bool removedWhilePaused_ = false;
+};

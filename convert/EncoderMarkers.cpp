@@ -1,0 +1,68 @@
+#include "convert/EncoderMarkers.h"
+
+#include "convert/Timecode.h"
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+namespace {
+
+const QString positionMark = QStringLiteral("time=");
+const QString summaryMark = QStringLiteral("LPSNR=");
+constexpr int positionLength = 11;
+
+bool holdsWriteFailure(const QString& piece) {
+    return piece.contains(QStringLiteral("av_interleaved_write_frame")) ||
+           piece.contains(QStringLiteral("No space left on device"));
+}
+
+std::optional<double> positionAfterSummary(const QString& piece) {
+    const qsizetype summary = piece.indexOf(summaryMark);
+    const qsizetype mark = summary < 0 ? -1 : piece.indexOf(positionMark, summary);
+    if (mark < 0)
+        return std::nullopt;
+    try {
+        return secondsOfTimecode(substring(piece, mark + positionMark.size(), positionLength));
+    } catch (const std::out_of_range&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+EncoderMarkers markersOf(const QString& piece) {
+    EncoderMarkers marks;
+    marks.hasPosition = piece.contains(positionMark);
+    marks.hasError = piece.contains(QStringLiteral("error"));
+    marks.hasInvalid = piece.contains(QStringLiteral("Invalid"));
+    marks.hasWriteFailure = holdsWriteFailure(piece);
+    marks.hasSummary = piece.contains(summaryMark);
+    marks.finalPosition = positionAfterSummary(piece);
+    return marks;
+}
+
+bool isWriteFailureWithoutPosition(const QString& piece) {
+    const EncoderMarkers marks = markersOf(piece);
+    return marks.hasWriteFailure && !marks.hasPosition && !marks.hasError;
+}
+
+QString positionText(const QString& piece) {
+    const auto mark = static_cast<quint32>(piece.indexOf(positionMark));
+    const quint32 start = mark + static_cast<quint32>(positionMark.size());
+    return substring(piece, start, positionLength);
+}
+
+int percentage(double position, double total) {
+    const double percent = position * 100.0 / total;
+    if (!std::isfinite(percent))
+        return 0;
+    if (percent < 0)
+        return 100;
+    constexpr double most = std::numeric_limits<int>::max();
+    return static_cast<int>(percent > most ? most : percent);
+}
+
+QString percentageText(int percent) {
+    return QString::number(percent) + QStringLiteral(" %");
+}

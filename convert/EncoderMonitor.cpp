@@ -1,0 +1,184 @@
+#include "convert/EncoderMonitor.h"
+
+#include "convert/ConversionContext.h"
+#include "convert/ConversionQueue.h"
+#include "convert/EncoderMarkers.h"
+#include "convert/EncoderOutcomes.h"
+#include "convert/EncoderReader.h"
+#include "convert/RowStates.h"
+#include "convert/Timecode.h"
+#include "filelist/FileList.h"
+#include "filelist/StatusWords.h"
+#include "platform/MainThread.h"
+#include "platform/WorkerThreads.h"
+#include "widgets/ProgressObject.h"
+
+#include <QLoggingCategory>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.convert")
+
+constexpr auto longestEnd = 10s;
+
+} // namespace
+
+EncoderMonitor::EncoderMonitor(ConversionContext& context, ConversionQueue& queue,
+                               EncoderOutcomes& outcomes)
+    : context_(context), queue_(queue), outcomes_(outcomes) {}
+
+void EncoderMonitor::watch(const EncoderRunPtr& run) {
+    context_.workers.start([this, run] {
+        if (run->kind == EncoderRun::Kind::Job)
+            follow(run);
+        else
+            discard(run);
+    });
+}
+
+void EncoderMonitor::discard(const EncoderRunPtr& run) {
+    QByteArray bytes;
+    while (run->task->read(bytes) != ChildProcess::Read::Ended)
+        bytes.clear();
+    context_.mainThread.onMainThread([&] { (void)queue_.settle(run); });
+}
+
+void EncoderMonitor::follow(const EncoderRunPtr& run) {
+    EncoderReader reader(context_.mainThread, run, context_.second);
+    for (;;) {
+        const EncoderReader::Event event = reader.next();
+        if (event.kind == EncoderReader::Event::Kind::Ended) {
+            outcomes_.conclude(run, reader);
+            return;
+        }
+        if (event.kind == EncoderReader::Event::Kind::EndAsked) {
+            outcomes_.endAsAsked(run, reader);
+            return;
+        }
+        const Step step = handle(run, event.piece);
+        if (step != Step::Go) {
+            carryOut(step, run, reader);
+            return;
+        }
+    }
+}
+
+// The guard of the handling: a piece that cannot be read ends the encoder, and its end is a
+// failed conversion.
+EncoderMonitor::Step EncoderMonitor::handle(const EncoderRunPtr& run, const EncoderPiece& piece) {
+    try {
+        const Step step = context_.mainThread.onMainThread([&] { return takePiece(run, piece); });
+        if (step != Step::WaitASecond)
+            return step;
+        context_.workers.sleep(context_.second);
+        return context_.mainThread.onMainThread([&] { return afterASecond(run, piece); });
+    } catch (const std::exception& failure) {
+        qCWarning(log, "a piece of the encoder's output could not be read: %s", failure.what());
+        if (run->task->interrupt())
+            context_.mainThread.onMainThread([&] { run->life.toldToEnd(); });
+        return Step::Go;
+    }
+}
+
+void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader& reader) {
+    switch (step) {
+    case Step::EndAsAsked:
+        outcomes_.endAsAsked(run, reader);
+        break;
+    case Step::Failed:
+        outcomes_.failed(run, &reader);
+        break;
+    case Step::WriteFailed:
+        outcomes_.writeFailed(run, reader);
+        break;
+    case Step::AwaitEnd:
+        if (!reader.awaitEnd(longestEnd))
+            reader.endEncoder();
+        outcomes_.conclude(run, reader);
+        break;
+    case Step::Go:
+    case Step::WaitASecond:
+        Q_UNREACHABLE();
+    }
+}
+
+EncoderMonitor::Step EncoderMonitor::takePiece(const EncoderRunPtr& run,
+                                               const EncoderPiece& piece) {
+    const EncoderMarkers marks = markersOf(piece.text);
+    run->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+    if (run->life.request() != EncoderLife::Request::None)
+        return Step::EndAsAsked;
+    if (piece.writeFailureAtEnd)
+        return Step::WriteFailed;
+    if (!marks.hasPosition && !marks.hasError)
+        return Step::Go;
+    return takePosition(run, piece.text);
+}
+
+EncoderMonitor::Step EncoderMonitor::takePosition(const EncoderRunPtr& run, const QString& text) {
+    SharedState& state = context_.state;
+    run->progress->changestat(status::STATCR);
+    state.probe.duration = positionText(text);
+    run->percent = percentage(secondsOfTimecode(state.probe.duration), run->total);
+
+    if (state.convertingIndex >= context_.files.rowCount())
+        return Step::Go;
+    if (state.convertingIndex == SharedState::noRow) {
+        run->ask(EncoderLife::Request::Remove);
+        return Step::EndAsAsked;
+    }
+    if (state.convertingIndex == SharedState::pauseRequested) {
+        pause(run);
+        return Step::Go;
+    }
+    if (state.convertingIndex < 0)
+        return Step::Go;
+    if (state.stopped) {
+        run->ask(EncoderLife::Request::Stop);
+        return Step::EndAsAsked;
+    }
+    if (state.error) {
+        context_.showWaiting(*run);
+        return Step::Go;
+    }
+    if (const auto row = context_.rowOf(*run))
+        run->record = context_.files.recordAt(*row);
+    run->record->set(key::progress, QString());
+    run->record->set(key::progressValue, percentageText(run->percent));
+    context_.rowChanged(*run);
+    return Step::WaitASecond;
+}
+
+EncoderMonitor::Step EncoderMonitor::afterASecond(const EncoderRunPtr& run,
+                                                  const EncoderPiece& piece) {
+    if (run->life.request() != EncoderLife::Request::None)
+        return Step::EndAsAsked;
+    const EncoderMarkers marks = markersOf(piece.text);
+    if (marks.hasError || marks.hasInvalid)
+        return Step::Failed;
+    if (marks.hasWriteFailure)
+        return Step::WriteFailed;
+    if (marks.hasSummary)
+        return Step::AwaitEnd;
+    run->progress->incrementStep(run->percent);
+    context_.rowChanged(*run);
+    return Step::Go;
+}
+
+void EncoderMonitor::pause(const EncoderRunPtr& run) {
+    FileList& files = context_.files;
+    run->progress->setStatusString(QString());
+    if (!run->task->suspend()) {
+        run->life.suspendDidFail();
+        context_.rowChanged(*run);
+        return;
+    }
+    run->suspended();
+    context_.state.convertingIndex = SharedState::pauseRequested;
+    setPaused(*run->record);
+    files.pausedList.push_back({run->task, run->task->readEnd(),
+                                static_cast<int>(run->task->processIdentifier()), pauseRowId_});
+    context_.rowChanged(*run);
+}

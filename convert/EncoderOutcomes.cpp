@@ -1,0 +1,181 @@
+#include "convert/EncoderOutcomes.h"
+
+#include "convert/ConversionContext.h"
+#include "convert/ConversionDialogs.h"
+#include "convert/ConversionQueue.h"
+#include "convert/EncoderReader.h"
+#include "convert/RowStates.h"
+#include "filelist/FileList.h"
+#include "platform/ChildProcess.h"
+#include "platform/MainThread.h"
+#include "platform/WorkerThreads.h"
+#include "widgets/ProgressObject.h"
+
+#include <QFileInfo>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto longestEnd = 10s;
+
+} // namespace
+
+void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) {
+    const auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
+    switch (verdict) {
+    case EncoderLife::Verdict::Converted:
+        converted(run);
+        break;
+    case EncoderLife::Verdict::WriteFailed:
+        writeFailed(run, reader);
+        break;
+    case EncoderLife::Verdict::Failed:
+        failed(run, &reader);
+        break;
+    case EncoderLife::Verdict::Stopped:
+    case EncoderLife::Verdict::Removed:
+        endAsAsked(run, reader);
+        break;
+    }
+}
+
+void EncoderOutcomes::converted(const EncoderRunPtr& run) {
+    context_.mainThread.onMainThread([&] {
+        if (!queue_.settle(run))
+            return;
+        ++context_.state.noOfConvertedFile;
+        run->progress->setStatusString(QString());
+        setConverted(*run->record);
+        // Kept: a movie that was finished before its pause took effect is not among those that a
+        // later stop or the summary takes out of the list.
+        if (!run->life.suspendFailed())
+            context_.files.convertedFileList.push_back(run->record->id());
+        context_.files.dequeueHead(run->jobId);
+        context_.rowChanged(*run);
+        if (run->life.request() == EncoderLife::Request::None)
+            queue_.startConverting();
+    });
+}
+
+void EncoderOutcomes::endAsAsked(const EncoderRunPtr& run, EncoderReader& reader) {
+    // Nothing was said for a second: one that has just come to its end by itself says so here.
+    if (!reader.awaitEnd(0ms)) {
+        const bool summarySeen =
+            context_.mainThread.onMainThread([&] { return run->life.isSummarySeen(); });
+        // After its summary an encoder has closed its file and ends by itself within milliseconds.
+        if (!summarySeen || !reader.awaitEnd(context_.second)) {
+            run->output.remove();
+            reader.endEncoder();
+        }
+    }
+    const auto [verdict, isFinished] = context_.mainThread.onMainThread(
+        [&] { return std::pair(run->life.verdict(), run->life.isFinished()); });
+    if (verdict == EncoderLife::Verdict::Converted) {
+        converted(run);
+        return;
+    }
+    if (!isFinished)
+        run->output.remove();
+    context_.mainThread.onMainThread([&] {
+        if (verdict == EncoderLife::Verdict::Removed)
+            settleRemoved(run);
+        else
+            settleStopped(run);
+    });
+}
+
+void EncoderOutcomes::settleStopped(const EncoderRunPtr& run) {
+    if (!queue_.settle(run))
+        return;
+    context_.showWaiting(*run);
+    context_.state.convertingIndex = SharedState::noRow;
+    if (context_.state.stopped)
+        context_.files.conversionTaskList.clear();
+}
+
+void EncoderOutcomes::settleRemoved(const EncoderRunPtr& run) {
+    if (!queue_.settle(run))
+        return;
+    if (run->life.wasRemovedWhilePaused()) {
+        auto& paused = context_.files.pausedList;
+        if (!paused.empty() && paused.front().task == run->task)
+            paused.erase(paused.begin());
+        context_.state.pausedFileIsDeleted = false;
+    }
+    queue_.startConverting();
+}
+
+bool EncoderOutcomes::settleAsAsked(const EncoderRunPtr& run) {
+    switch (run->life.request()) {
+    case EncoderLife::Request::None:
+        return false;
+    case EncoderLife::Request::Stop:
+        settleStopped(run);
+        return true;
+    case EncoderLife::Request::Remove:
+        settleRemoved(run);
+        return true;
+    }
+    Q_UNREACHABLE();
+}
+
+void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
+    MainThread& mainThread = context_.mainThread;
+    const Answer answer = askAfterFailure(run);
+    run->output.remove();
+    mainThread.onMainThread([&] {
+        context_.showWaiting(*run);
+        if (answer == Answer::DropJob)
+            context_.files.dequeueHead(run->jobId);
+    });
+    if (reader && !run->task->end())
+        reader->endEncoder();
+    context_.workers.sleep(context_.second);
+    run->output.remove();
+    mainThread.onMainThread([&] {
+        if (settleAsAsked(run) || !queue_.settle(run))
+            return;
+        if (answer == Answer::EndRun)
+            queue_.endRunAfterFailure();
+        else
+            queue_.startConverting();
+    });
+}
+
+EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {
+    MainThread& mainThread = context_.mainThread;
+    mainThread.onMainThread([&] { context_.state.error = true; });
+    if (!QFileInfo::exists(run->source)) {
+        const int answer =
+            mainThread.onMainThread([&] { return context_.dialogs.askSourceRemoved(); });
+        return answer == ConversionDialogs::firstButton ? Answer::EndRun : Answer::TryAgain;
+    }
+    const int answer = mainThread.onMainThread([&] { return answerToConversionError(run); });
+    return answer == ConversionDialogs::firstButton ? Answer::EndRun : Answer::DropJob;
+}
+
+// Kept: the mark of the name conflict guards the stored answer of the conversion error. One that
+// was never given means to ask.
+int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
+    const SharedState& state = context_.state;
+    const int stored = state.resultStoredForConversionError;
+    if (state.checkStatusForFileConflict &&
+        (stored == ConversionDialogs::firstButton || stored == ConversionDialogs::secondButton))
+        return stored;
+    return context_.dialogs.popUpforConversionError(QFileInfo(run->source).fileName());
+}
+
+void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reader) {
+    MainThread& mainThread = context_.mainThread;
+    mainThread.onMainThread([&] { context_.dialogs.tellMemoryFull(); });
+    if (!reader.awaitEnd(longestEnd))
+        reader.endEncoder();
+    run->output.remove();
+    mainThread.onMainThread([&] {
+        if (settleAsAsked(run) || !queue_.settle(run))
+            return;
+        context_.showWaiting(*run);
+        queue_.endRunAfterFailure();
+    });
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "convert/EncoderRun.h"
+
+class ConversionQueue;
+class EncoderReader;
+struct ConversionContext;
+
+/// What follows the end of an encoder, or of a job that never came to one: the questions, the
+/// clean-up, the row's new state and the next job. Each method takes a job to its one outcome and
+/// blocks until it has had it: worker threads only. Throws Cancelled when the program closes.
+/// Owned by the engine.
+class EncoderOutcomes final {
+public:
+    EncoderOutcomes(ConversionContext& context, ConversionQueue& queue)
+        : context_(context), queue_(queue) {}
+    Q_DISABLE_COPY_MOVE(EncoderOutcomes)
+
+    /// What the end of an encoder that has ended means, carried out.
+    void conclude(const EncoderRunPtr& run, EncoderReader& reader);
+    /// A stop or a removal that was asked for.
+    void endAsAsked(const EncoderRunPtr& run, EncoderReader& reader);
+    /// A failed conversion. `reader` is null where no encoder was launched.
+    void failed(const EncoderRunPtr& run, EncoderReader* reader);
+    /// The output could not be written.
+    void writeFailed(const EncoderRunPtr& run, EncoderReader& reader);
+
+private:
+    enum class Answer { EndRun, TryAgain, DropJob };
+
+    void converted(const EncoderRunPtr& run);
+    [[nodiscard]] Answer askAfterFailure(const EncoderRunPtr& run);
+    [[nodiscard]] int answerToConversionError(const EncoderRunPtr& run);
+    void settleStopped(const EncoderRunPtr& run);
+    void settleRemoved(const EncoderRunPtr& run);
+    /// Whether a stop or a removal came while the failure was dealt with; then it is the outcome.
+    [[nodiscard]] bool settleAsAsked(const EncoderRunPtr& run);
+
+    ConversionContext& context_;
+    ConversionQueue& queue_;
+};

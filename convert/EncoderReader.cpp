@@ -1,0 +1,111 @@
+#include "convert/EncoderReader.h"
+
+#include "convert/EncoderMarkers.h"
+#include "platform/MainThread.h"
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using Clock = ReaderSignals::Clock;
+
+constexpr auto longestRest = 100ms;
+constexpr auto obedience = 5s;
+
+std::chrono::milliseconds timeUntil(Clock::time_point moment) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(moment - Clock::now());
+    return std::max<std::chrono::milliseconds>(left, 0ms);
+}
+
+} // namespace
+
+EncoderReader::EncoderReader(MainThread& mainThread, const EncoderRunPtr& run,
+                             std::chrono::milliseconds patience)
+    : mainThread_(mainThread),
+      run_(run),
+      patience_(patience),
+      cutter_({run->source, run->output.path()}) {}
+
+EncoderReader::Event EncoderReader::next() {
+    for (;;) {
+        if (!run_->reader.waitWhileSuspended())
+            throw Cancelled();
+        if (auto piece = cutter_.next(false))
+            return {Event::Kind::Piece, *piece};
+        QByteArray bytes;
+        const auto result = run_->task->read(bytes, limitOfRead());
+        cutter_.add(bytes);
+        const auto asked = run_->reader.endAskedAt();
+        if (result == ChildProcess::Read::Ended) {
+            auto piece = cutter_.next(true);
+            if (!piece)
+                piece = cutter_.last();
+            if (piece)
+                return {Event::Kind::Piece, *piece};
+            noteEnd();
+            return {Event::Kind::Ended};
+        }
+        if (result == ChildProcess::Read::TimedOut) {
+            if (asked && timeUntil(*asked + patience_) == 0ms)
+                return {Event::Kind::EndAsked};
+            if (auto piece = cutter_.next(true))
+                return {Event::Kind::Piece, *piece};
+        }
+    }
+}
+
+std::optional<std::chrono::milliseconds> EncoderReader::limitOfRead() const {
+    std::optional<std::chrono::milliseconds> limit;
+    if (const auto asked = run_->reader.endAskedAt())
+        limit = timeUntil(*asked + patience_);
+    if (cutter_.hasRest())
+        limit = std::min<std::chrono::milliseconds>(limit.value_or(longestRest), longestRest);
+    return limit;
+}
+
+bool EncoderReader::awaitEnd(std::chrono::milliseconds limit) {
+    const auto deadline = Clock::now() + limit;
+    for (;;) {
+        QByteArray bytes;
+        const auto result = run_->task->read(bytes, timeUntil(deadline));
+        cutter_.add(bytes);
+        const bool ended = result == ChildProcess::Read::Ended;
+        auto piece = cutter_.next(ended);
+        if (!piece && ended)
+            piece = cutter_.last();
+        if (piece) {
+            const EncoderMarkers marks = markersOf(piece->text);
+            mainThread_.onMainThread([&] {
+                run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+            });
+            continue;
+        }
+        if (ended) {
+            noteEnd();
+            return true;
+        }
+        if (timeUntil(deadline) == 0ms)
+            return false;
+    }
+}
+
+void EncoderReader::endEncoder() {
+    const auto tell = [this](bool (ChildProcess::*signal)()) {
+        if ((run_->task.get()->*signal)())
+            mainThread_.onMainThread([this] { run_->life.toldToEnd(); });
+    };
+    tell(&ChildProcess::terminate);
+    run_->task->resume();
+    if (awaitEnd(obedience))
+        return;
+    tell(&ChildProcess::kill);
+    // A process that hangs in the kernel cannot be helped: it is left behind.
+    awaitEnd(obedience);
+}
+
+void EncoderReader::noteEnd() {
+    if (const auto end = run_->task->end())
+        mainThread_.onMainThread([&] { run_->life.ended(*end); });
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "convert/EncoderRun.h"
+#include "convert/PieceCutter.h"
+
+#include <chrono>
+#include <optional>
+
+class MainThread;
+
+/// Reads one encoder's standard error, piece by piece, up to its end. One reader thread, which
+/// owns it.
+class EncoderReader final {
+public:
+    struct Event {
+        enum class Kind {
+            Piece,
+            EndAsked, ///< a stop or a removal was asked for a while ago and nothing was said since
+            Ended
+        };
+
+        Kind kind = Kind::Ended;
+        EncoderPiece piece = {};
+    };
+
+    /// `patience`: how long a silent encoder that was asked to end is waited for.
+    EncoderReader(MainThread& mainThread, const EncoderRunPtr& run,
+                  std::chrono::milliseconds patience);
+    Q_DISABLE_COPY_MOVE(EncoderReader)
+
+    /// Blocks, also while the encoder is suspended. Throws Cancelled when the program closes.
+    [[nodiscard]] Event next();
+    /// Reads on for at most `limit`, only to see whether the encoder comes to its end in good
+    /// order; false when it still lives.
+    bool awaitEnd(std::chrono::milliseconds limit);
+    /// Ends the encoder: asks it, and kills it when it does not obey within five seconds.
+    void endEncoder();
+
+private:
+    [[nodiscard]] std::optional<std::chrono::milliseconds> limitOfRead() const;
+    void noteEnd();
+
+    MainThread& mainThread_;
+    const EncoderRunPtr run_;
+    const std::chrono::milliseconds patience_;
+    PieceCutter cutter_;
+};

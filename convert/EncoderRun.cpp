@@ -1,0 +1,50 @@
+#include "convert/EncoderRun.h"
+
+std::optional<ReaderSignals::Clock::time_point> ReaderSignals::endAskedAt() const {
+    const std::lock_guard lock(mutex_);
+    return endAskedAt_;
+}
+
+bool ReaderSignals::waitWhileSuspended() const {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return !suspended_ || endAskedAt_ || closing_; });
+    return !closing_;
+}
+
+void ReaderSignals::setSuspended(bool suspended) {
+    const std::lock_guard lock(mutex_);
+    suspended_ = suspended;
+    changed_.notify_all();
+}
+
+void ReaderSignals::askForEnd() {
+    const std::lock_guard lock(mutex_);
+    if (!endAskedAt_)
+        endAskedAt_ = Clock::now();
+    changed_.notify_all();
+}
+
+void ReaderSignals::close() {
+    const std::lock_guard lock(mutex_);
+    closing_ = true;
+    changed_.notify_all();
+}
+
+void EncoderRun::ask(EncoderLife::Request request) {
+    if (life.isSettled())
+        return;
+    life.ask(request);
+    reader.askForEnd();
+    if (task)
+        task->wakeReader();
+}
+
+void EncoderRun::suspended() {
+    life.suspended();
+    reader.setSuspended(true);
+}
+
+void EncoderRun::resumed() {
+    life.resumed();
+    reader.setSuspended(false);
+}

@@ -1,0 +1,251 @@
+#include "convert/PauseAndStop.h"
+
+#include "convert/ConversionContext.h"
+#include "convert/ConversionDialogs.h"
+#include "convert/ConversionQueue.h"
+#include "convert/EncoderMonitor.h"
+#include "convert/RowStates.h"
+#include "convert/RunSummary.h"
+#include "convert/RunWindow.h"
+#include "filelist/FileList.h"
+#include "filelist/StatusWords.h"
+#include "platform/ChildProcess.h"
+#include "platform/LocalizedStrings.h"
+#include "platform/MainThread.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.convert")
+
+} // namespace
+
+PauseAndStop::PauseAndStop(ConversionContext& context, ConversionQueue& queue,
+                           EncoderMonitor& monitor, RunSummary& summary)
+    : context_(context), queue_(queue), monitor_(monitor), summary_(summary) {}
+
+void PauseAndStop::startConverting() {
+    queue_.startConverting();
+}
+
+void PauseAndStop::changeConvertingIndex() {
+    queue_.changeConvertingIndex();
+}
+
+void PauseAndStop::setConvertingIndexForPause(int row) {
+    // The row of the button, as it is now: the selection may have moved on by the time that the
+    // encoder says something.
+    monitor_.setPauseRowId(context_.files.idList.at(static_cast<size_t>(row)));
+    context_.state.convertingIndex = SharedState::pauseRequested;
+}
+
+void PauseAndStop::setConvertingIndexForResume(int row) {
+    FileList& files = context_.files;
+    const int id = files.idList.at(static_cast<size_t>(row));
+    context_.state.noOfconvertingFileList.add(id);
+    for (const int paused : files.filePausedId)
+        qCDebug(log, "paused: %d", paused);
+    const auto entry =
+        std::find_if(files.pausedList.begin(), files.pausedList.end(),
+                     [id](const PausedTask& each) { return each.selectedrowid == id; });
+    if (entry == files.pausedList.end())
+        return;
+    const std::shared_ptr<ChildProcess> task = entry->task;
+    files.pausedList.erase(entry);
+    context_.state.convertingIndex = row;
+    context_.state.stopped = false;
+    resumeFile(task);
+}
+
+void PauseAndStop::resumeFile(const std::shared_ptr<ChildProcess>& task) {
+    queue_.lockForRun();
+    context_.runningTask = task;
+    task->resume();
+    for (const EncoderRunPtr& run : context_.liveRuns) {
+        if (run->task == task)
+            run->resumed();
+    }
+}
+
+void PauseAndStop::StopPausedTask() {
+    FileList& files = context_.files;
+    const std::vector<JobRecordPtr> records = files.fileInfoArr;
+    for (const JobRecordPtr& record : records) {
+        if (record->text(key::status) != status::STATPS)
+            continue;
+        context_.state.convertingIndex = SharedState::stoppingPaused;
+        const EncoderRunPtr run = context_.unsettledRunOfJob(record->id());
+        if (!files.pausedList.empty()) {
+            askToEnd(run);
+            endPausedTask(files.pausedList.front());
+        }
+        deletePartialOutput(record->id());
+        files.pausedList.clear();
+        waitUntilSettled(run);
+        setWaiting(*record);
+        if (const auto row = files.rowOfId(record->id())) {
+            clearProgress(*files.progressObjects.at(static_cast<size_t>(*row)));
+            context_.window.rowChanged(*row);
+        }
+    }
+}
+
+void PauseAndStop::stop() {
+    if (context_.files.conversionTaskList.empty())
+        return;
+    const int answer = context_.dialogs.ask(
+        {getLocalString("IDS_TXT_POPUP_STOPCONVERTING") + u'\n' +
+             getLocalString("IDS_TXT_POPUP_STOPCONVERTING2"),
+         getLocalString("IDS_BTN_POPUP_CANCEL"), getLocalString("IDS_BTN_POPUP_OK")});
+    if (answer == ConversionDialogs::secondButton)
+        stopConversion();
+}
+
+void PauseAndStop::stopConversion() {
+    context_.state.stopped = true;
+    const EncoderRunPtr run = context_.currentRun;
+    if (run && !run->life.isSettled()) {
+        // Before its encoder there is nothing to wait for: the job's thread finds itself alone.
+        if (run->life.phase() == EncoderLife::Phase::Preparing) {
+            (void)queue_.settle(run);
+            context_.showWaiting(*run);
+            context_.state.convertingIndex = SharedState::noRow;
+        } else {
+            askToEnd(run);
+        }
+    }
+    if (!context_.files.pausedList.empty())
+        StopPausedTask();
+    context_.files.conversionTaskList.clear();
+    queue_.unlockAfterRun();
+    waitUntilSettled(run);
+    summary_.removeConvertedRows();
+}
+
+void PauseAndStop::replicaOfConvert() {
+    if (!QFileInfo::exists(context_.window.outputFolderText())) {
+        context_.dialogs.tellOutputFolderUnavailable();
+        return;
+    }
+    for (const JobRecordPtr& record : context_.files.fileInfoArr) {
+        if (record->text(key::status) == status::STATWT && record->number(key::check) == 1)
+            context_.files.conversionTaskList.push_back(record->id());
+    }
+    context_.state.stopped = false;
+    queue_.lockForRun();
+    queue_.startConverting();
+}
+
+void PauseAndStop::popUpForStartResumePausedFiles() {
+    const int answer = context_.dialogs.ask({getLocalString("IDS_TXT_POPUP_PUASEDJOBS") + u'\n' +
+                                                 getLocalString("IDS_TXT_POPUP_CLICKTOCONTINUE"),
+                                             getLocalString("IDS_BTN_POPUP_CANCEL"),
+                                             getLocalString("IDS_BTN_CONVERT")});
+    if (answer == ConversionDialogs::secondButton) {
+        for (const PausedTask& paused : context_.files.pausedList)
+            queueAgain(paused.selectedrowid);
+        queue_.startConverting();
+        return;
+    }
+    queue_.unlockAfterRun();
+    summary_.popUpForNoOfConvertedfiles();
+    if (context_.window.isOpenFolderChecked())
+        context_.window.showFolder(context_.window.outputFolderText());
+}
+
+void PauseAndStop::queueAgain(int jobId) {
+    FileList& files = context_.files;
+    for (int row = 0; row < static_cast<int>(files.idList.size()); ++row) {
+        if (files.idList[static_cast<size_t>(row)] != jobId)
+            continue;
+        JobRecord& record = *files.recordAt(row);
+        setWaiting(record);
+        record.set(key::status, status::STATPW);
+        files.conversionTaskList.push_back(jobId);
+        context_.window.rowChanged(row);
+    }
+}
+
+void PauseAndStop::deletePartialOutput(int jobId) {
+    if (const EncoderRunPtr run = context_.unsettledRunOfJob(jobId))
+        removeUnfinishedOutput(*run);
+}
+
+void PauseAndStop::rowRemoved(int jobId) {
+    const EncoderRunPtr run = context_.unsettledRunOfJob(jobId);
+    if (!run)
+        return;
+    if (run->life.phase() != EncoderLife::Phase::Preparing) {
+        askToEnd(run, EncoderLife::Request::Remove);
+        return;
+    }
+    (void)queue_.settle(run);
+    // Not now: the removal comes to its own end first.
+    QTimer::singleShot(0, &context_.mainThread, [this] {
+        try {
+            queue_.startConverting();
+        } catch (const Cancelled&) {
+            qCDebug(log, "the next job was not begun: the program closes");
+        }
+    });
+}
+
+void PauseAndStop::endPausedTask(const PausedTask& paused) {
+    paused.task->resume();
+    paused.task->terminate();
+}
+
+void PauseAndStop::askToEnd(const EncoderRunPtr& run, EncoderLife::Request request) {
+    if (run)
+        run->ask(request);
+}
+
+void PauseAndStop::removeUnfinishedOutput(const EncoderRun& run) const {
+    // One that came to its end in good order has a finished file, whether its reader knows it yet
+    // or not.
+    const auto end = run.task ? run.task->end() : std::nullopt;
+    if (!end || !end->succeeded())
+        run.output.remove();
+}
+
+void PauseAndStop::waitUntilSettled(const EncoderRunPtr& run) {
+    context_.mainThread.waitUntil([&] { return !run || run->life.isSettled(); }, context_.second);
+}
+
+void PauseAndStop::quit() {
+    for (const JobRecordPtr& record : context_.files.fileInfoArr) {
+        if (record->text(key::conversionstat) == status::CONRUNNING)
+            deletePartialOutput(record->id());
+    }
+    for (const PausedTask& paused : context_.files.pausedList)
+        endPausedTask(paused);
+    if (context_.runningTask)
+        context_.runningTask->terminate();
+    for (const EncoderRunPtr& run : context_.liveRuns) {
+        run->reader.close();
+        if (!run->task)
+            continue;
+        removeUnfinishedOutput(*run);
+        run->task->resume();
+        if (run->task->terminate())
+            run->life.toldToEnd();
+    }
+}
+
+void PauseAndStop::finishQuit() {
+    using namespace std::chrono_literals;
+    for (const EncoderRunPtr& run : context_.liveRuns) {
+        if (!run->task)
+            continue;
+        if (!run->task->waitForEnd(1s)) {
+            run->task->kill();
+            (void)run->task->waitForEnd(1s);
+        }
+        removeUnfinishedOutput(*run);
+    }
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "convert/EncoderRun.h"
+#include "filelist/RunControl.h"
+
+#include <memory>
+
+class ChildProcess;
+class ConversionQueue;
+class EncoderMonitor;
+class RunSummary;
+struct ConversionContext;
+
+/// Pauses, resumes and stops: what the user asks of a run that is under way. Main thread; owned by
+/// the engine.
+class PauseAndStop final : public RunControl {
+public:
+    PauseAndStop(ConversionContext& context, ConversionQueue& queue, EncoderMonitor& monitor,
+                 RunSummary& summary);
+    Q_DISABLE_COPY_MOVE(PauseAndStop)
+
+    void startConverting() override;
+    void changeConvertingIndex() override;
+    void setConvertingIndexForPause(int row) override;
+    void setConvertingIndexForResume(int row) override;
+    void StopPausedTask() override;
+    void deletePartialOutput(int jobId) override;
+    void rowRemoved(int jobId) override;
+    void endPausedTask(const PausedTask& paused) override;
+
+    void resumeFile(const std::shared_ptr<ChildProcess>& task);
+    /// The Stop button: asks first, and does nothing while nothing is queued.
+    void stop();
+    /// Stops the run and waits until its encoder has had its outcome.
+    void stopConversion();
+    /// A second start of a run, for the checked rows; nothing calls it.
+    void replicaOfConvert();
+    /// Offers to go on with paused jobs; nothing calls it.
+    void popUpForStartResumePausedFiles();
+
+    /// Every encoder ends and its partial output goes. finishQuit() must follow when nothing runs
+    /// on the main loop any more.
+    void quit();
+    /// Waits for the encoders, kills those that do not obey, and deletes what they still wrote.
+    void finishQuit();
+
+private:
+    static void askToEnd(const EncoderRunPtr& run,
+                         EncoderLife::Request request = EncoderLife::Request::Stop);
+    void removeUnfinishedOutput(const EncoderRun& run) const;
+    void waitUntilSettled(const EncoderRunPtr& run);
+    void queueAgain(int jobId);
+
+    ConversionContext& context_;
+    ConversionQueue& queue_;
+    EncoderMonitor& monitor_;
+    RunSummary& summary_;
+};

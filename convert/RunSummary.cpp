@@ -1,0 +1,52 @@
+#include "convert/RunSummary.h"
+
+#include "convert/ConversionContext.h"
+#include "convert/ConversionDialogs.h"
+#include "convert/RunWindow.h"
+#include "filelist/FileCount.h"
+#include "filelist/FileList.h"
+#include "platform/LocalizedStrings.h"
+#include "widgets/ProgressObject.h"
+
+#include <algorithm>
+
+void RunSummary::popUpForNoOfConvertedfiles() {
+    SharedState& state = context_.state;
+    if (state.noOfconvertingFileList.isEmpty())
+        return;
+    const int answer = context_.dialogs.ask({getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL"),
+                                             getLocalString("IDS_BTN_POPUP_OK"),
+                                             getLocalString("IDS_BTN_OPEN_FOLDER")});
+    state.stopped = true;
+    if (answer == ConversionDialogs::secondButton) {
+        context_.window.uncheckOpenFolder();
+        context_.window.showFolder(context_.window.outputFolderText());
+    }
+    state.noOfConvertedFile = 0;
+    state.noOfconvertingFileList.clear();
+    context_.files.conversionTaskList.clear();
+    context_.files.pausedList.clear();
+    removeConvertedRows();
+}
+
+void RunSummary::removeConvertedRows() {
+    FileList& files = context_.files;
+    SharedState& state = context_.state;
+    std::vector<int> rows;
+    for (int row = files.rowCount() - 1; row >= 0; --row) {
+        const auto& done = files.convertedFileList;
+        if (std::find(done.begin(), done.end(), files.recordAt(row)->id()) != done.end())
+            rows.push_back(row);
+    }
+    context_.window.removeRows(rows, [&] {
+        for (const int row : rows) {
+            files.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
+            files.removeRow(row);
+        }
+    });
+    files.convertedFileList.clear();
+    state.count = files.rowCount();
+    if (state.count == 0)
+        context_.window.setRemoveEnabled(false);
+    context_.window.showFileCount(fileCountText(state, state.count));
+}

@@ -1,0 +1,219 @@
+#include "filelist/AddFiles.h"
+
+#include "filelist/FileCount.h"
+#include "filelist/FileList.h"
+#include "filelist/ListWindow.h"
+#include "filelist/MovieProbe.h"
+#include "filelist/StatusWords.h"
+#include "media/ProbeReport.h"
+#include "media/ProfileCatalogue.h"
+#include "media/ResolutionCatalogue.h"
+#include "platform/LocalizedStrings.h"
+#include "platform/MainThread.h"
+#include "platform/desktop/VolumeInfo.h"
+#include "widgets/PopUpBoxes.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <stdexcept>
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.filelist")
+
+constexpr int cancelAnswer = 1000;
+// A position of the encoder has 11 characters; a shorter text means that none was read yet.
+constexpr int shortestPosition = 8;
+
+const QString none = QStringLiteral("None");
+const QString hevc = QStringLiteral("HEVC");
+
+struct FileFacts {
+    qint64 size = 0;
+    VolumeFacts volume;
+};
+
+} // namespace
+
+void AddFiles::beforePanel() {
+    parts_.state.checkStatusForSdCardDelay = false;
+}
+
+void AddFiles::addPicked(const QStringList& paths) {
+    addAll(paths, Origin::Panel);
+}
+
+void AddFiles::addDropped(const QStringList& paths) {
+    addAll(paths, Origin::Drop);
+}
+
+void AddFiles::addAll(const QStringList& paths, Origin origin) {
+    unsupportedTold_ = false;
+    resolutionId_ = ResolutionCatalogue::smallestId;
+    parts_.window.setRemoveEnabled(true);
+    for (const QString& path : paths) {
+        if (addOne(path, origin) == Next::Stop)
+            break;
+    }
+    close();
+}
+
+void AddFiles::close() {
+    parts_.files.arrayControllerNew = parts_.files.fileInfoArr;
+    parts_.window.setSelectAllChecked(parts_.files.allChecked());
+    parts_.window.reloadTable();
+}
+
+AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
+    ++parts_.state.itemId;
+    if (volumeIsRefused(path))
+        return Next::Stop;
+    const JobRecordPtr record = buildRecord(path);
+    parts_.files.append(record);
+    try {
+        examine(record, path);
+        parts_.window.reloadTable();
+        const bool accepted = record->text(key::video) == hevc;
+        // Kept: the encoder's last position decides, which no probe sets, so movies are examined
+        // twice until one was converted.
+        if (parts_.state.probe.duration.size() < shortestPosition)
+            parts_.probe.getVideoInfo(path, parts_.files.rowCount());
+        if (!accepted) {
+            reject(origin);
+            tellUnsupported();
+        } else {
+            parts_.files.arrayControllerNew.push_back(record);
+            parts_.window.reloadTable();
+        }
+        refreshCount();
+        return Next::GoOn;
+    } catch (const std::exception&) {
+        undoHalfBuilt(record);
+        throw;
+    } catch (const Cancelled&) {
+        undoHalfBuilt(record);
+        throw;
+    }
+}
+
+bool AddFiles::volumeIsRefused(const QString& path) {
+    const FileFacts facts = parts_.mainThread.waitForResult([path, &volumes = parts_.volumes] {
+        const QFileInfo file(path);
+        return FileFacts{file.size(), volumes.facts(file.path())};
+    });
+    qCDebug(log, "%s: %.2lfM", qPrintable(path), static_cast<double>(facts.size) / 1'000'000.0);
+    if (!facts.volume.removable)
+        return false;
+    const SharedState& state = parts_.state;
+    const int answer = state.checkStatusForSdCardDelay ? state.resultStoredForSdCardDelay
+                                                       : parts_.popUpforSdCardDelay();
+    return answer == cancelAnswer;
+}
+
+JobRecordPtr AddFiles::buildRecord(const QString& path) {
+    FileList& files = parts_.files;
+    const QString name = QFileInfo(path).fileName();
+    const QString quality = parts_.profiles.defaultCmbItem();
+    const auto record = std::make_shared<JobRecord>();
+    record->set(key::id, static_cast<int>(parts_.state.itemId));
+    record->set(key::name, name);
+    files.check.push_back(1);
+    files.cmb.push_back(quality);
+    record->set(key::srcpath, path);
+    record->set(key::path, QString(parts_.state.outputFolder + u'/' + name));
+    record->set(key::check, 1);
+    record->set(key::audio, none);
+    record->set(key::video, none);
+    record->set(key::duration, none);
+    record->set(key::profile, ProfileCatalogue::defaultProfile());
+    record->set(key::profileForCol, quality);
+    record->set(key::status, status::STATWT);
+    record->set(key::progress, getLocalString("IDS_TXT_STATUS_WAITING"));
+    record->set(key::image, rowimage::remove);
+    record->set(key::converted, status::STATWT);
+    record->set(key::conversionstat, status::CONRUNNING);
+    record->set(key::cmb, quality);
+    return record;
+}
+
+void AddFiles::examine(const JobRecordPtr& record, const QString& path) {
+    const QString report = parts_.probe.getVideoInfo2(path, parts_.files.rowCount());
+    if (parts_.probe.isEncoderMissing())
+        tellEncoderMissing();
+    try {
+        takeReport(*record, report);
+    } catch (const std::out_of_range&) {
+        tellUnsupported();
+        throw;
+    }
+}
+
+void AddFiles::takeReport(JobRecord& record, const QString& report) {
+    ProbeValues& values = parts_.state.probe;
+    if (const auto duration = probedDuration(report)) {
+        values.durationMain = *duration;
+        record.set(key::duration, *duration);
+    }
+    if (const auto audio = probedAudio(report)) {
+        values.audioCodec = audio->text;
+        if (audio->isWanted)
+            record.set(key::audio, audio->text);
+    }
+    const auto video = probedVideo(report);
+    if (!video)
+        return;
+    values.videoCodec = video->text;
+    if (!video->isWanted)
+        return;
+    record.set(key::video, video->text);
+    takeSize(record, report);
+}
+
+void AddFiles::takeSize(JobRecord& record, const QString& report) {
+    const PictureSize size = pictureSize(report);
+    // A size of no list takes the list of the movie before it in the same add.
+    resolutionId_ =
+        ResolutionCatalogue::resolutionId(size.width, size.height).value_or(resolutionId_);
+    const QString resolution = parts_.resolutions.getDefaultResolution(resolutionId_);
+    record.set(key::resolutionID, resolutionId_);
+    parts_.files.resolutionListForTable.push_back(resolution);
+    record.set(key::resolution, resolution);
+}
+
+void AddFiles::reject(Origin origin) {
+    if (origin == Origin::Panel)
+        parts_.files.dropRejectedPicked();
+    else
+        parts_.files.dropRejectedDropped();
+}
+
+void AddFiles::undoHalfBuilt(const JobRecordPtr& record) {
+    FileList& files = parts_.files;
+    const bool isShown =
+        !files.arrayControllerNew.empty() && files.arrayControllerNew.back() == record;
+    if (!isShown && !files.fileInfoArr.empty() && files.fileInfoArr.back() == record)
+        files.fileInfoArr.pop_back();
+    files.trimToRecords();
+    parts_.window.reloadTable();
+}
+
+void AddFiles::tellUnsupported() {
+    if (std::exchange(unsupportedTold_, true))
+        return;
+    PopUpBoxes(parts_.window.boxParent())
+        .PopUpMesg({getLocalString("IDS_TXT_UNSUPPORTED"), getLocalString("IDS_BTN_POPUP_OK")});
+}
+
+void AddFiles::tellEncoderMissing() {
+    if (std::exchange(encoderMissingTold_, true))
+        return;
+    unsupportedTold_ = true;
+    PopUpBoxes(parts_.window.boxParent())
+        .PopUpMesg({getLocalString("IDS_TXT_ENCODER_MISSING"), getLocalString("IDS_BTN_POPUP_OK")});
+}
+
+void AddFiles::refreshCount() {
+    parts_.state.count = parts_.files.rowCount();
+    parts_.window.showFileCount(fileCountText(parts_.state, parts_.state.count));
+}

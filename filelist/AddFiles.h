@@ -1,0 +1,70 @@
+#pragma once
+
+#include "filelist/JobRecord.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class FileList;
+class ListWindow;
+class MainThread;
+class MovieProbe;
+class ProfileCatalogue;
+class ResolutionCatalogue;
+class VolumeInfo;
+struct SharedState;
+
+/// Adds movies to the list, picked in the panel or dropped: builds the record, examines the movie,
+/// keeps it when its video is HEVC. The main loop turns meanwhile. Main thread; owned by the
+/// controller.
+class AddFiles final {
+public:
+    struct Parts {
+        MainThread& mainThread;
+        FileList& files;
+        SharedState& state;
+        MovieProbe& probe;
+        VolumeInfo& volumes;
+        const ProfileCatalogue& profiles;
+        const ResolutionCatalogue& resolutions;
+        ListWindow& window;
+        /// The question about a removable volume; see ConversionDialogs.
+        std::function<int()> popUpforSdCardDelay;
+    };
+
+    explicit AddFiles(Parts parts) : parts_(std::move(parts)) {}
+    Q_DISABLE_COPY_MOVE(AddFiles)
+
+    /// What comes before the panel: every add asks about removable volumes afresh.
+    void beforePanel();
+    /// The movies of a confirmed panel, in its order. Ends early, without the closing steps, at
+    /// the first movie whose report cannot be read or that is refused as the first of the list.
+    void addPicked(const QStringList& paths);
+    void addDropped(const QStringList& paths);
+    /// Shows the list as it is now; also after a panel that was cancelled.
+    void close();
+
+private:
+    enum class Origin { Panel, Drop };
+    enum class Next { GoOn, Stop };
+
+    void addAll(const QStringList& paths, Origin origin);
+    [[nodiscard]] Next addOne(const QString& path, Origin origin);
+    [[nodiscard]] bool volumeIsRefused(const QString& path);
+    [[nodiscard]] JobRecordPtr buildRecord(const QString& path);
+    void examine(const JobRecordPtr& record, const QString& path);
+    void takeReport(JobRecord& record, const QString& report);
+    void takeSize(JobRecord& record, const QString& report);
+    void reject(Origin origin);
+    void undoHalfBuilt(const JobRecordPtr& record);
+    void tellUnsupported();
+    void tellEncoderMissing();
+    void refreshCount();
+
+    const Parts parts_;
+    int resolutionId_ = 0;
+    bool unsupportedTold_ = false;
+    bool encoderMissingTold_ = false;
+};

@@ -1,0 +1,67 @@
+#include "filelist/RemoveFiles.h"
+
+#include "filelist/FileCount.h"
+#include "filelist/FileList.h"
+#include "filelist/ListWindow.h"
+#include "filelist/RunControl.h"
+#include "filelist/StatusWords.h"
+#include "widgets/ProgressObject.h"
+
+void RemoveFiles::remove() {
+    state_.pausedFileIsDeleted = false;
+    std::vector<int> rows;
+    for (int row = files_.rowCount() - 1; row >= 0; --row) {
+        if (files_.check.at(static_cast<size_t>(row)) == 1)
+            rows.push_back(row);
+    }
+    window_.removeRows(rows, [&] {
+        for (const int row : rows)
+            removeRow(row);
+    });
+    if (files_.rowCount() == 0)
+        window_.setSelectAllChecked(false);
+    if (state_.pausedFileIsDeleted && !files_.pausedList.empty())
+        files_.pausedList.erase(files_.pausedList.begin());
+    run_.changeConvertingIndex();
+    window_.reloadTable();
+    if (files_.rowCount() == 0)
+        window_.setRemoveEnabled(false);
+    // Kept: `count` is left as it was, the caption goes by the list.
+    window_.showFileCount(fileCountText(state_, files_.rowCount()));
+}
+
+void RemoveFiles::removeRow(int row) {
+    const JobRecordPtr record = files_.recordAt(row);
+    const int jobId = record->id();
+    const QString status = record->text(key::status);
+    if (status == status::STATCR || status == status::STATPS)
+        run_.deletePartialOutput(jobId);
+    run_.rowRemoved(jobId);
+    if (status == status::STATPS)
+        endPaused(jobId);
+    if (status == status::STATCO && state_.isConversionRunning)
+        --state_.noOfConvertedFile;
+    state_.noOfconvertingFileList.remove(jobId);
+    files_.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
+    files_.removeRow(row);
+    if (state_.convertingIndex == row)
+        state_.convertingIndex = SharedState::noRow;
+}
+
+// Only the first paused entry is looked at.
+void RemoveFiles::endPaused(int jobId) {
+    state_.pausedFileIsDeleted = true;
+    if (files_.pausedList.empty() || files_.pausedList.front().selectedrowid != jobId)
+        return;
+    run_.endPausedTask(files_.pausedList.front());
+    state_.isPausedRemove = true;
+}
+
+void RemoveFiles::selectAll(bool checked) {
+    const int value = checked ? 1 : 0;
+    for (int row = 0; row < static_cast<int>(files_.check.size()); ++row) {
+        files_.check[static_cast<size_t>(row)] = value;
+        files_.recordAt(row)->set(key::check, value);
+    }
+    window_.reloadTable();
+}

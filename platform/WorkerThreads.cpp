@@ -1,0 +1,60 @@
+#include "platform/WorkerThreads.h"
+
+#include "platform/MainThreadCalls.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+struct WorkerThreads::Shared {
+    std::mutex mutex;
+    std::condition_variable changed;
+    int running = 0;
+    bool closing = false;
+};
+
+WorkerThreads::WorkerThreads() : shared_(std::make_shared<Shared>()) {}
+
+WorkerThreads::~WorkerThreads() {
+    close();
+}
+
+int WorkerThreads::runningCount() const {
+    const std::lock_guard lock(shared_->mutex);
+    return shared_->running;
+}
+
+void WorkerThreads::start(std::function<void()> body) {
+    {
+        const std::lock_guard lock(shared_->mutex);
+        ++shared_->running;
+    }
+    std::thread([shared = shared_, body = std::move(body)]() mutable {
+        try {
+            body();
+        } catch (const Cancelled&) {
+        }
+        // What it captured goes before the thread counts as ended.
+        body = nullptr;
+        const std::lock_guard lock(shared->mutex);
+        --shared->running;
+        shared->changed.notify_all();
+    }).detach();
+}
+
+void WorkerThreads::sleep(std::chrono::milliseconds time) const {
+    std::unique_lock lock(shared_->mutex);
+    if (shared_->changed.wait_for(lock, time, [this] { return shared_->closing; }))
+        throw Cancelled();
+}
+
+void WorkerThreads::close() {
+    const std::lock_guard lock(shared_->mutex);
+    shared_->closing = true;
+    shared_->changed.notify_all();
+}
+
+bool WorkerThreads::waitForAll(std::chrono::milliseconds limit) const {
+    std::unique_lock lock(shared_->mutex);
+    return shared_->changed.wait_for(lock, limit, [this] { return shared_->running == 0; });
+}

@@ -60,6 +60,12 @@ void paintBackground(QPainter* painter, QStyleOptionViewItem option) {
     styleOf(option)->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
 }
 
+/// Halfway between two colours.
+QColor mixed(const QColor& one, const QColor& other) {
+    return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2,
+            (one.blue() + other.blue()) / 2};
+}
+
 bool isRowSelected(const QStyleOptionViewItem& option, const QModelIndex& index) {
     const auto* const view = qobject_cast<const QAbstractItemView*>(option.widget);
     return view && view->selectionModel() &&
@@ -102,6 +108,14 @@ int CheckDelegate::columnWidth(const QWidget& widget) {
            3 * gap;
 }
 
+QPalette CheckDelegate::boxPalette(QPalette palette) {
+    const QColor ground = palette.color(QPalette::Base);
+    if (ground.lightnessF() < 0.5)
+        palette.setColor(QPalette::Window,
+                         mixed(palette.color(QPalette::Text), ground).lighter(140));
+    return palette;
+}
+
 void CheckDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const {
     QStyleOptionViewItem cell = option;
@@ -112,6 +126,7 @@ void CheckDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
     QStyleOptionViewItem box = cell;
     box.rect = boxRect(option.rect, *option.widget);
+    box.palette = boxPalette(box.palette);
     box.state &= ~(QStyle::State_HasFocus | QStyle::State_Selected);
     box.state |= cell.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
     styleOf(option)->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter,
@@ -143,13 +158,9 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     const bool isLocked = !(index.flags() & Qt::ItemIsEnabled);
-    if (isLocked && isRowSelected(option, index)) {
+    if (isLocked && isRowSelected(option, index))
         // A locked cell is no hole in the band of a selected row: only its text is faint.
         cell.state |= QStyle::State_Selected | QStyle::State_Enabled;
-        QColor faint = cell.palette.color(QPalette::HighlightedText);
-        faint.setAlphaF(0.55F);
-        cell.palette.setColor(QPalette::HighlightedText, faint);
-    }
     QStyleOptionViewItem background = cell;
     paintBackground(painter, background);
 
@@ -161,16 +172,18 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     cell.rect = QStyle::visualRect(option.direction, option.rect, cell.rect);
     cell.state &= ~QStyle::State_HasFocus;
     cell.backgroundBrush = {};
-    const QPalette::ColorRole role =
-        cell.state & QStyle::State_Selected ? QPalette::HighlightedText : QPalette::Text;
-    const QPalette::ColorGroup group =
-        cell.state & QStyle::State_Enabled ? QPalette::Active : QPalette::Disabled;
+    const bool isSelected = cell.state & QStyle::State_Selected;
+    QColor ink = cell.palette.color(QPalette::Active,
+                                    isSelected ? QPalette::HighlightedText : QPalette::Text);
+    if (isLocked)
+        ink = mixed(ink, cell.palette.color(QPalette::Active,
+                                            isSelected ? QPalette::Highlight : QPalette::Base));
     const int margin =
         styleOf(option)->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
     const QRect text = cell.rect.adjusted(margin, 0, -margin, 0);
     painter->save();
     painter->setFont(cell.font);
-    painter->setPen(cell.palette.color(group, role));
+    painter->setPen(ink);
     painter->drawText(text, int(Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine),
                       cell.fontMetrics.elidedText(cell.text, cell.textElideMode, text.width()));
     painter->restore();
@@ -180,8 +193,8 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyleOption down;
     down.rect = arrow;
     down.palette = cell.palette;
-    down.palette.setColor(QPalette::ButtonText, cell.palette.color(group, role));
-    down.palette.setColor(QPalette::WindowText, cell.palette.color(group, role));
+    down.palette.setColor(QPalette::ButtonText, ink);
+    down.palette.setColor(QPalette::WindowText, ink);
     down.state = QStyle::State_Enabled;
     painter->save();
     painter->setOpacity(option.state & QStyle::State_MouseOver ? 1.0 : 0.6);

@@ -32,6 +32,8 @@ public:
     /// Where the check box stands in a cell, and in the header above.
     [[nodiscard]] static QRect boxRect(const QRect& cell, const QWidget& widget);
     [[nodiscard]] static int columnWidth(const QWidget& widget);
+    /// A palette in which the frame of a check box can be seen on a dark ground too.
+    [[nodiscard]] static QPalette boxPalette(QPalette palette);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

@@ -1,5 +1,6 @@
 #include "filelist/FileTableView.h"
 
+#include "filelist/FileTableAccessible.h"
 #include "filelist/FileTableDelegates.h"
 #include "filelist/FileTableModel.h"
 #include "platform/LocalizedStrings.h"
@@ -34,6 +35,7 @@ FileTableView::FileTableView(QWidget* parent)
       resDelegate_(new ComboDelegate(this)),
       cmbDelegate_(new ComboDelegate(this)),
       buttonDelegate_(new RowButtonDelegate(this)) {
+    FileTableAccessible::install();
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     // Editors are opened by openEditor() alone, which asks the gate.
@@ -58,9 +60,13 @@ FileTableView::FileTableView(QWidget* parent)
     setItemDelegateForColumn(section(TableColumn::Progress), new ProgressCell(this));
     setItemDelegateForColumn(section(TableColumn::Im), buttonDelegate_);
 
+    btnSelectAll_->setPalette(CheckDelegate::boxPalette(palette()));
     btnSelectAll_->setObjectName(QStringLiteral("btnSelectAll"));
     connect(btnSelectAll_, &QCheckBox::clicked, this, &FileTableView::pressSelectAll);
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &FileTableView::placeSelectAll);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+        stretchName();
+        placeSelectAll();
+    });
     connect(horizontalHeader(), &QHeaderView::geometriesChanged, this,
             &FileTableView::placeSelectAll);
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &FileTableView::placeSelectAll);
@@ -68,6 +74,10 @@ FileTableView::FileTableView(QWidget* parent)
         if (model_)
             model_->didClickTableColumn();
     });
+}
+
+QWidget* FileTableView::openedEditor() const {
+    return resDelegate_->openEditor() ? resDelegate_->openEditor() : cmbDelegate_->openEditor();
 }
 
 int FileTableView::selectedRow() const {
@@ -113,7 +123,6 @@ void FileTableView::setUpColumns() {
     header->setSectionResizeMode(QHeaderView::Interactive);
     for (const TableColumn fixed : {TableColumn::Check, TableColumn::Im})
         header->setSectionResizeMode(section(fixed), QHeaderView::Fixed);
-    header->setSectionResizeMode(section(TableColumn::Name), QHeaderView::Stretch);
     setColumnWidth(section(TableColumn::Check), CheckDelegate::columnWidth(*this));
     setColumnWidth(section(TableColumn::Im), RowButtonDelegate::columnWidth(*this));
     setColumnWidth(section(TableColumn::Duration),
@@ -128,12 +137,27 @@ void FileTableView::setUpColumns() {
                 model_->source().dataCellForTableColumn(identifierOf(TableColumn::Cmb), 0), arrow));
     setColumnWidth(section(TableColumn::Progress),
                    widthOf(TableColumn::Progress, {QString(16, QLatin1Char('x'))}, 0));
+    stretchName();
     placeSelectAll();
 }
 
 void FileTableView::setRowHeight() {
     verticalHeader()->setMinimumSectionSize(8);
     verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 14, 32));
+    horizontalHeader()->setMinimumHeight(fontMetrics().height() + 10);
+}
+
+void FileTableView::stretchName() {
+    // The toolkit's stretching would squeeze the names to nothing in a small window.
+    const QHeaderView* const header = horizontalHeader();
+    if (isStretching_ || header->count() == 0)
+        return;
+    const int name = section(TableColumn::Name);
+    const int others = header->length() - header->sectionSize(name);
+    const int least = fontMetrics().averageCharWidth() * 20;
+    isStretching_ = true;
+    setColumnWidth(name, std::max(viewport()->width() - others, least));
+    isStretching_ = false;
 }
 
 void FileTableView::placeSelectAll() {
@@ -218,6 +242,15 @@ void FileTableView::chooseRow(const QModelIndex& index) {
                                                               QItemSelectionModel::Rows);
     if (isSelected)
         Q_EMIT rowSelected(index.row());
+}
+
+bool FileTableView::addToSelection(int row) {
+    if (!model_ || !model_->gate().isOpen() || row < 0 || row >= model_->rowCount())
+        return false;
+    const QModelIndex index = model_->index(row, section(TableColumn::Name));
+    selectionModel()->setCurrentIndex(index,
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    return true;
 }
 
 void FileTableView::openEditor(const QModelIndex& index, bool withList) {
@@ -333,6 +366,11 @@ void FileTableView::paintEvent(QPaintEvent* event) {
                      Qt::AlignCenter | Qt::TextWordWrap, getLocalString("IDS_TXT_EMPTY_LIST"));
 }
 
+void FileTableView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    stretchName();
+}
+
 void FileTableView::showEvent(QShowEvent* event) {
     QTableView::showEvent(event);
     // As the eye reads: the header's check box comes before the rows.
@@ -342,6 +380,8 @@ void FileTableView::showEvent(QShowEvent* event) {
 
 void FileTableView::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        btnSelectAll_->setPalette(CheckDelegate::boxPalette(palette()));
     if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
         return;
     setRowHeight();

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] FileTableModel* fileModel() const { return model_; }
     /// The check box in the header that stands for all rows.
     [[nodiscard]] QCheckBox* btnSelectAll() const { return btnSelectAll_; }
+    /// The editor of a cell, null while none is open.
+    [[nodiscard]] QWidget* openedEditor() const;
     /// -1 where no row is selected.
     [[nodiscard]] int selectedRow() const;
 
@@ -31,6 +33,8 @@ public:
     void setTexts();
     /// Does what a click on the cell does. For keys and accessible actions.
     void activateCell(const QModelIndex& index);
+    /// Selects a row beside those that are selected, if the gate is open now.
+    bool addToSelection(int row);
     /// Stores and closes the editors that are open; to be called before a run locks the cells.
     void closeEditors();
 
@@ -49,6 +53,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected,
@@ -66,6 +71,7 @@ private:
 
     void setUpColumns();
     void setRowHeight();
+    void stretchName();
     void placeSelectAll();
     void pressSelectAll();
     void pressRowButton(const QModelIndex& index);
@@ -83,5 +89,6 @@ private:
     RowButtonDelegate* buttonDelegate_;
     QPersistentModelIndex pressedCell_;
     bool wasSelectionAnnounced_ = false;
+    bool isStretching_ = false;
     Place place_;
 };

@@ -89,13 +89,17 @@ std::vector<std::string> inputReport(const Movie& movie) {
 }
 
 std::vector<std::string> outputReport(const Movie& movie, const std::string& output) {
-    return {"Stream mapping:\n  Stream #0:0 -> #0:0 (hevc (native) -> h264 (libx264))\n"
-            "  Stream #0:1 -> #0:1 (copy)\n",
-            "Press [q] to stop, [?] for help\n",
-            "[libx264 @ 0x557d755400c0] --psnr used with psy on: results will be invalid!\n",
-            "Output #0, mp4, to '" + output + "':\n" + metadata(movie),
-            "  Stream #0:0(und): Video: h264 (avc1 / 0x31637661), yuv420p(tv, progressive), " +
-                movie.size + " [SAR 1:1 DAR 4:3], q=2-31, 30 fps, 15360 tbn (default)\n"};
+    std::vector<std::string> pieces;
+    pieces.push_back("Stream mapping:\n  Stream #0:0 -> #0:0 (hevc (native) -> h264 (libx264))\n"
+                     "  Stream #0:1 -> #0:1 (copy)\n");
+    pieces.push_back("Press [q] to stop, [?] for help\n");
+    pieces.push_back(
+        "[libx264 @ 0x557d755400c0] --psnr used with psy on: results will be invalid!\n");
+    pieces.push_back("Output #0, mp4, to '" + output + "':\n" + metadata(movie));
+    pieces.push_back(
+        "  Stream #0:0(und): Video: h264 (avc1 / 0x31637661), yuv420p(tv, progressive), " +
+        movie.size + " [SAR 1:1 DAR 4:3], q=2-31, 30 fps, 15360 tbn (default)\n");
+    return pieces;
 }
 
 std::string usage() {

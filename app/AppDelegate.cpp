@@ -1,0 +1,169 @@
+#include "app/AppDelegate.h"
+
+#include "filelist/FileCount.h"
+#include "filelist/FileTableView.h"
+#include "platform/LocalizedStrings.h"
+#include "platform/desktop/FileManager.h"
+#include "ui_MainWindow.h"
+#include "widgets/PopUpBoxes.h"
+
+#include <QApplication>
+#include <QFileDialog>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto longestGoodbye = 2s;
+
+SharedState freshState(std::chrono::milliseconds second) {
+    SharedState state;
+    state.second = second;
+    return state;
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(const Surroundings& surroundings)
+    : surroundings_(surroundings),
+      profiles_(getLocalString("IDS_TXT_PROFILELIST"),
+                getLocalString("IDS_TXT_PROFILELIST_DROPDOWN")),
+      state_(freshState(surroundings.second)),
+      gate_(mainThread_),
+      editing_(files_, state_),
+      model_(files_, state_, editing_, gate_),
+      engine_({mainThread_, processes_, workers_}, files_, state_, *this, profiles_,
+              surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
+      probeRunner_(mainThread_, processes_,
+                   surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
+      probe_(mainThread_, probeRunner_, files_, state_),
+      addFiles_({mainThread_, files_, state_, probe_, surroundings.volumes, profiles_, resolutions_,
+                 *this, [this] { return engine_.dialogs().popUpforSdCardDelay(); }}),
+      removeFiles_(files_, state_, engine_.pauseAndStop(), *this),
+      rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), *this,
+                 [this] { return engine_.dialogs().askSourceUnavailable(); }),
+      outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
+      update_(surroundings.update) {
+    files_.comboBoxItems = profiles_.comboBoxItems();
+    files_.cmbItems = profiles_.cmbItems();
+    window_.form().comboBox->addItems(files_.comboBoxItems);
+    window_.form().comboBox->setCurrentIndex(0);
+    window_.form().theTableNew->setFileModel(&model_);
+    window_.setCloseHandler([this] { return closeWindow(); });
+    connectControls();
+    connectTable();
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::awakeFromNib() {
+    window_.form().outputFolderPath->setText(_outputFolderPath);
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    update_.start();
+    _outputFolderPath =
+        surroundings_.folders.readDefaultFilePath(PersistedFolders::DEFAULT_PATH_COMPONENT);
+    _addFilePath = surroundings_.folders.readDefaultFilePath(PersistedFolders::ADD_FILE_COMPONENT);
+    window_.form().outputFolderPath->setText(_outputFolderPath);
+    window_.setTexts();
+    window_.setWindowTitle(appName + u' ' + surroundings_.version);
+    state_.fileListStr = getLocalString("IDS_TXT_FILELIST");
+    showFileCount(fileCountText(state_, state_.count));
+}
+
+bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
+    if (!std::exchange(cleanedUp_, true)) {
+        engine_.pauseAndStop().quit();
+        surroundings_.folders.remeberFolderPath(_outputFolderPath, _addFilePath);
+    }
+    return true;
+}
+
+void AppDelegate::terminate() {
+    if (mainThread_.isClosing())
+        return;
+    applicationShouldTerminateAfterLastWindowClosed();
+    mainThread_.close();
+    workers_.close();
+    PopUpBoxes::dismissAll();
+    update_.stop();
+    QCoreApplication::quit();
+}
+
+bool AppDelegate::finish() {
+    applicationShouldTerminateAfterLastWindowClosed();
+    mainThread_.close();
+    workers_.close();
+    engine_.pauseAndStop().finishQuit();
+    return workers_.waitForAll(longestGoodbye);
+}
+
+// Inside a wait the closing is put off like every action; under an open box it does not come
+// here at all.
+bool AppDelegate::closeWindow() {
+    if (gate_.isOpen() || mainThread_.isClosing())
+        return true;
+    gate_.pass([this] { window_.close(); });
+    return false;
+}
+
+void AppDelegate::addData() {
+    QFileDialog panel(&window_, getLocalString("IDS_TXT_PANEL_ADD"));
+    panel.setFileMode(QFileDialog::ExistingFiles);
+    panel.setNameFilter(getLocalString("IDS_TXT_PANEL_FILTER"));
+    addFiles_.beforePanel();
+    if (panel.exec() == QDialog::Accepted)
+        addFiles_.addPicked(panel.selectedFiles());
+    else
+        addFiles_.close();
+}
+
+void AppDelegate::remove() {
+    removeFiles_.remove();
+}
+
+void AppDelegate::convert() {
+    window_.form().theTableNew->closeEditors();
+    engine_.queue().convert();
+}
+
+void AppDelegate::stop() {
+    engine_.pauseAndStop().stop();
+}
+
+void AppDelegate::selectFolder() {
+    if (const auto folder = outputFolder_.selectFolder(outputFolderText(), &window_))
+        setOutputFolder(*folder);
+}
+
+void AppDelegate::openFolder() {
+    outputFolder_.openFolder(outputFolderText(), &window_);
+}
+
+void AppDelegate::selectAll() {
+    removeFiles_.selectAll(window_.form().theTableNew->btnSelectAll()->isChecked());
+}
+
+void AppDelegate::rowButton(int row) {
+    rowButton_.press(row);
+}
+
+void AppDelegate::comboBoxSelectionDidChange(int item) {
+    editing_.comboBoxSelectionDidChange(item, window_.form().theTableNew->selectedRow());
+    model_.reload();
+}
+
+void AppDelegate::setOutputFolder(const QString& folder) {
+    window_.form().outputFolderPath->setText(folder);
+    _outputFolderPath = folder;
+    state_.outputFolder = folder;
+}
+
+void AppDelegate::showProfileOfRow(int row) {
+    if (!model_.source().shouldSelectRow(row))
+        return;
+    const QString profile = files_.recordAt(row)->text(key::profile);
+    window_.form().comboBox->setCurrentIndex(
+        static_cast<int>(files_.comboBoxItems.indexOf(profile)));
+}

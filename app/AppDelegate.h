@@ -1,0 +1,137 @@
+#pragma once
+
+#include "app/MainWindow.h"
+#include "app/OutputFolder.h"
+#include "app/PersistedFolders.h"
+#include "convert/ConversionEngine.h"
+#include "convert/RunWindow.h"
+#include "filelist/AddFiles.h"
+#include "filelist/FileList.h"
+#include "filelist/FileTableModel.h"
+#include "filelist/MovieProbe.h"
+#include "filelist/RemoveFiles.h"
+#include "filelist/RowButton.h"
+#include "filelist/TableEditing.h"
+#include "media/ProbeRunner.h"
+#include "media/ProfileCatalogue.h"
+#include "media/ResolutionCatalogue.h"
+#include "platform/ChildProcesses.h"
+#include "platform/MainThread.h"
+#include "platform/WorkerThreads.h"
+#include "update/UpdateCheck.h"
+#include "widgets/ActionGate.h"
+
+#include <QObject>
+
+class FileManager;
+class VolumeInfo;
+
+/// The application's name, in the window title and over every message box.
+inline const QString appName = QStringLiteral("Quorvex Reelshift");
+
+/// The controller: owns the main window, the list with all that stands beside it, and the engine,
+/// and takes each action of the window to the class that carries it out. Main thread; owned by
+/// main().
+class AppDelegate final : public QObject, private RunWindow {
+    Q_OBJECT
+
+public:
+    /// What the program works with and a test brings its own of.
+    struct Surroundings {
+        QString resourceFolder; ///< holds the encoder, a program called ffmpeg
+        QString version;        ///< four parts
+        PersistedFolders folders;
+        VolumeInfo& volumes;
+        FileManager& fileManager;
+        UpdateSettings update;
+        std::chrono::milliseconds second{1000}; ///< of every deliberate wait
+    };
+
+    explicit AppDelegate(const Surroundings& surroundings);
+    ~AppDelegate() override;
+    Q_DISABLE_COPY_MOVE(AppDelegate)
+
+    [[nodiscard]] MainWindow& window() { return window_; }
+    [[nodiscard]] FileList& files() { return files_; }
+    [[nodiscard]] SharedState& state() { return state_; }
+    [[nodiscard]] ConversionEngine& engine() { return engine_; }
+    [[nodiscard]] MainThread& mainThread() { return mainThread_; }
+    [[nodiscard]] ChildProcesses& processes() { return processes_; }
+    [[nodiscard]] ActionGate& gate() { return gate_; }
+    [[nodiscard]] UpdateCheck& update() { return update_; }
+    [[nodiscard]] const QString& persistedOutputFolder() const { return _outputFolderPath; }
+
+    /// Prepares the table's cells; the form's widgets exist.
+    void awakeFromNib();
+    /// Starts the version check, restores the folders and labels every control.
+    void applicationDidFinishLaunching();
+    /// The clean-up when the last window has closed; always true: the program quits.
+    bool applicationShouldTerminateAfterLastWindowClosed();
+    /// Closes the program, whatever is open: the clean-up, then the end of the main loop.
+    void terminate();
+    /// To be called after the main loop has returned: releases the threads and ends the encoders.
+    /// False when a thread hangs in the kernel and must be left behind.
+    [[nodiscard]] bool finish();
+
+    // The window's actions. Each runs inside the gate.
+    void addData();
+    void remove();
+    void convert();
+    void stop();
+    void selectFolder();
+    void openFolder();
+    void selectAll();
+    void rowButton(int row);
+    void comboBoxSelectionDidChange(int item);
+
+private:
+    void connectControls();
+    void connectTable();
+    /// Connects a control's signal to an action that passes the gate.
+    template <typename Control, typename Signal>
+    void connectAction(Control* control, Signal signal, void (AppDelegate::*action)());
+    void showProfileOfRow(int row);
+    void setOutputFolder(const QString& folder);
+    bool closeWindow();
+
+    // RunWindow
+    [[nodiscard]] QWidget* boxParent() override;
+    [[nodiscard]] QString outputFolderText() const override;
+    [[nodiscard]] bool isOpenFolderChecked() const override;
+    void setRunControlsEnabled(bool enabled) override;
+    void setRemoveEnabled(bool enabled) override;
+    void setSelectAllChecked(bool checked) override;
+    void uncheckOpenFolder() override;
+    void showFileCount(const QString& text) override;
+    void showFolder(const QString& path) override;
+    void reloadTable() override;
+    void rowChanged(int row) override;
+    void removeRows(const std::vector<int>& rows, const std::function<void()>& removal) override;
+
+    const Surroundings surroundings_;
+    QString _outputFolderPath;
+    QString _addFilePath;
+    bool cleanedUp_ = false;
+
+    const ProfileCatalogue profiles_;
+    const ResolutionCatalogue resolutions_;
+    FileList files_;
+    SharedState state_;
+
+    MainThread mainThread_;
+    ChildProcesses processes_;
+    WorkerThreads workers_;
+    ActionGate gate_;
+
+    TableEditing editing_;
+    FileTableModel model_;
+    MainWindow window_;
+    ConversionEngine engine_;
+    ProbeRunner probeRunner_;
+    MovieProbe probe_;
+    AddFiles addFiles_;
+    RemoveFiles removeFiles_;
+    RowButton rowButton_;
+    OutputFolder outputFolder_;
+    UpdateCheck update_;
+};

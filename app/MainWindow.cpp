@@ -1,0 +1,56 @@
+#include "app/MainWindow.h"
+
+#include "platform/LocalizedStrings.h"
+#include "resources/ApplicationIcon.h"
+#include "ui_MainWindow.h"
+
+#include <QCloseEvent>
+
+namespace {
+
+void setTip(QWidget* widget, const char* key) {
+    widget->setToolTip(getLocalString(key));
+}
+
+} // namespace
+
+MainWindow::MainWindow() : form_(std::make_unique<Ui::MainWindow>()) {
+    form_->setupUi(this);
+    setWindowIcon(applicationIcon());
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::setTexts() {
+    form_->btnStop->setText(getLocalString("IDS_BTN_STOP"));
+    form_->btnConvertFile->setText(getLocalString("IDS_BTN_CONVERT"));
+    form_->btnOpenFolder->setText(getLocalString("IDS_BTN_OPEN_FOLDER"));
+    form_->btnSelectFolder->setText(getLocalString("IDS_BTN_SELECT_FOLDER"));
+    form_->btnAddFile->setText(getLocalString("IDS_BTN_ADD_FILE"));
+    form_->btnRemoveFile->setText(getLocalString("IDS_BTN_REMOVE_FILE"));
+    form_->outputFolderTxtFld->setText(getLocalString("IDS_TXTFLD_OUTPUTFOLDER"));
+    form_->openFldrAftrFnsh->setText(getLocalString("IDS_TXTFLD_OPNFLDRAFTRFNSH"));
+    form_->profileTxtFld->setText(getLocalString("IDS_TXT_PROFILE_CAPTION"));
+
+    form_->outputFolderPath->setAccessibleName(getLocalString("IDS_A11Y_OUTPUT_FOLDER"));
+    form_->openFolderCheckBtn->setAccessibleName(getLocalString("IDS_A11Y_OPEN_AFTER_FINISH"));
+    form_->comboBox->setAccessibleName(getLocalString("IDS_A11Y_PROFILE"));
+
+    setTip(form_->btnStop, "IDS_TIP_STOP");
+    setTip(form_->btnConvertFile, "IDS_TIP_CONVERT");
+    setTip(form_->btnOpenFolder, "IDS_TIP_OPEN_FOLDER");
+    setTip(form_->btnSelectFolder, "IDS_TIP_SELECT_FOLDER");
+    setTip(form_->btnAddFile, "IDS_TIP_ADD_FILE");
+    setTip(form_->btnRemoveFile, "IDS_TIP_REMOVE_FILE");
+    setTip(form_->outputFolderPath, "IDS_TIP_OUTPUT_FOLDER");
+    setTip(form_->openFolderCheckBtn, "IDS_TIP_OPEN_AFTER_FINISH");
+    setTip(form_->comboBox, "IDS_TIP_PROFILE");
+    form_->theTableNew->setTexts();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!closeHandler_ || closeHandler_())
+        event->accept();
+    else
+        event->ignore();
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The main window: its form and its texts, and nothing of what its controls do. Main thread;
+/// owned by the controller.
+class MainWindow final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow();
+    ~MainWindow() override;
+    Q_DISABLE_COPY_MOVE(MainWindow)
+
+    [[nodiscard]] Ui::MainWindow& form() { return *form_; }
+
+    /// Titles, captions, names for screen readers and tooltips, from the string table.
+    void setTexts();
+    /// Asked when the user closes the window; the window stays open unless it answers true.
+    void setCloseHandler(std::function<bool()> handler) { closeHandler_ = std::move(handler); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    const std::unique_ptr<Ui::MainWindow> form_;
+    std::function<bool()> closeHandler_;
+};

@@ -1,0 +1,45 @@
+#include "app/AppDelegate.h"
+#include "app/Version.h"
+#include "platform/LocalizedStrings.h"
+#include "platform/QuitSignals.h"
+#include "platform/desktop/FileManager.h"
+#include "platform/desktop/VolumeInfo.h"
+
+#include <QApplication>
+#include <QLocale>
+
+#include <cstdlib>
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(appName);
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setDesktopFileName(QStringLiteral("reelshift"));
+    QApplication::setApplicationVersion(QStringLiteral(REELSHIFT_VERSION));
+    // The controller quits when the last window has closed, after its clean-up.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const QString resourceFolder =
+        QApplication::applicationDirPath() + QStringLiteral("/../share/reelshift");
+    const StringTable strings(resourceFolder, QLocale());
+    SystemVolumeInfo volumes;
+    DesktopFileManager fileManager;
+    UpdateSettings update;
+    update.baseUrl = QStringLiteral(REELSHIFT_UPDATE_BASE_URL);
+    update.version = QStringLiteral(REELSHIFT_VERSION);
+
+    AppDelegate controller(
+        {resourceFolder, update.version, PersistedFolders(), volumes, fileManager, update});
+    const QuitSignals signals_;
+    QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::terminate);
+    QObject::connect(&application, &QApplication::lastWindowClosed, &controller,
+                     &AppDelegate::terminate);
+
+    controller.awakeFromNib();
+    controller.applicationDidFinishLaunching();
+    controller.window().show();
+    const int status = QApplication::exec();
+    if (!controller.finish())
+        std::_Exit(status); // a thread hangs in the kernel: nothing may be taken from under it
+    return status;
+}

@@ -53,7 +53,7 @@ int FileTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant FileTableModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!isOwn(index))
         return {};
     const int row = listRow(index.row());
     if (!source_.isShown(row))
@@ -127,7 +127,7 @@ QVariant FileTableModel::headerData(int section, Qt::Orientation orientation, in
 }
 
 Qt::ItemFlags FileTableModel::flags(const QModelIndex& index) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!isOwn(index))
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
     const TableColumn column = columnAt(index.column());
@@ -141,7 +141,7 @@ Qt::ItemFlags FileTableModel::flags(const QModelIndex& index) const {
 }
 
 QStringList FileTableModel::offeredTexts(const QModelIndex& index) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!isOwn(index))
         return {};
     return source_.dataCellForTableColumn(identifierOf(columnAt(index.column())),
                                           listRow(index.row()));
@@ -153,7 +153,7 @@ int FileTableModel::rowOfId(int id) const {
 }
 
 bool FileTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!isOwn(index))
         return false;
     const TableColumn column = columnAt(index.column());
     const bool isCheck = column == TableColumn::Check;
@@ -247,6 +247,11 @@ int FileTableModel::listRow(int row) const {
         gone += range.size();
     }
     return row - gone;
+}
+
+bool FileTableModel::isOwn(const QModelIndex& index) const {
+    return index.model() == this && index.row() >= 0 && index.row() < rowCount_ &&
+           index.column() >= 0 && index.column() < tableColumnCount;
 }
 
 const QIcon& FileTableModel::icon(const QString& image) const {

@@ -69,6 +69,7 @@ private:
 
     /// Where a row of the model stands in the lists, -1 when it is gone from them already.
     [[nodiscard]] int listRow(int row) const;
+    [[nodiscard]] bool isOwn(const QModelIndex& index) const;
     [[nodiscard]] QVariant progressData(int row, int role) const;
     [[nodiscard]] const QIcon& icon(const QString& image) const;
     bool store(TableColumn column, const QVariant& value, int row);

@@ -76,6 +76,12 @@ FileTableView::FileTableView(QWidget* parent)
     });
 }
 
+FileTableView::~FileTableView() {
+    // The base class still moves these about when this part is gone.
+    horizontalHeader()->disconnect(this);
+    horizontalScrollBar()->disconnect(this);
+}
+
 QWidget* FileTableView::openedEditor() const {
     return resDelegate_->openEditor() ? resDelegate_->openEditor() : cmbDelegate_->openEditor();
 }
@@ -275,6 +281,11 @@ void FileTableView::closeEditors() {
 }
 
 void FileTableView::keyPressEvent(QKeyEvent* event) {
+    // From a cell that a run has locked the arrow keys would lead nowhere.
+    if (currentIndex().isValid() && !(currentIndex().flags() & Qt::ItemIsEnabled))
+        selectionModel()->setCurrentIndex(
+            currentIndex().siblingAtColumn(section(TableColumn::Name)),
+            QItemSelectionModel::NoUpdate);
     const QModelIndex index = currentIndex();
     const bool isPlain = !(event->modifiers() & ~Qt::KeypadModifier);
     if (!model_ || !index.isValid() || !isPlain || state() == EditingState) {
@@ -313,6 +324,10 @@ void FileTableView::mousePressEvent(QMouseEvent* event) {
     pressedCell_ = isPress ? cell : QModelIndex();
     wasSelectionAnnounced_ = false;
     QTableView::mousePressEvent(event);
+    if (cell.isValid() && !(cell.flags() & Qt::ItemIsEnabled))
+        // A locked cell stands for its row all the same.
+        selectionModel()->setCurrentIndex(cell.siblingAtColumn(section(TableColumn::Name)),
+                                          selectionCommand(cell, event));
     if (cell.isValid() && !wasSelectionAnnounced_ && selectedRow() >= 0)
         Q_EMIT rowSelected(selectedRow());
     if (pressedCell_.isValid() && columnOf(pressedCell_) == TableColumn::Im)

@@ -18,6 +18,7 @@ class FileTableView final : public QTableView {
 
 public:
     explicit FileTableView(QWidget* parent = nullptr);
+    ~FileTableView() override;
     Q_DISABLE_COPY_MOVE(FileTableView)
 
     [[nodiscard]] FileTableModel* fileModel() const { return model_; }

@@ -114,7 +114,7 @@ void AppDelegate::addData() {
     panel.setNameFilter(getLocalString("IDS_TXT_PANEL_FILTER"));
     addFiles_.beforePanel();
     if (panel.exec() == QDialog::Accepted)
-        addFiles_.addPicked(panel.selectedFiles());
+        addPicked(panel.selectedFiles());
     else
         addFiles_.close();
 }

@@ -1,0 +1,135 @@
+#include "app/ControllerFixture.h"
+
+#include "widgets/MessageBox.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+
+BoxAnswers::BoxAnswers() {
+    connect(&timer_, &QTimer::timeout, this, &BoxAnswers::look);
+    timer_.start(2);
+}
+
+void BoxAnswers::promise(int code, bool tick, std::function<void()> before) {
+    promises_.append({code, tick, std::move(before)});
+}
+
+QStringList BoxAnswers::messages() const {
+    QStringList result;
+    for (const Box& box : seen)
+        result += box.message;
+    return result;
+}
+
+void BoxAnswers::look() {
+    auto* const box = qobject_cast<MessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->isVisible()) {
+        last_ = nullptr;
+        return;
+    }
+    auto* const tick = box->findChild<QCheckBox*>(QStringLiteral("popUpCheckBox"));
+    if (box != last_) {
+        last_ = box;
+        Box noted{box->accessibleName(), {}, tick ? tick->text() : QString()};
+        for (int code = 1000;; ++code) {
+            const auto* const button =
+                box->findChild<QPushButton*>(QStringLiteral("popUpButton%1").arg(code));
+            if (!button)
+                break;
+            noted.buttons += button->text();
+        }
+        seen += noted;
+    }
+    if (promises_.isEmpty())
+        return;
+    const Promise promise = promises_.takeFirst();
+    if (promise.before)
+        promise.before();
+    if (tick)
+        tick->setChecked(promise.tick);
+    last_ = nullptr;
+    if (auto* const button =
+            box->findChild<QPushButton*>(QStringLiteral("popUpButton%1").arg(promise.code)))
+        button->click();
+}
+
+ControllerFixture::ControllerFixture(std::chrono::milliseconds second) {
+    for (const QString& folder : {documents(), movies(), resources()})
+        QDir().mkpath(folder);
+    encoderLog_ = installFakeEncoder(resources());
+    strings_ = std::make_unique<StringTable>(QStringLiteral(REELSHIFT_TEST_RESOURCES),
+                                             QLocale(QLocale::English));
+    UpdateSettings update;
+    // Nothing listens there: the check finds no server at once.
+    update.baseUrl = QStringLiteral("http://127.0.0.1:1");
+    update.version = QStringLiteral("1.0.0.0");
+    controller_ = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
+        resources(), update.version, PersistedFolders(documents(), path(QStringLiteral("home"))),
+        volumes, fileManager, update, second});
+    controller_->awakeFromNib();
+    controller_->applicationDidFinishLaunching();
+    controller_->window().show();
+}
+
+ControllerFixture::~ControllerFixture() {
+    quit();
+}
+
+ScriptedMovie ControllerFixture::movie(const QString& name) const {
+    return ScriptedMovie(movies(), name);
+}
+
+QList<EncoderStart> ControllerFixture::encodes() const {
+    QList<EncoderStart> result = starts();
+    result.removeIf([](const EncoderStart& each) { return each.arguments.size() < 3; });
+    return result;
+}
+
+bool ControllerFixture::isIdle() const {
+    const auto& run = controller_->engine().context().currentRun;
+    return !controller_->state().isConversionRunning && (!run || run->life.isSettled()) &&
+           !QApplication::activeModalWidget() && !controller_->mainThread().isWaiting();
+}
+
+void ControllerFixture::add(const QStringList& paths) {
+    controller_->gate().pass([&] { controller_->addPicked(paths); });
+}
+
+void ControllerFixture::drop(const QStringList& paths) {
+    controller_->gate().pass([&] { controller_->addDropped(paths); });
+}
+
+void ControllerFixture::click(const char* name) {
+    controller_->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+}
+
+void ControllerFixture::clickRowButton(int row) {
+    controller_->gate().pass([this, row] { controller_->rowButton(row); });
+}
+
+bool ControllerFixture::runToEnd() {
+    click("btnConvertFile");
+    return waitUntilIdle();
+}
+
+bool ControllerFixture::waitUntilIdle() {
+    return QTest::qWaitFor([this] { return isIdle(); }, 20000);
+}
+
+void ControllerFixture::quit() {
+    if (!controller_)
+        return;
+    controller_->applicationShouldTerminateAfterLastWindowClosed();
+    const bool ended = controller_->finish();
+    Q_ASSERT(ended);
+    Q_UNUSED(ended);
+    controller_.reset();
+}

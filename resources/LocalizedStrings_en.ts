@@ -295,11 +295,6 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <source>Download progress</source>
         <translation>Download progress</translation>
     </message>
-    <message id="IDS_TXT_UPDATE_BYTES">
-        <extracomment>Below the progress bar: what has come, such as 3.2 MiB, of how much there is.</extracomment>
-        <source>%1 of %2</source>
-        <translation>%1 of %2</translation>
-    </message>
     <message id="IDS_TXT_UPDATE_TIMEOUT">
         <source>The update server does not answer.</source>
         <translation>The update server does not answer.</translation>
@@ -313,11 +308,9 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <translation>The folder for downloads cannot be created.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
-        <extracomment>%1 is the path of the downloaded file.</extracomment>
-        <source>The installer could not be opened. It is here:
-%1</source>
-        <translation>The installer could not be opened. It is here:
-%1</translation>
+        <extracomment>First line; the path of the downloaded file follows.</extracomment>
+        <source>The installer could not be opened. It is here:</source>
+        <translation>The installer could not be opened. It is here:</translation>
     </message>
     <!-- Panels -->
     <message id="IDS_TXT_PANEL_ADD">

@@ -120,7 +120,7 @@ void KXDownloadController::downloadDidFinish() {
         return;
     }
     // The program still ends, but not without having said where the installer is.
-    showAlert(getLocalString("IDS_TXT_UPDATE_NOT_OPENED").arg(filePath_), QString(),
+    showAlert(getLocalString("IDS_TXT_UPDATE_NOT_OPENED") % u'\n' % filePath_, QString(),
               [this] { Q_EMIT installerOpened(); });
 }
 
@@ -153,11 +153,10 @@ void KXDownloadController::showIndeterminate(bool indeterminate) {
 void KXDownloadController::showBytes() {
     const QLocale locale;
     const QString soFar = locale.formattedDataSize(downloadedSoFar_);
-    ui_->downloadBytes->setText(
-        downloadIsIndeterminate_
-            ? soFar
-            : getLocalString("IDS_TXT_UPDATE_BYTES")
-                  .arg(soFar, locale.formattedDataSize(expectedContentLength_)));
+    ui_->downloadBytes->setText(downloadIsIndeterminate_
+                                    ? soFar
+                                    : soFar % QStringLiteral(" / ") %
+                                          locale.formattedDataSize(expectedContentLength_));
 }
 
 void KXDownloadController::showAlert(const QString& message, const QString& information,

@@ -1,60 +1,17 @@
-#include "platform/LocalizedStrings.h"
-#include "update/KXDownloadController.h"
-#include "update/LoopbackServer.h"
+#include "update/DownloadWindowFixture.h"
 
 #include <QAccessible>
 #include <QFile>
 #include <QLabel>
-#include <QLocale>
-#include <QMessageBox>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
-
-#include <csignal>
-#include <memory>
-
-#include <sys/mount.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 
-namespace {
-
-constexpr qsizetype size = 1000;
-
-QByteArray lengthHead(qsizetype length) {
-    return LoopbackServer::head("200 OK", "Content-Length: " + QByteArray::number(length) + "\r\n");
-}
-
-/// Starts an answer and leaves the rest to the test.
-LoopbackServer::Answer begun(const QByteArray& bytes) {
-    return [bytes](QTcpSocket& socket) { socket.write(bytes); };
-}
-
-QStringList everythingIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-}
-
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
-}
-
-} // namespace
-
-Q_DECLARE_METATYPE(LoopbackServer::Answer)
-
-class TestDownloadWindow final : public QObject {
+class TestDownloadWindow final : public DownloadWindowFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
     void asksFirst();
     void namesEveryControl();
     void walksWithTheTabKey();
@@ -74,119 +31,8 @@ private Q_SLOTS:
     void neverMakesAFileExecutable();
     void closesOpensThenAsksToQuit();
     void saysWhereAFileIsThatCannotBeOpened();
-    void fails_data();
-    void fails();
-    void failsForNoBytes();
-    void failsForAnAddressThatIsNotFetched_data();
-    void failsForAnAddressThatIsNotFetched();
-    void failsWithoutAServer();
-    void failsWhenTheServerFallsSilent();
-    void failsWithoutAPlaceForTheFile_data();
-    void failsWithoutAPlaceForTheFile();
-    void failsOnAFullDisk();
-    void failsWhenTheFileCannotGrow();
     void lastWindowClosedQuits();
-
-private:
-    [[nodiscard]] QPushButton& button(const char* name) const;
-    [[nodiscard]] QProgressBar& bar() const;
-    [[nodiscard]] QMessageBox* alert() const { return window_->findChild<QMessageBox*>(); }
-    [[nodiscard]] QString file(const QString& name) const { return downloads_->filePath(name); }
-    void open(const QString& path = QStringLiteral("/setup.run"));
-    void openAddress(const QString& address);
-    void clickOk();
-    void send(const QByteArray& bytes) { server_->connection()->write(bytes); }
-    void takeScreenshot(const char* name);
-    void expectFailure(const QString& message);
-
-    std::unique_ptr<StringTable> texts_;
-    std::unique_ptr<LoopbackServer> server_;
-    std::unique_ptr<QTemporaryDir> downloads_;
-    std::unique_ptr<KXDownloadController> window_;
-    UpdateSettings settings_;
-    QList<QUrl> opened_;
-    bool wasVisibleAtOpening_ = false;
-    int asksToQuit_ = 0;
 };
-
-void TestDownloadWindow::initTestCase() {
-    // A window that is the last one ends no test.
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    texts_ = std::make_unique<StringTable>(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    QVERIFY(texts_->isLoaded());
-}
-
-void TestDownloadWindow::init() {
-    server_ = std::make_unique<LoopbackServer>();
-    downloads_ = std::make_unique<QTemporaryDir>();
-    opened_.clear();
-    asksToQuit_ = 0;
-    settings_ = UpdateSettings();
-    settings_.downloadsFolder = downloads_->path();
-    settings_.openFile = [this](const QUrl& url) {
-        opened_ << url;
-        wasVisibleAtOpening_ = window_->isVisible();
-        return true;
-    };
-}
-
-void TestDownloadWindow::cleanup() {
-    window_.reset();
-}
-
-QPushButton& TestDownloadWindow::button(const char* name) const {
-    auto* const found = window_->findChild<QPushButton*>(QLatin1String(name));
-    Q_ASSERT(found);
-    return *found;
-}
-
-QProgressBar& TestDownloadWindow::bar() const {
-    auto* const found = window_->findChild<QProgressBar*>(QStringLiteral("downloadProgressbar"));
-    Q_ASSERT(found);
-    return *found;
-}
-
-void TestDownloadWindow::open(const QString& path) {
-    openAddress(server_->baseUrl() + path);
-}
-
-void TestDownloadWindow::openAddress(const QString& address) {
-    window_ = std::make_unique<KXDownloadController>(settings_);
-    connect(window_.get(), &KXDownloadController::installerOpened, this, [this] { ++asksToQuit_; });
-    window_->setDownloadURL(address);
-    window_->showWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-}
-
-void TestDownloadWindow::clickOk() {
-    QTest::mouseClick(&button("okBtn"), Qt::LeftButton);
-}
-
-void TestDownloadWindow::takeScreenshot(const char* name) {
-    const QString folder = QStringLiteral(REELSHIFT_SCREENSHOTS);
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(window_->grab().save(folder + QLatin1Char('/') + QLatin1String(name) +
-                                 QStringLiteral(".png")));
-}
-
-/// The box as it must be; then it is closed, and the window with it.
-void TestDownloadWindow::expectFailure(const QString& message) {
-    QTRY_VERIFY(alert() && alert()->isVisible());
-    QVERIFY(!window_->downloading());
-    QVERIFY(window_->isVisible());
-    QCOMPARE(alert()->windowTitle(), QStringLiteral("Quorvex Tavrin"));
-    QCOMPARE(alert()->icon(), QMessageBox::Warning);
-    QCOMPARE(alert()->textFormat(), Qt::PlainText);
-    QCOMPARE(alert()->buttons().size(), 1);
-    QCOMPARE(alert()->buttons()[0]->text(), getLocalString("IDS_BTN_POPUP_OK"));
-    const QRegularExpression expected(message);
-    QVERIFY2(expected.match(alert()->text()).hasMatch(), qPrintable(alert()->text()));
-    QCOMPARE(alert()->accessibleName(), alert()->text());
-    QTest::mouseClick(alert()->buttons()[0], Qt::LeftButton);
-    QTRY_VERIFY(!window_->isVisible());
-    QVERIFY(opened_.isEmpty());
-    QCOMPARE(asksToQuit_, 0);
-}
 
 void TestDownloadWindow::asksFirst() {
     open();
@@ -391,18 +237,16 @@ void TestDownloadWindow::followsARedirect() {
 }
 
 void TestDownloadWindow::replacesAnOlderFile() {
-    QFile old(file(QStringLiteral("setup.run")));
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write("old");
-    old.close();
+    const QString old = file(QStringLiteral("setup.run"));
+    makeFile(QStringLiteral("setup.run"), "old");
     server_->setAnswer(begun(lengthHead(8) + "new"));
     open();
     clickOk();
     QTRY_COMPARE(window_->downloadedSoFar(), 3);
-    QCOMPARE(contents(old.fileName()), QByteArray("old"));
+    QCOMPARE(contents(old), QByteArray("old"));
     send("er one");
     QTRY_COMPARE(asksToQuit_, 1);
-    QCOMPARE(contents(old.fileName()), QByteArray("newer on"));
+    QCOMPARE(contents(old), QByteArray("newer on"));
     QCOMPARE(everythingIn(downloads_->path()).size(), 1);
 }
 
@@ -472,152 +316,6 @@ void TestDownloadWindow::saysWhereAFileIsThatCannotBeOpened() {
     QCOMPARE(asksToQuit_, 0);
     alert()->buttons()[0]->click();
     QTRY_COMPARE(asksToQuit_, 1);
-}
-
-void TestDownloadWindow::fails_data() {
-    QTest::addColumn<LoopbackServer::Answer>("answer");
-    QTest::addColumn<QString>("message");
-
-    const QString unusable = QStringLiteral("cannot be used");
-    QTest::newRow("404") << LoopbackServer::whole("no", {}, "404 Not Found") << "Not Found";
-    QTest::newRow("500") << LoopbackServer::whole("no", {}, "500 Oh <b>No</b>") << "<b>No</b>";
-    QTest::newRow("304") << LoopbackServer::whole({}, {}, "304 Not Modified") << unusable;
-    QTest::newRow("closes at once") << LoopbackServer::raw({}) << "closed";
-    QTest::newRow("closes half way") << LoopbackServer::raw(lengthHead(size) + "half") << "closed";
-    QTest::newRow("closes in the middle of a chunk")
-        << LoopbackServer::raw(LoopbackServer::head("200 OK", "Transfer-Encoding: chunked\r\n") +
-                               "1000\r\nhalf")
-        << "closed";
-    QTest::newRow("not HTTP") << LoopbackServer::raw("220 mail ready\r\n") << ".";
-    QTest::newRow("redirect to a file")
-        << LoopbackServer::redirect("file:///etc/passwd") << unusable;
-    QTest::newRow("redirect to nothing") << LoopbackServer::redirect("") << unusable;
-    QTest::newRow("redirects for ever") << LoopbackServer::redirect("/again") << unusable;
-}
-
-void TestDownloadWindow::fails() {
-    QFETCH(LoopbackServer::Answer, answer);
-    QFETCH(QString, message);
-    QFile old(file(QStringLiteral("setup.run")));
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.write("old");
-    old.close();
-    server_->setAnswer(answer);
-    open();
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(QStringLiteral("^Download failed! Error - .+ .+$")));
-    clickOk();
-    expectFailure(message);
-    // An older file stays as it was, and nothing half done beside it.
-    QCOMPARE(contents(old.fileName()), QByteArray("old"));
-    QCOMPARE(everythingIn(downloads_->path()).size(), 1);
-}
-
-void TestDownloadWindow::failsForNoBytes() {
-    server_->setAnswer(LoopbackServer::whole({}));
-    open();
-    QTest::ignoreMessage(QtWarningMsg,
-                         qPrintable(QStringLiteral("Download failed! Error - zero byte resource ") +
-                                    server_->baseUrl() + QStringLiteral("/setup.run")));
-    clickOk();
-    QTRY_VERIFY(alert() && alert()->isVisible());
-    QCOMPARE(alert()->text(), getLocalString("IDS_TXT_STATUS"));
-    QCOMPARE(alert()->informativeText(), getLocalString("IDS_TXT_STATUS"));
-    expectFailure(QRegularExpression::escape(getLocalString("IDS_TXT_STATUS")));
-    QVERIFY(everythingIn(downloads_->path()).isEmpty());
-}
-
-void TestDownloadWindow::failsForAnAddressThatIsNotFetched_data() {
-    QTest::addColumn<QString>("address");
-    QTest::newRow("file") << "file:///etc/passwd";
-    QTest::newRow("data") << "data:text/plain,x";
-    QTest::newRow("ftp") << "ftp://127.0.0.1/x";
-    QTest::newRow("none") << "";
-    QTest::newRow("rubbish") << "http://a b";
-}
-
-void TestDownloadWindow::failsForAnAddressThatIsNotFetched() {
-    QFETCH(QString, address);
-    openAddress(address);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Download failed!")));
-    clickOk();
-    expectFailure(QStringLiteral("cannot be used"));
-    QVERIFY(everythingIn(downloads_->path()).isEmpty());
-}
-
-void TestDownloadWindow::failsWithoutAServer() {
-    open();
-    server_->close();
-    const QString line =
-        QStringLiteral("Download failed! Error - Connection refused ") % window_->downloadURL();
-    QTest::ignoreMessage(QtWarningMsg, qPrintable(line));
-    clickOk();
-    expectFailure(QStringLiteral("^Connection refused$"));
-}
-
-void TestDownloadWindow::failsWhenTheServerFallsSilent() {
-    settings_.silenceLimit = 200ms;
-    server_->setAnswer(begun(lengthHead(size) + "half"));
-    open();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Download failed!")));
-    clickOk();
-    expectFailure(getLocalString("IDS_TXT_UPDATE_TIMEOUT"));
-    QVERIFY(everythingIn(downloads_->path()).isEmpty());
-}
-
-void TestDownloadWindow::failsWithoutAPlaceForTheFile_data() {
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("a file where the folder should be") << "file/downloads"
-                                                       << "cannot be created";
-    QTest::newRow("a folder where the file should be") << "folder"
-                                                       << "directory";
-}
-
-void TestDownloadWindow::failsWithoutAPlaceForTheFile() {
-    QFETCH(QString, folder);
-    QFETCH(QString, message);
-    QFile blocking(file(QStringLiteral("file")));
-    QVERIFY(blocking.open(QIODevice::WriteOnly));
-    QVERIFY(QDir(downloads_->path()).mkpath(QStringLiteral("folder/setup.run")));
-    settings_.downloadsFolder = file(folder);
-    server_->setAnswer(LoopbackServer::whole("installer"));
-    open();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Download failed!")));
-    clickOk();
-    expectFailure(message);
-    QCOMPARE(everythingIn(file(QStringLiteral("folder"))), {QStringLiteral("setup.run")});
-}
-
-void TestDownloadWindow::failsOnAFullDisk() {
-    const QByteArray path = QFile::encodeName(downloads_->path());
-    if (::mount("tmpfs", path.constData(), "tmpfs", 0, "size=64k") != 0)
-        QSKIP("A small file system cannot be mounted here");
-    const auto unmount = qScopeGuard([&path] { ::umount2(path.constData(), MNT_DETACH); });
-    server_->setAnswer(LoopbackServer::whole(QByteArray(1024 * 1024, 'x')));
-    open();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("No space left")));
-    clickOk();
-    expectFailure(QStringLiteral("No space left on device"));
-    QVERIFY(everythingIn(downloads_->path()).isEmpty());
-}
-
-void TestDownloadWindow::failsWhenTheFileCannotGrow() {
-    rlimit before{};
-    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const auto restore = qScopeGuard([&] {
-        ::setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
-    });
-    server_->setAnswer(LoopbackServer::whole(QByteArray(1024 * 1024, 'x')));
-    open();
-    const rlimit small{64 * 1024, before.rlim_max};
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Download failed!")));
-    clickOk();
-    expectFailure(QStringLiteral("File too large"));
-    QVERIFY(everythingIn(downloads_->path()).isEmpty());
 }
 
 void TestDownloadWindow::lastWindowClosedQuits() {

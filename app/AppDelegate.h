@@ -58,6 +58,7 @@ public:
     [[nodiscard]] MainThread& mainThread() { return mainThread_; }
     [[nodiscard]] ChildProcesses& processes() { return processes_; }
     [[nodiscard]] ActionGate& gate() { return gate_; }
+    [[nodiscard]] ProbeRunner& probeRunner() { return probeRunner_; }
     [[nodiscard]] UpdateCheck& update() { return update_; }
     [[nodiscard]] const QString& persistedOutputFolder() const { return _outputFolderPath; }
 

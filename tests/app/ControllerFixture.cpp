@@ -6,8 +6,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -61,19 +63,23 @@ void BoxAnswers::look() {
         button->click();
 }
 
-ControllerFixture::ControllerFixture(std::chrono::milliseconds second) {
+ControllerFixture::ControllerFixture(std::chrono::milliseconds second) : second_(second) {
     for (const QString& folder : {documents(), movies(), resources()})
         QDir().mkpath(folder);
     encoderLog_ = installFakeEncoder(resources());
     strings_ = std::make_unique<StringTable>(QStringLiteral(REELSHIFT_TEST_RESOURCES),
                                              QLocale(QLocale::English));
+    start();
+}
+
+void ControllerFixture::start() {
     UpdateSettings update;
     // Nothing listens there: the check finds no server at once.
     update.baseUrl = QStringLiteral("http://127.0.0.1:1");
     update.version = QStringLiteral("1.0.0.0");
     controller_ = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         resources(), update.version, PersistedFolders(documents(), path(QStringLiteral("home"))),
-        volumes, fileManager, update, second});
+        volumes, fileManager, update, second_});
     controller_->awakeFromNib();
     controller_->applicationDidFinishLaunching();
     controller_->window().show();
@@ -132,4 +138,15 @@ void ControllerFixture::quit() {
     Q_ASSERT(ended);
     Q_UNUSED(ended);
     controller_.reset();
+}
+
+void ControllerFixture::restart() {
+    quit();
+    start();
+}
+
+bool ControllerFixture::useRealEncoder() {
+    const QString encoder = QStandardPaths::findExecutable(QStringLiteral("ffmpeg"));
+    const QString link = resources() + QStringLiteral("/ffmpeg");
+    return !encoder.isEmpty() && QFile::remove(link) && QFile::link(encoder, link);
 }

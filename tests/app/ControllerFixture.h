@@ -98,12 +98,19 @@ public:
     [[nodiscard]] bool waitUntilIdle();
     /// Ends the controller as main() does.
     void quit();
+    /// Ends it and starts another one in the same folders.
+    void restart();
+    /// Puts the real ffmpeg in the fake one's place; false where there is none.
+    [[nodiscard]] bool useRealEncoder();
 
     BoxAnswers boxes;
     FakeVolumes volumes;
     FakeFileManager fileManager;
 
 private:
+    void start();
+
+    const std::chrono::milliseconds second_;
     QTemporaryDir folder_;
     QString encoderLog_;
     std::unique_ptr<StringTable> strings_;

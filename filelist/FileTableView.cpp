@@ -280,7 +280,14 @@ void FileTableView::closeEditors() {
     cmbDelegate_->finishEditing();
 }
 
+void FileTableView::focusInEvent(QFocusEvent* event) {
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
+        isByKeyboard_ = true;
+    QTableView::focusInEvent(event);
+}
+
 void FileTableView::keyPressEvent(QKeyEvent* event) {
+    isByKeyboard_ = true;
     // From a cell that a run has locked the arrow keys would lead nowhere.
     if (currentIndex().isValid() && !(currentIndex().flags() & Qt::ItemIsEnabled))
         selectionModel()->setCurrentIndex(
@@ -323,6 +330,7 @@ void FileTableView::mousePressEvent(QMouseEvent* event) {
     const bool isPress = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
     pressedCell_ = isPress ? cell : QModelIndex();
     wasSelectionAnnounced_ = false;
+    isByKeyboard_ = false;
     QTableView::mousePressEvent(event);
     if (cell.isValid() && !(cell.flags() & Qt::ItemIsEnabled))
         // A locked cell stands for its row all the same.
@@ -371,14 +379,29 @@ void FileTableView::setPressedButton(const QModelIndex& index) {
 
 void FileTableView::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (!model_ || model_->rowCount() > 0)
+    if (!model_)
         return;
     QPainter painter(viewport());
+    if (model_->rowCount() > 0) {
+        paintCurrentCell(painter);
+        return;
+    }
     QColor faint = palette().color(QPalette::Text);
     faint.setAlphaF(0.6F);
     painter.setPen(faint);
     painter.drawText(viewport()->rect().adjusted(24, 24, -24, -24),
                      Qt::AlignCenter | Qt::TextWordWrap, getLocalString("IDS_TXT_EMPTY_LIST"));
+}
+
+void FileTableView::paintCurrentCell(QPainter& painter) const {
+    // The style's own focus frame is lost in the band of a selected row. Who uses the mouse needs
+    // none.
+    const QModelIndex current = currentIndex();
+    if (!current.isValid() || !hasFocus() || !isByKeyboard_)
+        return;
+    const bool isSelected = selectionModel()->isRowSelected(current.row());
+    painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+    painter.drawRect(visualRect(current).adjusted(1, 1, -2, -2));
 }
 
 void FileTableView::resizeEvent(QResizeEvent* event) {

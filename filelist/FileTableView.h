@@ -49,6 +49,7 @@ Q_SIGNALS:
     void selectAllPressed();
 
 protected:
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -79,6 +80,7 @@ private:
     void chooseRow(const QModelIndex& index);
     void openEditor(const QModelIndex& index, bool withList);
     void activateClicked(const QModelIndex& index);
+    void paintCurrentCell(QPainter& painter) const;
     void setPressedButton(const QModelIndex& index);
     void notePlace();
     void restorePlace(const std::vector<int>& removed);
@@ -90,6 +92,7 @@ private:
     RowButtonDelegate* buttonDelegate_;
     QPersistentModelIndex pressedCell_;
     bool wasSelectionAnnounced_ = false;
+    bool isByKeyboard_ = false; ///< the list was last used with the keys
     bool isStretching_ = false;
     Place place_;
 };

@@ -1,5 +1,6 @@
 // Draws the main window with made-up rows into PNG files, in a light and a dark palette, for a
-// person to look at: window_preview [folder].
+// person to look at: window_preview [folder]. With --show it leaves one such window open, for the
+// mouse, the keyboard and a screen reader; what it is asked to do it prints.
 
 #include "filelist/FileTableView.h"
 #include "filelist/StatusWords.h"
@@ -109,12 +110,40 @@ void draw(const Look& look, const QString& folder) {
     std::printf("%s\n", qPrintable(file));
 }
 
+int show() {
+    TableFixture fixture;
+    QMainWindow window;
+    Ui::MainWindow ui;
+    ui.setupUi(&window);
+    fillRows(fixture);
+    ui.theTableNew->setFileModel(&fixture.model);
+    fixture.model.reload();
+    label(ui, fixture);
+    QObject::connect(ui.theTableNew, &FileTableView::rowButtonPressed, &window, [](int row) {
+        std::printf("button of row %d\n", row);
+        std::fflush(stdout);
+    });
+    QObject::connect(ui.theTableNew, &FileTableView::rowSelected, &window, [](int row) {
+        std::printf("row %d selected\n", row);
+        std::fflush(stdout);
+    });
+    QObject::connect(ui.btnStop, &QPushButton::clicked, &window, [&] {
+        fixture.state.isConversionRunning = !fixture.state.isConversionRunning;
+        ui.theTableNew->closeEditors();
+        fixture.model.editLockChanged();
+    });
+    window.show();
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
+    if (argc > 1 && qstrcmp(argv[1], "--show") == 0)
+        return show();
     const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath();
     QDir().mkpath(folder);
     for (const Look& look : {Look{.name = "light"}, Look{.name = "dark", .isDark = true},

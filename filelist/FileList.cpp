@@ -91,6 +91,28 @@ void FileList::removeRow(int row) {
     removeIfThere(arrayControllerNew, row);
 }
 
+void FileList::moveRecords(const std::vector<int>& rows, int target) {
+    const auto end = static_cast<size_t>(std::clamp(target, 0, rowCount()));
+    std::vector<bool> isMoved(fileInfoArr.size());
+    std::vector<JobRecordPtr> moved;
+    for (const int row : rows) {
+        moved.push_back(fileInfoArr.at(static_cast<size_t>(row)));
+        isMoved[static_cast<size_t>(row)] = true;
+    }
+    std::vector<JobRecordPtr> order;
+    order.reserve(fileInfoArr.size());
+    for (size_t row = 0; row < end; ++row) {
+        if (!isMoved[row])
+            order.push_back(fileInfoArr[row]);
+    }
+    order.insert(order.end(), moved.begin(), moved.end());
+    for (size_t row = end; row < fileInfoArr.size(); ++row) {
+        if (!isMoved[row])
+            order.push_back(fileInfoArr[row]);
+    }
+    fileInfoArr = std::move(order);
+}
+
 void FileList::dequeue(int id) {
     conversionTaskList.erase(std::remove(conversionTaskList.begin(), conversionTaskList.end(), id),
                              conversionTaskList.end());

@@ -55,6 +55,10 @@ public:
     void trimToRecords();
     /// Takes a row out of all parallel lists, of the queue and of the shown records.
     void removeRow(int row);
+    /// Moves the records at `rows` (ascending) before the one at `target`; a target behind the end
+    /// is the end. Kept: the records alone are moved, the lists beside them, the shown records
+    /// too, keep their order.
+    void moveRecords(const std::vector<int>& rows, int target);
     /// Takes `id` out of the queue.
     void dequeue(int id);
     /// Takes the first entry of the queue out if it is `id`.

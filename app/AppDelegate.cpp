@@ -42,6 +42,8 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       removeFiles_(files_, state_, engine_.pauseAndStop(), *this),
       rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), *this,
                  [this] { return engine_.dialogs().askSourceUnavailable(); }),
+      rowDrag_(
+          {files_, state_, gate_, *this, [this](const QStringList& paths) { addDropped(paths); }}),
       outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
       update_(surroundings.update) {
     files_.comboBoxItems = profiles_.comboBoxItems();
@@ -57,6 +59,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::awakeFromNib() {
+    window_.form().theTableNew->setRowDrag(&rowDrag_);
     window_.form().outputFolderPath->setText(_outputFolderPath);
 }
 

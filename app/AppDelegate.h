@@ -11,6 +11,7 @@
 #include "filelist/MovieProbe.h"
 #include "filelist/RemoveFiles.h"
 #include "filelist/RowButton.h"
+#include "filelist/RowDrag.h"
 #include "filelist/TableEditing.h"
 #include "media/ProbeRunner.h"
 #include "media/ProfileCatalogue.h"
@@ -59,6 +60,7 @@ public:
     [[nodiscard]] ChildProcesses& processes() { return processes_; }
     [[nodiscard]] ActionGate& gate() { return gate_; }
     [[nodiscard]] ProbeRunner& probeRunner() { return probeRunner_; }
+    [[nodiscard]] RowDrag& rowDrag() { return rowDrag_; }
     [[nodiscard]] UpdateCheck& update() { return update_; }
     [[nodiscard]] const QString& persistedOutputFolder() const { return _outputFolderPath; }
 
@@ -137,6 +139,7 @@ private:
     AddFiles addFiles_;
     RemoveFiles removeFiles_;
     RowButton rowButton_;
+    RowDrag rowDrag_;
     OutputFolder outputFolder_;
     UpdateCheck update_;
 };

@@ -133,6 +133,9 @@ Qt::ItemFlags FileTableModel::flags(const QModelIndex& index) const {
     const TableColumn column = columnAt(index.column());
     if (source_.willDisplayCellEnabled(identifierOf(column)))
         flags |= Qt::ItemIsEnabled;
+    // A button that is pressed with an unsteady hand is pressed all the same.
+    if (column != TableColumn::Check && column != TableColumn::Im)
+        flags |= Qt::ItemIsDragEnabled;
     if (column == TableColumn::Check)
         flags |= Qt::ItemIsUserCheckable;
     else if (editing_.isEditable(identifierOf(column)))

@@ -382,6 +382,7 @@ void FileTableView::paintEvent(QPaintEvent* event) {
     if (!model_)
         return;
     QPainter painter(viewport());
+    paintDropMark(painter);
     if (model_->rowCount() > 0) {
         paintCurrentCell(painter);
         return;

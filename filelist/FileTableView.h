@@ -1,8 +1,11 @@
 #pragma once
 
+#include "filelist/RowDrag.h"
+
 #include <QPersistentModelIndex>
 #include <QTableView>
 
+#include <optional>
 #include <vector>
 
 class ComboDelegate;
@@ -30,6 +33,8 @@ public:
     [[nodiscard]] int selectedRow() const;
 
     void setFileModel(FileTableModel* model);
+    /// Rows can be dragged and movies be dropped from now on.
+    void setRowDrag(RowDrag* rowDrag);
     /// Names that are not shown; after the string table was installed.
     void setTexts();
     /// Does what a click on the cell does. For keys and accessible actions.
@@ -58,6 +63,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
     void updateGeometries() override;
@@ -69,6 +79,10 @@ private:
         int currentColumn = 0;
         int topRow = -1;
         int topOffset = 0;
+    };
+    struct DragOver {
+        RowDrag::Kind kind;
+        QPoint position;
     };
 
     void setUpColumns();
@@ -82,10 +96,18 @@ private:
     void activateClicked(const QModelIndex& index);
     void paintCurrentCell(QPainter& painter) const;
     void setPressedButton(const QModelIndex& index);
+    /// Row before which a drop at this height goes; the number of rows behind the last one.
+    [[nodiscard]] int proposedRow(int y) const;
+    void answerDrag(QDropEvent* event);
+    void endDragOver();
+    void paintDropMark(QPainter& painter) const;
+    void paintRowMark(QPainter& painter, const QRect& area) const;
     void notePlace();
     void restorePlace(const std::vector<int>& removed);
 
     FileTableModel* model_ = nullptr;
+    RowDrag* rowDrag_ = nullptr;
+    std::optional<DragOver> dragOver_; ///< while something is dragged over the rows
     QCheckBox* btnSelectAll_;
     ComboDelegate* resDelegate_;
     ComboDelegate* cmbDelegate_;

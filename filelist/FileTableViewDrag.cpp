@@ -1,0 +1,118 @@
+// The table as the source and the goal of drags.
+
+#include "filelist/FileTableModel.h"
+#include "filelist/FileTableView.h"
+
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPainter>
+
+#include <algorithm>
+
+void FileTableView::setRowDrag(RowDrag* rowDrag) {
+    rowDrag_ = rowDrag;
+    setDragDropMode(rowDrag ? DragDrop : NoDragDrop);
+    // The toolkit's own mark stands for a drop on a row, which there is none of.
+    setDropIndicatorShown(false);
+}
+
+int FileTableView::proposedRow(int y) const {
+    const int row = rowAt(y);
+    if (row < 0)
+        return model_->rowCount();
+    return y < rowViewportPosition(row) + rowHeight(row) / 2 ? row : row + 1;
+}
+
+// The toolkit's own way would offer to move the rows, and clear them when they were moved.
+void FileTableView::startDrag(Qt::DropActions) {
+    const bool isButton = pressedCell_.isValid() && !(pressedCell_.flags() & Qt::ItemIsDragEnabled);
+    if (!rowDrag_ || isButton)
+        return;
+    pressedCell_ = QModelIndex();
+    std::vector<int> rows;
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    for (const QModelIndex& each : selected)
+        rows.push_back(each.row());
+    if (rows.empty())
+        return;
+    std::sort(rows.begin(), rows.end());
+    auto* const drag = new QDrag(this);
+    drag->setMimeData(RowDrag::writeRowsWithIndexes(rows).release());
+    drag->exec(Qt::CopyAction);
+}
+
+void FileTableView::dragEnterEvent(QDragEnterEvent* event) {
+    if (!rowDrag_) {
+        event->ignore();
+        return;
+    }
+    dragOver_ = DragOver{RowDrag::kindOf(*event->mimeData()), event->position().toPoint()};
+    answerDrag(event);
+}
+
+void FileTableView::dragMoveEvent(QDragMoveEvent* event) {
+    if (!dragOver_) {
+        event->ignore();
+        return;
+    }
+    dragOver_->position = event->position().toPoint();
+    const QRect inner = viewport()->rect().adjusted(0, autoScrollMargin(), 0, -autoScrollMargin());
+    if (hasAutoScroll() && !inner.contains(dragOver_->position))
+        startAutoScroll();
+    answerDrag(event);
+}
+
+void FileTableView::answerDrag(QDropEvent* event) {
+    viewport()->update();
+    const Qt::DropAction answer = RowDrag::validateDrop(dragOver_->kind);
+    event->setDropAction(answer);
+    event->setAccepted(answer != Qt::IgnoreAction);
+}
+
+void FileTableView::dragLeaveEvent(QDragLeaveEvent* event) {
+    endDragOver();
+    event->accept();
+}
+
+void FileTableView::dropEvent(QDropEvent* event) {
+    endDragOver();
+    const bool isTaken =
+        rowDrag_ &&
+        rowDrag_->acceptDrop(*event->mimeData(), proposedRow(event->position().toPoint().y()));
+    event->setDropAction(isTaken ? Qt::CopyAction : Qt::IgnoreAction);
+    event->setAccepted(isTaken);
+}
+
+void FileTableView::endDragOver() {
+    stopAutoScroll();
+    dragOver_.reset();
+    viewport()->update();
+}
+
+void FileTableView::paintDropMark(QPainter& painter) const {
+    if (!dragOver_ || !rowDrag_->hasEffect(dragOver_->kind))
+        return;
+    constexpr int width = 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), width));
+    const QRect area = viewport()->rect();
+    if (dragOver_->kind == RowDrag::Kind::Files)
+        painter.drawRect(area.adjusted(1, 1, -1, -1));
+    else
+        paintRowMark(painter, area);
+    painter.restore();
+}
+
+void FileTableView::paintRowMark(QPainter& painter, const QRect& area) const {
+    const int row = proposedRow(dragOver_->position.y());
+    const int last = model_->rowCount() - 1;
+    const int y = row <= last ? rowViewportPosition(row)
+                  : last >= 0 ? rowViewportPosition(last) + rowHeight(last)
+                              : 0;
+    constexpr int radius = 3;
+    const int shownY = std::clamp(y, radius + 1, area.bottom() - radius);
+    painter.drawLine(2 * radius + 1, shownY, area.right(), shownY);
+    painter.drawEllipse(QPoint(radius + 1, shownY), radius, radius);
+}

@@ -10,9 +10,10 @@ std::optional<int> ConversionContext::rowOf(const EncoderRun& run) const {
     return files.rowOfId(run.jobId);
 }
 
-EncoderRunPtr ConversionContext::unsettledRunOfJob(int jobId) const {
+EncoderRunPtr ConversionContext::unsettledRunOfRecord(int recordId) const {
     const auto found = std::find_if(liveRuns.begin(), liveRuns.end(), [&](const auto& run) {
-        return run->kind == EncoderRun::Kind::Job && run->jobId == jobId && !run->life.isSettled();
+        return run->kind == EncoderRun::Kind::Job && run->record->id() == recordId &&
+               !run->life.isSettled();
     });
     return found != liveRuns.end() ? *found : nullptr;
 }

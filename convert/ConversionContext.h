@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -15,6 +16,14 @@ class ProfileCatalogue;
 class RunWindow;
 class WorkerThreads;
 struct SharedState;
+
+/// How long a run waits for an encoder that has nothing more to do; tests shorten it.
+struct EncoderPatience final {
+    /// For its end, after its last word.
+    std::chrono::milliseconds end = std::chrono::seconds(10);
+    /// For it to obey the signal that ends it; then it is killed.
+    std::chrono::milliseconds obedience = std::chrono::seconds(5);
+};
 
 /// What the parts of the engine share. Main thread, except for the services, which any thread may
 /// call; owned by the engine.
@@ -30,6 +39,7 @@ struct ConversionContext final {
     const QString encoderPath;
     /// The deliberate wait of a run; any thread.
     const std::chrono::milliseconds second;
+    EncoderPatience patience;
 
     /// The job that was picked last; settled when it has had its outcome.
     EncoderRunPtr currentRun;
@@ -40,7 +50,9 @@ struct ConversionContext final {
 
     /// Row of a job; nothing when it was removed.
     [[nodiscard]] std::optional<int> rowOf(const EncoderRun& run) const;
-    [[nodiscard]] EncoderRunPtr unsettledRunOfJob(int jobId) const;
+    /// The run that converts the movie of a record. After rows were dragged the id under which a
+    /// run was queued is another one.
+    [[nodiscard]] EncoderRunPtr unsettledRunOfRecord(int recordId) const;
     void rowChanged(const EncoderRun& run) const;
     /// Puts a job's row back to waiting.
     void showWaiting(EncoderRun& run) const;

@@ -79,7 +79,7 @@ void PauseAndStop::StopPausedTask() {
         if (record->text(key::status) != status::STATPS)
             continue;
         context_.state.convertingIndex = SharedState::stoppingPaused;
-        const EncoderRunPtr run = context_.unsettledRunOfJob(record->id());
+        const EncoderRunPtr run = context_.unsettledRunOfRecord(record->id());
         if (!files.pausedList.empty()) {
             askToEnd(run);
             endPausedTask(files.pausedList.front());
@@ -171,13 +171,13 @@ void PauseAndStop::queueAgain(int jobId) {
     }
 }
 
-void PauseAndStop::deletePartialOutput(int jobId) {
-    if (const EncoderRunPtr run = context_.unsettledRunOfJob(jobId))
+void PauseAndStop::deletePartialOutput(int recordId) {
+    if (const EncoderRunPtr run = context_.unsettledRunOfRecord(recordId))
         removeUnfinishedOutput(*run);
 }
 
-void PauseAndStop::rowRemoved(int jobId) {
-    const EncoderRunPtr run = context_.unsettledRunOfJob(jobId);
+void PauseAndStop::rowRemoved(int recordId) {
+    const EncoderRunPtr run = context_.unsettledRunOfRecord(recordId);
     if (!run)
         return;
     if (run->life.phase() != EncoderLife::Phase::Preparing) {
@@ -197,7 +197,11 @@ void PauseAndStop::rowRemoved(int jobId) {
 
 void PauseAndStop::endPausedTask(const PausedTask& paused) {
     paused.task->resume();
-    paused.task->terminate();
+    const bool told = paused.task->terminate();
+    for (const EncoderRunPtr& run : context_.liveRuns) {
+        if (told && run->task == paused.task)
+            run->life.toldToEnd();
+    }
 }
 
 void PauseAndStop::askToEnd(const EncoderRunPtr& run, EncoderLife::Request request) {

@@ -24,8 +24,8 @@ public:
     void setConvertingIndexForPause(int row) override;
     void setConvertingIndexForResume(int row) override;
     void StopPausedTask() override;
-    void deletePartialOutput(int jobId) override;
-    void rowRemoved(int jobId) override;
+    void deletePartialOutput(int recordId) override;
+    void rowRemoved(int recordId) override;
     void endPausedTask(const PausedTask& paused) override;
 
     void resumeFile(const std::shared_ptr<ChildProcess>& task);

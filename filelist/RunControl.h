@@ -18,10 +18,10 @@ public:
     /// Ends the suspended encoders and puts their rows back to waiting; waits for them.
     virtual void StopPausedTask() = 0;
 
-    /// Deletes what the unfinished encoder of this job has written.
-    virtual void deletePartialOutput(int jobId) = 0;
-    /// A job's row is being removed: its encoder, where it has one, is to end.
-    virtual void rowRemoved(int jobId) = 0;
+    /// Deletes what the unfinished encoder of this movie has written.
+    virtual void deletePartialOutput(int recordId) = 0;
+    /// A movie's row is being removed: its encoder, where it has one, is to end.
+    virtual void rowRemoved(int recordId) = 0;
     /// Resumes and terminates a suspended encoder: a stopped process cannot end.
     virtual void endPausedTask(const PausedTask& paused) = 0;
 };

@@ -18,6 +18,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                state.second,
                {},
                {},
+               {},
                {}},
       summary_(context_),
       queue_(context_, summary_),

@@ -25,6 +25,8 @@ public:
 
     [[nodiscard]] const ConversionContext& context() const { return context_; }
 
+    void setPatience(EncoderPatience patience) { context_.patience = patience; }
+
     ConversionDialogs& dialogs() { return dialogs_; }
     ConversionQueue& queue() { return queue_; }
     PauseAndStop& pauseAndStop() { return pauseAndStop_; }

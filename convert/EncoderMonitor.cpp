@@ -15,13 +15,9 @@
 
 #include <QLoggingCategory>
 
-using namespace std::chrono_literals;
-
 namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.convert")
-
-constexpr auto longestEnd = 10s;
 
 } // namespace
 
@@ -46,7 +42,7 @@ void EncoderMonitor::discard(const EncoderRunPtr& run) {
 }
 
 void EncoderMonitor::follow(const EncoderRunPtr& run) {
-    EncoderReader reader(context_.mainThread, run, context_.second);
+    EncoderReader reader(context_, run);
     for (;;) {
         const EncoderReader::Event event = reader.next();
         if (event.kind == EncoderReader::Event::Kind::Ended) {
@@ -94,7 +90,7 @@ void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader
         outcomes_.writeFailed(run, reader);
         break;
     case Step::AwaitEnd:
-        if (!reader.awaitEnd(longestEnd))
+        if (!reader.awaitEnd(context_.patience.end))
             reader.endEncoder();
         outcomes_.conclude(run, reader);
         break;

@@ -15,12 +15,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-constexpr auto longestEnd = 10s;
-
-} // namespace
-
 void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) {
     const auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
     switch (verdict) {
@@ -169,7 +163,7 @@ int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
 void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reader) {
     MainThread& mainThread = context_.mainThread;
     mainThread.onMainThread([&] { context_.dialogs.tellMemoryFull(); });
-    if (!reader.awaitEnd(longestEnd))
+    if (!reader.awaitEnd(context_.patience.end))
         reader.endEncoder();
     run->output.remove();
     mainThread.onMainThread([&] {

@@ -1,5 +1,6 @@
 #include "convert/EncoderReader.h"
 
+#include "convert/ConversionContext.h"
 #include "convert/EncoderMarkers.h"
 #include "platform/MainThread.h"
 
@@ -12,7 +13,6 @@ namespace {
 using Clock = ReaderSignals::Clock;
 
 constexpr auto longestRest = 100ms;
-constexpr auto obedience = 5s;
 
 std::chrono::milliseconds timeUntil(Clock::time_point moment) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(moment - Clock::now());
@@ -21,11 +21,11 @@ std::chrono::milliseconds timeUntil(Clock::time_point moment) {
 
 } // namespace
 
-EncoderReader::EncoderReader(MainThread& mainThread, const EncoderRunPtr& run,
-                             std::chrono::milliseconds patience)
-    : mainThread_(mainThread),
+EncoderReader::EncoderReader(const ConversionContext& context, const EncoderRunPtr& run)
+    : mainThread_(context.mainThread),
       run_(run),
-      patience_(patience),
+      second_(context.second),
+      obedience_(context.patience.obedience),
       cutter_({run->source, run->output.path()}) {}
 
 EncoderReader::Event EncoderReader::next() {
@@ -48,7 +48,7 @@ EncoderReader::Event EncoderReader::next() {
             return {Event::Kind::Ended};
         }
         if (result == ChildProcess::Read::TimedOut) {
-            if (asked && timeUntil(*asked + patience_) == 0ms)
+            if (asked && timeUntil(*asked + second_) == 0ms)
                 return {Event::Kind::EndAsked};
             if (auto piece = cutter_.next(true))
                 return {Event::Kind::Piece, *piece};
@@ -59,7 +59,7 @@ EncoderReader::Event EncoderReader::next() {
 std::optional<std::chrono::milliseconds> EncoderReader::limitOfRead() const {
     std::optional<std::chrono::milliseconds> limit;
     if (const auto asked = run_->reader.endAskedAt())
-        limit = timeUntil(*asked + patience_);
+        limit = timeUntil(*asked + second_);
     if (cutter_.hasRest())
         limit = std::min<std::chrono::milliseconds>(limit.value_or(longestRest), longestRest);
     return limit;
@@ -98,11 +98,11 @@ void EncoderReader::endEncoder() {
     };
     tell(&ChildProcess::terminate);
     run_->task->resume();
-    if (awaitEnd(obedience))
+    if (awaitEnd(obedience_))
         return;
     tell(&ChildProcess::kill);
     // A process that hangs in the kernel cannot be helped: it is left behind.
-    awaitEnd(obedience);
+    awaitEnd(obedience_);
 }
 
 void EncoderReader::noteEnd() {

@@ -7,6 +7,7 @@
 #include <optional>
 
 class MainThread;
+struct ConversionContext;
 
 /// Reads one encoder's standard error, piece by piece, up to its end. One reader thread, which
 /// owns it.
@@ -23,9 +24,7 @@ public:
         EncoderPiece piece = {};
     };
 
-    /// `patience`: how long a silent encoder that was asked to end is waited for.
-    EncoderReader(MainThread& mainThread, const EncoderRunPtr& run,
-                  std::chrono::milliseconds patience);
+    explicit EncoderReader(const ConversionContext& context, const EncoderRunPtr& run);
     Q_DISABLE_COPY_MOVE(EncoderReader)
 
     /// Blocks, also while the encoder is suspended. Throws Cancelled when the program closes.
@@ -33,7 +32,7 @@ public:
     /// Reads on for at most `limit`, only to see whether the encoder comes to its end in good
     /// order; false when it still lives.
     bool awaitEnd(std::chrono::milliseconds limit);
-    /// Ends the encoder: asks it, and kills it when it does not obey within five seconds.
+    /// Ends the encoder: asks it, and kills it when it does not obey in time.
     void endEncoder();
 
 private:
@@ -42,6 +41,8 @@ private:
 
     MainThread& mainThread_;
     const EncoderRunPtr run_;
-    const std::chrono::milliseconds patience_;
+    /// How long a silent encoder that was asked to end is waited for.
+    const std::chrono::milliseconds second_;
+    const std::chrono::milliseconds obedience_;
     PieceCutter cutter_;
 };

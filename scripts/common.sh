@@ -10,7 +10,7 @@ PROGRAM_PACKAGES=(ffmpeg qt6-qpa-plugins fonts-dejavu-core)
 DESKTOP_PACKAGES=(xvfb openbox dbus dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi
     imagemagick)
 # What the tests take besides.
-TEST_PACKAGES=(python3-dbusmock)
+TEST_PACKAGES=(python3-dbusmock xauth xdotool)
 # What the checks of .ci/run take besides.
 CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
 
@@ -45,10 +45,13 @@ require_packages() {
         as_root=(sudo)
         [[ -t 0 ]] || as_root+=(-n)
     fi
-    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q)
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0)
+    mkdir -p build
     "${apt[@]}" update || say "The package lists could not be refreshed; trying with the old ones."
-    "${apt[@]}" install -y --no-install-recommends "${missing[@]}" ||
+    "${apt[@]}" install -y --no-install-recommends "${missing[@]}" >build/apt.log || {
+        tail -n 20 build/apt.log >&2
         fail "apt could not install the packages named above"
+    }
 }
 
 # configure PRESET [CMAKE ARGUMENT...]: quiet unless it fails.

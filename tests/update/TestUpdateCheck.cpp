@@ -19,7 +19,7 @@ QByteArray document(const QByteArray& version, const QByteArray& url) {
 }
 
 /// Quitting is not to be felt; the limit is wide because the machine may be busy.
-constexpr qint64 atOnce = 2000;
+constexpr qint64 atOnce = 10000;
 
 } // namespace
 

@@ -241,7 +241,9 @@ class Application:
         return found
 
     def boxes(self):
-        return [MessageBox(node) for node in self.dialogs() if node.get_name() == APP_NAME]
+        """The open dialogs that ask or tell: the ones without a field to type into."""
+        return [MessageBox(node) for node in self.dialogs()
+                if find(node, "text", required=False) is None]
 
     def box(self, limit=LIMIT):
         """The message box that is open, or opens within the limit."""

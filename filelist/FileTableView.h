@@ -83,6 +83,7 @@ private:
     struct DragOver {
         RowDrag::Kind kind;
         QPoint position;
+        bool isWelcome = false;
     };
 
     void setUpColumns();
@@ -99,6 +100,7 @@ private:
     /// Row before which a drop at this height goes; the number of rows behind the last one.
     [[nodiscard]] int proposedRow(int y) const;
     void answerDrag(QDropEvent* event);
+    static void answer(QDropEvent* event, Qt::DropAction action);
     void endDragOver();
     void paintDropMark(QPainter& painter) const;
     void paintRowMark(QPainter& painter, const QRect& area) const;

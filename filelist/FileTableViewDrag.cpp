@@ -43,12 +43,12 @@ void FileTableView::startDrag(Qt::DropActions) {
 }
 
 void FileTableView::dragEnterEvent(QDragEnterEvent* event) {
-    if (!rowDrag_) {
-        event->ignore();
-        return;
-    }
-    dragOver_ = DragOver{RowDrag::kindOf(*event->mimeData()), event->position().toPoint()};
+    const QPoint position = event->position().toPoint();
+    dragOver_ = DragOver{RowDrag::kindOf(*event->mimeData()), position};
     answerDrag(event);
+    // Who was refused does not tell when it leaves.
+    if (!dragOver_->isWelcome)
+        endDragOver();
 }
 
 void FileTableView::dragMoveEvent(QDragMoveEvent* event) {
@@ -64,10 +64,17 @@ void FileTableView::dragMoveEvent(QDragMoveEvent* event) {
 }
 
 void FileTableView::answerDrag(QDropEvent* event) {
+    const Qt::DropAction action =
+        rowDrag_ ? RowDrag::validateDrop(dragOver_->kind, event->possibleActions())
+                 : Qt::IgnoreAction;
+    dragOver_->isWelcome = action != Qt::IgnoreAction;
+    answer(event, action);
     viewport()->update();
-    const Qt::DropAction answer = RowDrag::validateDrop(dragOver_->kind);
-    event->setDropAction(answer);
-    event->setAccepted(answer != Qt::IgnoreAction);
+}
+
+void FileTableView::answer(QDropEvent* event, Qt::DropAction action) {
+    event->setDropAction(action);
+    event->setAccepted(action != Qt::IgnoreAction);
 }
 
 void FileTableView::dragLeaveEvent(QDragLeaveEvent* event) {
@@ -76,12 +83,12 @@ void FileTableView::dragLeaveEvent(QDragLeaveEvent* event) {
 }
 
 void FileTableView::dropEvent(QDropEvent* event) {
+    const bool isWelcome = dragOver_ && dragOver_->isWelcome;
     endDragOver();
     const bool isTaken =
-        rowDrag_ &&
+        isWelcome &&
         rowDrag_->acceptDrop(*event->mimeData(), proposedRow(event->position().toPoint().y()));
-    event->setDropAction(isTaken ? Qt::CopyAction : Qt::IgnoreAction);
-    event->setAccepted(isTaken);
+    answer(event, isTaken ? Qt::CopyAction : Qt::IgnoreAction);
 }
 
 void FileTableView::endDragOver() {
@@ -91,7 +98,7 @@ void FileTableView::endDragOver() {
 }
 
 void FileTableView::paintDropMark(QPainter& painter) const {
-    if (!dragOver_ || !rowDrag_->hasEffect(dragOver_->kind))
+    if (!dragOver_ || !dragOver_->isWelcome || !rowDrag_->hasEffect(dragOver_->kind))
         return;
     constexpr int width = 2;
     painter.save();

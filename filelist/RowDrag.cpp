@@ -58,8 +58,9 @@ std::unique_ptr<QMimeData> RowDrag::writeRowsWithIndexes(const std::vector<int>&
     return data;
 }
 
-Qt::DropAction RowDrag::validateDrop(Kind kind) {
-    return kind == Kind::Other ? Qt::IgnoreAction : Qt::CopyAction;
+Qt::DropAction RowDrag::validateDrop(Kind kind, Qt::DropActions offered) {
+    return kind != Kind::Other && offered.testFlag(Qt::CopyAction) ? Qt::CopyAction
+                                                                   : Qt::IgnoreAction;
 }
 
 bool RowDrag::hasEffect(Kind kind) const {

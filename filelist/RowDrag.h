@@ -40,9 +40,10 @@ public:
     /// What the rows, ascending, are dragged with; nothing but the private type.
     [[nodiscard]] static std::unique_ptr<QMimeData>
     writeRowsWithIndexes(const std::vector<int>& rows);
-    /// Copy for whatever is dragged over the table, wherever and whenever, Ignore for types that
-    /// the table does not know. Never Move: who offers a movie would delete it.
-    [[nodiscard]] static Qt::DropAction validateDrop(Kind kind);
+    /// Copy for whatever is dragged over the table, wherever and whenever. Ignore for types that
+    /// the table does not know and where no copy is offered: the toolkit would turn the answer
+    /// into a move, and who offers a movie would delete it.
+    [[nodiscard]] static Qt::DropAction validateDrop(Kind kind, Qt::DropActions offered);
     /// Whether a drop would do something to the list now.
     [[nodiscard]] bool hasEffect(Kind kind) const;
 

@@ -9,27 +9,31 @@ namespace {
 // More than any line of a real encoder.
 constexpr qsizetype longestLine = 1 << 20;
 
-qsizetype startOfProgress(const QByteArray& bytes) {
-    const QByteArray word = QByteArrayLiteral("frame=");
-    qsizetype position = bytes.indexOf(word);
-    while (position > 0 && bytes[position - 1] != '\n' && bytes[position - 1] != '\r')
-        position = bytes.indexOf(word, position + 1);
-    return position;
+bool isLineEnd(QChar c) {
+    return c == u'\n' || c == u'\r';
+}
+
+qsizetype startOfProgress(const QString& text, bool beginsLine) {
+    const QString word = QStringLiteral("frame=");
+    for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {
+        if (at == 0 ? beginsLine : isLineEnd(text[at - 1]))
+            return at;
+    }
+    return -1;
 }
 
 } // namespace
 
 std::optional<EncoderPiece> PieceCutter::next(bool flush) {
-    for (;;) {
-        const QByteArray bytes = takeBytes(flush);
-        if (bytes.isEmpty())
-            return std::nullopt;
-        const QString text = held_ + blanker_.blank(QString::fromUtf8(bytes));
+    blankWaiting(flush);
+    while (!ready_.isEmpty()) {
+        const QString text = held_ + takeReady();
         held_.clear();
         if (!isWriteFailureWithoutPosition(text))
             return EncoderPiece{text};
         held_ = text;
     }
+    return std::nullopt;
 }
 
 std::optional<EncoderPiece> PieceCutter::last() {
@@ -38,19 +42,27 @@ std::optional<EncoderPiece> PieceCutter::last() {
     return EncoderPiece{std::exchange(held_, QString()), true};
 }
 
-QByteArray PieceCutter::takeBytes(bool flush) {
-    const auto take = [this](qsizetype length) {
-        const QByteArray taken = waiting_.left(length);
-        waiting_.remove(0, length);
-        return taken;
-    };
+void PieceCutter::blankWaiting(bool flush) {
+    qsizetype length = qMax(waiting_.lastIndexOf('\n'), waiting_.lastIndexOf('\r')) + 1;
+    if (flush || waiting_.size() - length >= longestLine)
+        length = waiting_.size();
+    if (length == 0)
+        return;
+    ready_ += blanker_.blank(decoder_.decode(QByteArrayView(waiting_).first(length)));
+    waiting_.remove(0, length);
+}
+
+// The first progress line is looked for in the blanked text: a name may hold "\nframe=".
+QString PieceCutter::takeReady() {
+    qsizetype length = ready_.size();
     if (inHeader_) {
-        const qsizetype progress = startOfProgress(waiting_);
+        const qsizetype progress = startOfProgress(ready_, atLineStart_);
         inHeader_ = progress < 0;
         if (progress > 0)
-            return take(progress);
+            length = progress;
     }
-    if (flush || waiting_.size() >= longestLine)
-        return take(waiting_.size());
-    return take(qMax(waiting_.lastIndexOf('\n'), waiting_.lastIndexOf('\r')) + 1);
+    const QString taken = ready_.first(length);
+    ready_.remove(0, length);
+    atLineStart_ = isLineEnd(taken.back());
+    return taken;
 }

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringConverter>
 #include <QStringList>
 
 #include <optional>
@@ -17,7 +18,7 @@ struct EncoderPiece final {
 
 /// Cuts what an encoder says into pieces: whole lines, all that have come when a piece is asked
 /// for. What stands before the first progress line is kept apart from it, and a write failure
-/// without a position waits for the piece that brings one. A value; one reader thread.
+/// without a position waits for the piece that brings one. One reader thread, which owns it.
 class PieceCutter final {
 public:
     /// `paths` are the names that the encoder may echo: the source's and the output's.
@@ -33,10 +34,14 @@ public:
     [[nodiscard]] std::optional<EncoderPiece> last();
 
 private:
-    [[nodiscard]] QByteArray takeBytes(bool flush);
+    void blankWaiting(bool flush);
+    [[nodiscard]] QString takeReady();
 
     ReportBlanker blanker_;
     QByteArray waiting_;
+    QStringDecoder decoder_{QStringConverter::Utf8}; ///< joins a character that a flush has cut
+    QString ready_;                                  ///< blanked, in no piece yet
     QString held_;
     bool inHeader_ = true;
+    bool atLineStart_ = true; ///< whether `ready_` begins a line
 };

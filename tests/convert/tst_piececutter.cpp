@@ -1,0 +1,378 @@
+#include "convert/EncoderMarkers.h"
+#include "convert/PieceCutter.h"
+#include "convert/Recordings.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray failure = "av_interleaved_write_frame(): No space left on device\n";
+const QByteArray position = "frame=    9 fps=0.0 q=0.0 size=       0kB time=00:00:00.44 speed=1x\r";
+
+void takeAll(PieceCutter& cutter, bool flush, QStringList& pieces) {
+    while (const auto piece = cutter.next(flush))
+        pieces += piece->text;
+}
+
+QStringList piecesOf(PieceCutter& cutter, const QByteArray& bytes, bool flush = false) {
+    QStringList pieces;
+    cutter.add(bytes);
+    takeAll(cutter, flush, pieces);
+    return pieces;
+}
+
+/// What is left at the end of an encoder.
+QStringList restOf(PieceCutter& cutter) {
+    QStringList pieces;
+    takeAll(cutter, true, pieces);
+    if (const auto piece = cutter.last())
+        pieces += piece->text;
+    return pieces;
+}
+
+} // namespace
+
+/// How the encoder's output is cut before it is looked at.
+class TestPieceCutter final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingIsNoPiece();
+    void pieceEndsAfterALineEnd_data();
+    void pieceEndsAfterALineEnd();
+    void everythingThatHasComeIsOnePiece();
+    void restIsTakenByAFlush();
+    void headerIsAPieceOfItsOwn_data();
+    void headerIsAPieceOfItsOwn();
+    void headerArrivesInSeveralPieces();
+    void middleOfALineIsNoProgress();
+    void onlyTheFirstProgressLineIsApart();
+    void nameWithALineEndDoesNotEndTheHeader();
+    void writeFailureWaitsForAPosition();
+    void writeFailureWaitsThroughSeveralPieces();
+    void writeFailureWithAnErrorDoesNotWait();
+    void writeFailureBeforeTheFirstProgressLine();
+    void writeFailureAtTheEnd();
+    void charactersAreNotCut_data();
+    void charactersAreNotCut();
+    void bytesThatAreNoTextPass();
+    void endlessLineIsCut();
+    void namesAndMetadataAreBlanked_data();
+    void namesAndMetadataAreBlanked();
+    void cutAnywhereHoldsTheSameText_data();
+    void cutAnywhereHoldsTheSameText();
+    void flushAnywhereShowsNothingMore_data();
+    void flushAnywhereShowsNothingMore();
+    void byteByByteHoldsTheSameText_data();
+    void byteByByteHoldsTheSameText();
+};
+
+void TestPieceCutter::nothingIsNoPiece() {
+    PieceCutter cutter({});
+    QVERIFY(!cutter.next(false));
+    QVERIFY(!cutter.next(true));
+    QVERIFY(!cutter.last());
+    QVERIFY(!cutter.hasRest());
+    cutter.add({});
+    QVERIFY(!cutter.next(true));
+    QVERIFY(!cutter.hasRest());
+}
+
+void TestPieceCutter::pieceEndsAfterALineEnd_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("pieces");
+    QTest::addColumn<bool>("rest");
+    const auto row = [](const char* name, const char* bytes, const QStringList& pieces, bool rest) {
+        QTest::newRow(name) << QByteArray(bytes) << pieces << rest;
+    };
+    row("no line end", "abc", {}, true);
+    row("line feed", "abc\n", {u"abc\n"_s}, false);
+    row("carriage return", "abc\r", {u"abc\r"_s}, false);
+    row("both", "a\rb\nc\rd", {u"a\rb\nc\r"_s}, true);
+    row("line feed last", "a\rb\nc", {u"a\rb\n"_s}, true);
+    row("pair", "a\r\nb", {u"a\r\n"_s}, true);
+    row("only line ends", "\n\r\n", {u"\n\r\n"_s}, false);
+}
+
+void TestPieceCutter::pieceEndsAfterALineEnd() {
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const bool, rest);
+    PieceCutter cutter({});
+    QTEST(piecesOf(cutter, bytes), "pieces");
+    QCOMPARE(cutter.hasRest(), rest);
+}
+
+void TestPieceCutter::everythingThatHasComeIsOnePiece() {
+    PieceCutter cutter({});
+    cutter.add("a\nb");
+    cutter.add("\nc\r");
+    cutter.add("d");
+    QCOMPARE(piecesOf(cutter, "\n"), QStringList(u"a\nb\nc\rd\n"_s));
+}
+
+void TestPieceCutter::restIsTakenByAFlush() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, "a\nb"), QStringList(u"a\n"_s));
+    QVERIFY(cutter.hasRest());
+    QCOMPARE(restOf(cutter), QStringList(u"b"_s));
+    QVERIFY(!cutter.hasRest());
+}
+
+void TestPieceCutter::headerIsAPieceOfItsOwn_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("pieces");
+    const auto row = [](const char* name, const char* bytes, const QStringList& pieces) {
+        QTest::newRow(name) << QByteArray(bytes) << pieces;
+    };
+    row("after a line feed", "banner\nInvalid\nframe=1\r",
+        {u"banner\nInvalid\n"_s, u"frame=1\r"_s});
+    row("after a carriage return", "a\rframe=1\r", {u"a\r"_s, u"frame=1\r"_s});
+    row("no header", "frame=1\rb\n", {u"frame=1\rb\n"_s});
+    row("in a line", "the frame=1\n", {u"the frame=1\n"_s});
+    row("in a line and at the start of one", "a frame=1\nframe=2\r",
+        {u"a frame=1\n"_s, u"frame=2\r"_s});
+    row("unfinished progress line", "a\nframe=1", {u"a\n"_s});
+    row("no progress line", "a\nb\n", {u"a\nb\n"_s});
+    row("another case", "a\nFrame=1\n", {u"a\nFrame=1\n"_s});
+}
+
+void TestPieceCutter::headerIsAPieceOfItsOwn() {
+    QFETCH(const QByteArray, bytes);
+    PieceCutter cutter({});
+    QTEST(piecesOf(cutter, bytes), "pieces");
+}
+
+void TestPieceCutter::headerArrivesInSeveralPieces() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, "a\nb\n"), QStringList(u"a\nb\n"_s));
+    QCOMPARE(piecesOf(cutter, "c\nfra"), QStringList(u"c\n"_s));
+    QCOMPARE(piecesOf(cutter, "me=1\rframe=2\r"), QStringList(u"frame=1\rframe=2\r"_s));
+}
+
+void TestPieceCutter::middleOfALineIsNoProgress() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, "key  ", true), QStringList(u"key  "_s));
+    QCOMPARE(piecesOf(cutter, "frame=1\nInvalid\nframe=2\r"),
+             QStringList({u"frame=1\nInvalid\n"_s, u"frame=2\r"_s}));
+    // A progress line that was cut by a flush is none any more.
+    PieceCutter cut({});
+    QCOMPARE(piecesOf(cut, "fra", true), QStringList(u"fra"_s));
+    QCOMPARE(piecesOf(cut, "me=1\rframe=2\r"), QStringList({u"me=1\r"_s, u"frame=2\r"_s}));
+}
+
+void TestPieceCutter::onlyTheFirstProgressLineIsApart() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, "a\nframe=1\rError\nframe=2\r"),
+             QStringList({u"a\n"_s, u"frame=1\rError\nframe=2\r"_s}));
+    QCOMPARE(piecesOf(cutter, "b\nframe=3\r"), QStringList(u"b\nframe=3\r"_s));
+}
+
+void TestPieceCutter::nameWithALineEndDoesNotEndTheHeader() {
+    const QString source = u"/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4"_s;
+    const QString output = u"/home/u/Converted/new\nframe= error\x01.mp4"_s;
+    PieceCutter cutter({source, output});
+    const QStringList pieces = piecesOf(cutter, Recordings::reportBytes("encode-newline"));
+    QCOMPARE(pieces.size(), 2);
+    QVERIFY(pieces[0].contains(u"Press [q] to stop"_s));
+    QVERIFY(pieces[1].startsWith(u"frame="_s));
+    QVERIFY(pieces[1].contains(u"time="_s));
+    QVERIFY(!markersOf(pieces[0]).hasError);
+}
+
+void TestPieceCutter::writeFailureWaitsForAPosition() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, position), QStringList(QString::fromUtf8(position)));
+    QCOMPARE(piecesOf(cutter, failure), QStringList());
+    QVERIFY(!cutter.hasRest());
+    QCOMPARE(piecesOf(cutter, position), QStringList(QString::fromUtf8(failure + position)));
+    QVERIFY(!cutter.last());
+}
+
+void TestPieceCutter::writeFailureWaitsThroughSeveralPieces() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, failure), QStringList());
+    QCOMPARE(piecesOf(cutter, "    Last message repeated 17 times\n"), QStringList());
+    QCOMPARE(piecesOf(cutter, "Error writing tr", true), QStringList());
+    QCOMPARE(piecesOf(cutter, "ailer\n"), QStringList());
+    const QStringList joined = piecesOf(cutter, position);
+    QCOMPARE(joined.size(), 1);
+    QCOMPARE(joined[0], QString::fromUtf8(failure + "    Last message repeated 17 times\n" +
+                                          "Error writing trailer\n" + position));
+}
+
+void TestPieceCutter::writeFailureWithAnErrorDoesNotWait() {
+    PieceCutter cutter({});
+    const QByteArray text = "av_interleaved_write_frame(): Input/output error\n";
+    QCOMPARE(piecesOf(cutter, text), QStringList(QString::fromUtf8(text)));
+}
+
+void TestPieceCutter::writeFailureBeforeTheFirstProgressLine() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, "banner\n" + failure), QStringList());
+    QCOMPARE(piecesOf(cutter, position),
+             QStringList(QString::fromUtf8("banner\n" + failure + position)));
+}
+
+void TestPieceCutter::writeFailureAtTheEnd() {
+    PieceCutter cutter({});
+    QCOMPARE(piecesOf(cutter, position).size(), 1);
+    QCOMPARE(piecesOf(cutter, failure), QStringList());
+    const auto piece = cutter.last();
+    QVERIFY(piece);
+    QCOMPARE(piece->text, QString::fromUtf8(failure));
+    QVERIFY(piece->writeFailureAtEnd);
+    QVERIFY(!cutter.last());
+    // A position that still comes makes it an ordinary piece.
+    cutter.add(failure + position);
+    const auto joined = cutter.next(true);
+    QVERIFY(joined);
+    QVERIFY(!joined->writeFailureAtEnd);
+}
+
+void TestPieceCutter::charactersAreNotCut_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("two bytes") << QByteArray("caf\u00e9\n");
+    QTest::newRow("three bytes") << QByteArray("\u4e2d\u6587\n");
+    QTest::newRow("four bytes") << QByteArray("a\U0001F3AC"
+                                              "b\n");
+}
+
+void TestPieceCutter::charactersAreNotCut() {
+    QFETCH(const QByteArray, text);
+    for (qsizetype cut = 0; cut <= text.size(); ++cut) {
+        PieceCutter cutter({});
+        QStringList pieces = piecesOf(cutter, text.first(cut), true);
+        pieces += piecesOf(cutter, text.sliced(cut), true);
+        QCOMPARE(pieces.join(QString()), QString::fromUtf8(text));
+        QVERIFY(!pieces.contains(QString()));
+    }
+}
+
+void TestPieceCutter::bytesThatAreNoTextPass() {
+    PieceCutter cutter({});
+    const QStringList pieces = piecesOf(cutter, QByteArray("a\xff\xfe\0b\n", 6));
+    QCOMPARE(pieces.size(), 1);
+    QVERIFY(pieces[0].startsWith(u'a'));
+    QVERIFY(pieces[0].endsWith(u"b\n"_s));
+    // The beginning of a character that never comes holds nothing up.
+    QCOMPARE(piecesOf(cutter, "\xe4\xb8", true), QStringList());
+    QCOMPARE(piecesOf(cutter, position).size(), 1);
+}
+
+void TestPieceCutter::endlessLineIsCut() {
+    PieceCutter cutter({});
+    const QByteArray much(1 << 19, 'x');
+    QCOMPARE(piecesOf(cutter, much), QStringList());
+    QCOMPARE(piecesOf(cutter, much), QStringList(QString(1 << 20, u'x')));
+    QVERIFY(!cutter.hasRest());
+}
+
+void TestPieceCutter::namesAndMetadataAreBlanked_data() {
+    QTest::addColumn<QByteArray>("text");
+    const auto row = [](const char* name, const char* text) {
+        QTest::newRow(name) << QByteArray(text);
+    };
+    row("source", "Input #0, mov,mp4, from '/Invalid/error/time=1.mp4':\n");
+    row("output", "Output #0, mp4, to '/error/LPSNR= av_interleaved_write_frame.mp4':\n");
+    row("refused output", "/error/LPSNR= av_interleaved_write_frame.mp4: Permission denied\n");
+    row("output elsewhere in a line",
+        "Error closing file /error/LPSNR= av_interleaved_write_frame.mp4: Broken pipe\n");
+    row("title", "  Metadata:\n    title           : trial and error\n");
+    row("continued", "  Metadata:\n    comment         : Invalid\n                    : No space "
+                     "left on device\n");
+    row("chapter", "    Chapter #0:0: start 0.000000, end 2.000000\n      Metadata:\n"
+                   "        title           : time=99:99:99.99 error\n");
+}
+
+void TestPieceCutter::namesAndMetadataAreBlanked() {
+    QFETCH(const QByteArray, text);
+    const QStringList names{u"/Invalid/error/time=1.mp4"_s,
+                            u"/error/LPSNR= av_interleaved_write_frame.mp4"_s};
+    for (qsizetype cut = 0; cut <= text.size(); ++cut) {
+        PieceCutter cutter(names);
+        QStringList pieces = piecesOf(cutter, text.first(cut));
+        pieces += piecesOf(cutter, text.sliced(cut));
+        pieces += restOf(cutter);
+        const EncoderMarkers marks = markersOf(pieces.join(QString()));
+        QVERIFY2(!marks.hasError && !marks.hasInvalid && !marks.hasPosition && !marks.hasSummary &&
+                     !marks.hasWriteFailure,
+                 qPrintable(QString::number(cut) + u' ' + pieces.join(u'|')));
+        QCOMPARE(pieces.join(QString()).size(), text.size());
+    }
+}
+
+void TestPieceCutter::cutAnywhereHoldsTheSameText_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("disk full") << Recordings::bytes("disk-full")
+                               << QStringList{u"/home/u/Videos/clip.mp4"_s,
+                                              u"/home/u/full/clip_Pro_1280x720.mp4"_s};
+    QTest::newRow("misleading names")
+        << Recordings::bytes("finished-misleading-names")
+        << QStringList{u"/home/u/Invalid error/time=\u00e9.mp4"_s,
+                       u"/home/u/Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s};
+    QTest::newRow("line ends in the names")
+        << Recordings::reportBytes("encode-newline")
+        << QStringList{u"/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4"_s,
+                       u"/home/u/Converted/new\nframe= error\x01.mp4"_s};
+}
+
+void TestPieceCutter::cutAnywhereHoldsTheSameText() {
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QStringList, names);
+    const QString whole = blankReport(QString::fromUtf8(bytes), names);
+    for (qsizetype cut = 0; cut <= bytes.size(); ++cut) {
+        PieceCutter cutter(names);
+        QStringList pieces = piecesOf(cutter, bytes.first(cut));
+        pieces += piecesOf(cutter, bytes.sliced(cut));
+        pieces += restOf(cutter);
+        if (pieces.join(QString()) != whole)
+            QFAIL(qPrintable(u"cut at %1: "_s.arg(cut) + pieces.join(u'|')));
+    }
+}
+
+void TestPieceCutter::flushAnywhereShowsNothingMore_data() {
+    cutAnywhereHoldsTheSameText_data();
+}
+
+// What could be the beginning of a name is blanked before a flush, whatever follows: more blanks
+// than in the whole text, never fewer.
+void TestPieceCutter::flushAnywhereShowsNothingMore() {
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QStringList, names);
+    const QString whole = blankReport(QString::fromUtf8(bytes), names);
+    for (qsizetype cut = 0; cut <= bytes.size(); ++cut) {
+        PieceCutter cutter(names);
+        QStringList pieces = piecesOf(cutter, bytes.first(cut), true);
+        pieces += piecesOf(cutter, bytes.sliced(cut), true);
+        pieces += restOf(cutter);
+        const QString joined = pieces.join(QString());
+        if (joined == whole)
+            continue;
+        QCOMPARE(joined.size(), whole.size());
+        for (qsizetype i = 0; i < whole.size(); ++i) {
+            if (joined[i] != u' ' && joined[i] != whole[i])
+                QFAIL(qPrintable(u"cut at %1 shows %2"_s.arg(cut).arg(joined.mid(i, 40))));
+        }
+    }
+}
+
+void TestPieceCutter::byteByByteHoldsTheSameText_data() {
+    cutAnywhereHoldsTheSameText_data();
+}
+
+void TestPieceCutter::byteByByteHoldsTheSameText() {
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QStringList, names);
+    PieceCutter cutter(names);
+    QStringList pieces;
+    for (const char byte : bytes)
+        pieces += piecesOf(cutter, QByteArray(1, byte));
+    pieces += restOf(cutter);
+    QCOMPARE(pieces.join(QString()), blankReport(QString::fromUtf8(bytes), names));
+}
+
+QTEST_APPLESS_MAIN(TestPieceCutter)
+#include "tst_piececutter.moc"

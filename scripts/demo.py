@@ -19,8 +19,8 @@ from texts import text  # noqa: E402
 
 
 def converting(app):
-    """A row shows its position, or the run is already over."""
-    return app.boxes() or any(re.fullmatch(r"[1-9]\d? %", cell) for cell in app.column("progress"))
+    """A row's bar is well on its way, or the run is already over."""
+    return app.boxes() or any(re.fullmatch(r"[2-9]\d %", cell) for cell in app.column("progress"))
 
 
 def show(app, folder, home):

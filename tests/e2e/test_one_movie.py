@@ -78,10 +78,11 @@ class OneMovie(MovieTest):
 @unittest.skipUnless(SAMPLES, "REELSHIFT_SAMPLES names no folder with real movies")
 class RealMovies(MovieTest):
     def test_all_become_h264(self):
-        found = sorted(glob.glob(os.path.join(SAMPLES, "h*.mp4")))
+        shutil.copytree(SAMPLES, self.movie_path("Videos"))
+        found = sorted(glob.glob(self.movie_path("Videos", "h*.mp4")))
         self.assertGreater(len(found), 0, SAMPLES)
         self.app.add_all(*found)
-        refused = sorted(glob.glob(os.path.join(SAMPLES, "NEG*.mp4")))
+        refused = sorted(glob.glob(self.movie_path("Videos", "NEG*.mp4")))
         if refused:
             self.app.add(*refused)
             box = self.app.box(limit=30)

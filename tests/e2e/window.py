@@ -1,6 +1,8 @@
 """The program's window as a user of assistive technology has it: every control is found in the
 accessibility tree by its role and name, and every wait is for a condition."""
 
+import contextlib
+import itertools
 import os
 import signal
 import subprocess
@@ -120,13 +122,21 @@ KEYS = {"Escape": 9, "Tab": 23, "Return": 36, "Space": 65, "Alt": 64, "Control":
         "F2": 68, "F4": 70, "Up": 111, "Down": 116, "Left": 113, "Right": 114, "Delete": 119}
 
 
-def key(name, *modifiers):
-    """A real press of a key, with modifiers held down: key("F4", "Alt")."""
+@contextlib.contextmanager
+def held(*modifiers):
     for modifier in modifiers:
         Atspi.generate_keyboard_event(KEYS[modifier], None, Atspi.KeySynthType.PRESS)
-    Atspi.generate_keyboard_event(KEYS[name], None, Atspi.KeySynthType.PRESSRELEASE)
-    for modifier in reversed(modifiers):
-        Atspi.generate_keyboard_event(KEYS[modifier], None, Atspi.KeySynthType.RELEASE)
+    try:
+        yield
+    finally:
+        for modifier in reversed(modifiers):
+            Atspi.generate_keyboard_event(KEYS[modifier], None, Atspi.KeySynthType.RELEASE)
+
+
+def key(name, *modifiers):
+    """A real press of a key, with modifiers held down: key("F4", "Alt")."""
+    with held(*modifiers):
+        Atspi.generate_keyboard_event(KEYS[name], None, Atspi.KeySynthType.PRESSRELEASE)
 
 
 def screenshot(path):
@@ -135,11 +145,30 @@ def screenshot(path):
     return path
 
 
-class MessageBox:
-    """One of the program's questions."""
+class Dialog:
+    """Any window of the program that is open for a while."""
 
     def __init__(self, node):
         self.node = node
+
+    def is_gone(self):
+        try:
+            return not has_state(self.node, Atspi.StateType.SHOWING)
+        except GLib.Error:
+            return True
+
+    def press(self, *names):
+        """Presses the button with one of the names and waits until the dialog is gone."""
+        press(self._button(*names))
+        wait_for(self.is_gone, f"the dialog to go after {names}")
+
+    def _button(self, *names):
+        return next(n for n in descendants(self.node) if n.get_role_name() == "push button"
+                    and n.get_name().replace("&", "") in names)
+
+
+class MessageBox(Dialog):
+    """One of the program's questions."""
 
     @property
     def message(self):
@@ -154,33 +183,47 @@ class MessageBox:
         press(find(self.node, "check box"))
 
     def answer(self, button):
-        press(find(self.node, "push button", button))
-        wait_for(self._is_gone, f"the box to go after {button!r}")
-
-    def _is_gone(self):
-        try:
-            return not has_state(self.node, Atspi.StateType.SHOWING)
-        except GLib.Error:
-            return True
+        self.press(button)
 
 
-class FilePanel:
+class FilePanel(Dialog):
     """The toolkit's own panel that opens files or chooses a folder."""
 
-    def __init__(self, node):
-        self.node = node
-
     def accept(self, *paths):
+        """Opens files of one folder, or chooses the one folder that is given."""
+        folder = os.path.dirname(paths[0])
+        if any(os.path.dirname(path) != folder for path in paths):
+            raise ValueError(f"files of several folders at once: {paths}")
+        if len(paths) == 1:
+            self._type(paths[0])
+        else:
+            self._type(folder)
+            press(self._button("Open"))
+            names = {os.path.basename(path) for path in paths}
+            files = wait_for(lambda: self._listed(names), f"the panel to list {names}")
+            for path in paths:
+                self._select(files[os.path.basename(path)], path is not paths[0])
+        self.press("Open", "Choose")
+
+    def _listed(self, names):
+        """The files of those names in the panel's list, once all of them are there."""
+        files = {node.get_name(): node for node in descendants(find(self.node, "tree", "Files"))}
+        return files if names <= files.keys() else None
+
+    @staticmethod
+    def _select(file, more):
+        # With the mouse: of several names typed at once the panel can lose the first.
+        with held("Control") if more else contextlib.nullcontext():
+            click(file)
+        wait_for(lambda: has_state(file, Atspi.StateType.SELECTED), "the file to be selected")
+
+    def _type(self, value):
         field = find(self.node, "text")
-        value = paths[0] if len(paths) == 1 else " ".join(f'"{path}"' for path in paths)
         type_into(field, value)
-        wait_for(lambda: content(field) == value, "the file names to be typed")
-        press(next(n for n in descendants(self.node) if n.get_role_name() == "push button"
-                   and n.get_name().replace("&", "") in ("Open", "Choose")))
+        wait_for(lambda: content(field) == value, f"{value!r} to be typed")
 
     def cancel(self):
-        press(next(n for n in descendants(self.node) if n.get_role_name() == "push button"
-                   and n.get_name().replace("&", "") == "Cancel"))
+        self.press("Cancel")
 
 
 class Application:
@@ -293,11 +336,13 @@ class Application:
         self.panel(text("IDS_TXT_PANEL_ADD")).accept(*paths)
 
     def add_all(self, *paths):
-        """Picks movies and waits until every one of them is listed."""
-        expected = self.row_count() + len(paths)
-        self.add(*paths)
-        wait_for(lambda: self.row_count() == expected, f"{expected} rows", 60)
-        wait_for(lambda: self.file_count().endswith(f"({expected})"), "the count of movies")
+        """Picks movies, those of one folder at once, and waits until every one is listed."""
+        for _, group in itertools.groupby(paths, os.path.dirname):
+            group = list(group)
+            expected = self.row_count() + len(group)
+            self.add(*group)
+            wait_for(lambda n=expected: self.row_count() == n, f"{expected} rows", 60)
+            wait_for(lambda n=expected: self.file_count().endswith(f"({n})"), "the count of movies")
 
     def convert(self):
         press(self.button("IDS_BTN_CONVERT"))

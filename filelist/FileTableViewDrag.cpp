@@ -39,6 +39,11 @@ void FileTableView::startDrag(Qt::DropActions) {
     std::sort(rows.begin(), rows.end());
     auto* const drag = new QDrag(this);
     drag->setMimeData(RowDrag::writeRowsWithIndexes(rows).release());
+    const QModelIndex name = currentIndex().siblingAtColumn(static_cast<int>(TableColumn::Name));
+    if (const QRect cell = visualRect(name) & viewport()->rect(); !cell.isEmpty()) {
+        drag->setPixmap(viewport()->grab(cell));
+        drag->setHotSpot({-cell.height() / 2, -cell.height() / 4}); // beside the pointer
+    }
     drag->exec(Qt::CopyAction);
 }
 
@@ -103,12 +108,18 @@ void FileTableView::paintDropMark(QPainter& painter) const {
     constexpr int width = 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), width));
     const QRect area = viewport()->rect();
-    if (dragOver_->kind == RowDrag::Kind::Files)
+    const QPen pen(palette().color(QPalette::Highlight), width);
+    if (dragOver_->kind == RowDrag::Kind::Files) {
+        painter.setPen(pen);
         painter.drawRect(area.adjusted(1, 1, -1, -1));
-    else
+    } else {
+        // With an edge of its own, or the band of a selected row would hide it.
+        painter.setPen(QPen(palette().color(QPalette::Base), 3 * width));
         paintRowMark(painter, area);
+        painter.setPen(pen);
+        paintRowMark(painter, area);
+    }
     painter.restore();
 }
 

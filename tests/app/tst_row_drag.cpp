@@ -1,0 +1,324 @@
+#include "app/Drops.h"
+
+#include <QAbstractItemModelTester>
+#include <QCheckBox>
+#include <QDialog>
+#include <QImage>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+/// Rows that are dragged to another place of the list.
+class TestRowDrag final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aDropBetweenTwoRows_data();
+    void aDropBetweenTwoRows();
+    void theMarkStandsWhereTheDropGoes();
+    void theMarkGoesWithTheDrag();
+    void theShownRowsChangeWithTheNextAdd();
+    void theRunGoesByTheMovedRecords();
+    void theWorkStartsFromTheEventLoop();
+    void brokenDataMovesNothing_data();
+    void brokenDataMovesNothing();
+    void duringARunNothingMoves();
+    void insideAWaitTheDropIsPutOff();
+    void rowsThatWentMeanwhileAreNotMoved();
+    void underABoxNothingMoves();
+    void onlyThePrivateTypeLeavesTheTable();
+    void buttonsAreNotDragged();
+};
+
+namespace {
+
+int edgeOf(const FileTableView& table, int row) {
+    const int last = table.model()->rowCount() - 1;
+    return row <= last ? table.rowViewportPosition(row)
+                       : table.rowViewportPosition(last) + table.rowHeight(last);
+}
+
+/// Heights at which the mark's line is seen.
+QList<int> markedHeights(const FileTableView& table) {
+    const QImage image = table.viewport()->grab().toImage();
+    const QRgb mark = table.palette().color(QPalette::Highlight).rgb();
+    QList<int> heights;
+    for (int y = 0; y < image.height(); ++y) {
+        int marked = 0;
+        for (int x = 0; x < image.width(); ++x)
+            marked += image.pixel(x, y) == mark ? 1 : 0;
+        if (marked > image.width() * 9 / 10)
+            heights += y;
+    }
+    return heights;
+}
+
+bool marksEdge(const FileTableView& table, int row) {
+    const QList<int> heights = markedHeights(table);
+    return !heights.isEmpty() && heights.size() <= 4 &&
+           std::all_of(heights.begin(), heights.end(),
+                       [&](int y) { return std::abs(y - std::max(edgeOf(table, row), 4)) <= 2; });
+}
+
+} // namespace
+
+void TestRowDrag::aDropBetweenTwoRows_data() {
+    QTest::addColumn<std::vector<int>>("rows");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<bool>("lowerHalf");
+    QTest::addColumn<QString>("order");
+    QTest::newRow("the upper half of a row is before it")
+        << std::vector<int>{3} << 1 << false << "a d b c";
+    QTest::newRow("its lower half is behind it") << std::vector<int>{3} << 1 << true << "a b d c";
+    QTest::newRow("above all") << std::vector<int>{3} << 0 << false << "d a b c";
+    QTest::newRow("below all") << std::vector<int>{0, 1} << 3 << true << "c d a b";
+    QTest::newRow("far below all") << std::vector<int>{0, 1} << 9 << true << "c d a b";
+    QTest::newRow("on itself") << std::vector<int>{1, 2} << 1 << true << "a b c d";
+}
+
+void TestRowDrag::aDropBetweenTwoRows() {
+    QFETCH(const std::vector<int>, rows);
+    QFETCH(const int, row);
+    QFETCH(const bool, lowerHalf);
+    QFETCH(const QString, order);
+    ControllerFixture program;
+    addMovies(program, 4);
+    Drop drop = Drop::ofRows(program, rows);
+    const QAbstractItemModelTester tester(drop.table.model());
+    const int height = drop.table.rowHeight(0);
+    const int y = row * height + (lowerHalf ? height - 2 : 1);
+    QCOMPARE(drop.at({40, std::min(y, drop.table.viewport()->height() - 1)}), takenAnswers);
+    QVERIFY(settle(program));
+    QCOMPARE(namesOf(program.files().fileInfoArr).join(u' ').remove(u".mp4"_s), order);
+    QCOMPARE(drop.table.model()->rowCount(), 4);
+    QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
+}
+
+void TestRowDrag::theMarkStandsWhereTheDropGoes() {
+    ControllerFixture program;
+    addMovies(program, 3);
+    FileList& files = program.files();
+    for (int y = 2; y < 250; y += 9) {
+        Drop drop = Drop::ofRows(program, {1});
+        QVERIFY(markedHeights(drop.table).isEmpty());
+        QCOMPARE(drop.enter({300, y}), Qt::CopyAction);
+        QCOMPARE(drop.move({300, y}), Qt::CopyAction);
+        int shown = 0;
+        while (shown < 3 && !marksEdge(drop.table, shown))
+            ++shown;
+        QVERIFY2(marksEdge(drop.table, shown), QByteArray::number(y).constData());
+        drop.at({300, y});
+        QVERIFY(markedHeights(drop.table).isEmpty());
+        QVERIFY(settle(program));
+        FileList expected;
+        expected.fileInfoArr = files.arrayControllerNew;
+        expected.moveRecords({1}, shown);
+        QCOMPARE(namesOf(files.fileInfoArr), namesOf(expected.fileInfoArr));
+        files.fileInfoArr = files.arrayControllerNew;
+    }
+}
+
+void TestRowDrag::theMarkGoesWithTheDrag() {
+    ControllerFixture program;
+    addMovies(program, 3);
+    Drop drop = Drop::ofRows(program, {0});
+    const int height = drop.table.rowHeight(0);
+    drop.enter({10, height + 2});
+    QVERIFY(marksEdge(drop.table, 1));
+    drop.move({10, 3 * height - 2});
+    QVERIFY(marksEdge(drop.table, 3));
+    drop.leave();
+    QVERIFY(markedHeights(drop.table).isEmpty());
+    // A drop that the list would refuse has no mark.
+    program.state().isConversionRunning = true;
+    QCOMPARE(drop.enter({10, height + 2}), Qt::CopyAction);
+    QVERIFY(markedHeights(drop.table).isEmpty());
+    drop.leave();
+    program.state().isConversionRunning = false;
+}
+
+// Kept: the reorder moves the records alone. The lists beside and what is shown follow later, or
+// not at all.
+void TestRowDrag::theShownRowsChangeWithTheNextAdd() {
+    ControllerFixture program;
+    const QString a = program.movie(u"a.mp4"_s).write();
+    const QString b = program.movie(u"b.mp4"_s).probe(u"hevc"_s, u"1280x720"_s).write();
+    program.add({a, b});
+    FileList& files = program.files();
+    auto* const model = program.widget<FileTableView>("theTableNew")->model();
+    QVERIFY(model->setData(model->index(0, 0), Qt::Unchecked, Qt::CheckStateRole));
+    files.cmb[0] = files.cmbItems[2];
+    Drop drop = Drop::ofRows(program, {1});
+    const auto shownNames = [&] {
+        QStringList names;
+        for (int row = 0; row < drop.table.model()->rowCount(); ++row)
+            names += drop.table.model()->index(row, 1).data().toString();
+        return names;
+    };
+    QCOMPARE(drop.at({40, 1}), takenAnswers);
+    QVERIFY(settle(program));
+
+    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"b.mp4"_s, u"a.mp4"_s}));
+    QCOMPARE(shownNames(), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(files.idList, (std::vector<int>{1, 2}));
+    QCOMPARE(files.check, (std::vector<int>{0, 1}));
+    QCOMPARE(files.cmb[0], files.cmbItems[2]);
+    QCOMPARE(files.resolutionListForTable, (QStringList{u"640x480"_s, u"1280x720"_s}));
+    QVERIFY(!program.widget<QCheckBox>("btnSelectAll")->isChecked());
+
+    program.add({program.movie(u"c.mp4"_s).write()});
+    QCOMPARE(shownNames(), (QStringList{u"b.mp4"_s, u"a.mp4"_s, u"c.mp4"_s}));
+    QCOMPARE(files.check, (std::vector<int>{0, 1, 1}));
+    QCOMPARE(files.resolutionListForTable,
+             (QStringList{u"640x480"_s, u"1280x720"_s, u"640x480"_s}));
+}
+
+// Kept: the queue is filled from the moved records, and each id's row is looked up in the list of
+// ids, which has the old order. Every movie is converted once.
+void TestRowDrag::theRunGoesByTheMovedRecords() {
+    ControllerFixture program;
+    const QStringList movies = addMovies(program, 3);
+    QCOMPARE(Drop::ofRows(program, {2}).at({40, 1}), takenAnswers);
+    QVERIFY(settle(program));
+    FileList& files = program.files();
+    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"c.mp4"_s, u"a.mp4"_s, u"b.mp4"_s}));
+    QStringList expected;
+    for (const JobRecordPtr& queued : files.fileInfoArr)
+        expected += files.recordAt(*files.rowOfId(queued->id()))->text(key::srcpath);
+    QCOMPARE(expected, (QStringList{movies[1], movies[2], movies[0]}));
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QStringList converted;
+    for (const EncoderStart& each : program.encodes())
+        converted += each.arguments[2];
+    QCOMPARE(converted, expected);
+    QCOMPARE(namesIn(program.documents()).size(), 3);
+}
+
+void TestRowDrag::theWorkStartsFromTheEventLoop() {
+    ControllerFixture program;
+    addMovies(program, 2);
+    QCOMPARE(Drop::ofRows(program, {1}).at({40, 1}), takenAnswers);
+    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QTRY_COMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"b.mp4"_s, u"a.mp4"_s}));
+}
+
+void TestRowDrag::brokenDataMovesNothing_data() {
+    QTest::addColumn<QByteArray>("data");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("another program's") << QByteArray("bplist00\xd4\x01\x02");
+    QTest::newRow("cut") << archiveRows({0, 1}).chopped(1);
+    QTest::newRow("too long") << archiveRows({0, 1}) + 'x';
+    QTest::newRow("a row behind the end") << archiveRows({0, 3});
+    QTest::newRow("a row before the top") << archiveRows({-1, 0});
+    QTest::newRow("rows of a longer list") << archiveRows({2147483646, 2147483647});
+    QTest::newRow("a row twice") << archiveRows({1, 1});
+}
+
+void TestRowDrag::brokenDataMovesNothing() {
+    QFETCH(const QByteArray, data);
+    ControllerFixture program;
+    addMovies(program, 3);
+    const auto before = program.files().fileInfoArr;
+    Drop drop = Drop::of(program, draggedRowsType, data);
+    // Movies beside it are not looked at: the private type comes first.
+    drop.mime->setUrls({QUrl::fromLocalFile(program.movie(u"z.mp4"_s).write())});
+    QCOMPARE(drop.at({40, 1}).drop, Qt::IgnoreAction);
+    QVERIFY(settle(program));
+    QCOMPARE(program.files().fileInfoArr, before);
+    QCOMPARE(program.files().arrayControllerNew, before);
+    QCOMPARE(program.files().idList.size(), size_t(3));
+}
+
+void TestRowDrag::duringARunNothingMoves() {
+    ControllerFixture program;
+    const QStringList movies{
+        program.movie(u"a.mp4"_s)
+            .encode({"create", "header", "progress 5", "wait-file go", "write 10", "summary 10"})
+            .write(),
+        program.movie(u"b.mp4"_s).write()};
+    program.add(movies);
+    program.click("btnConvertFile");
+    QTRY_COMPARE(program.files().recordAt(0)->text(key::progressValue), u"50 %"_s);
+    program.widget<QWidget>("btnRemoveFile")->setEnabled(false);
+    Drop drop = Drop::ofRows(program, {1});
+    QCOMPARE(drop.at({40, 1}), moviesAnswers); // looked welcome, and was refused
+    QCOMPARE(Drop::ofFiles(program, {movies[0]}).behindTheRows(), moviesAnswers);
+    QCOMPARE(Drop::of(program, u"text/plain"_s, "text").behindTheRows(), moviesAnswers);
+    QCoreApplication::processEvents();
+    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(program.state().itemId, 2);
+    QVERIFY(!program.widget<QWidget>("btnRemoveFile")->isEnabled());
+    program.boxes.promise(okAnswer);
+    writeContent(program.path(u"movies/go"_s));
+    QVERIFY(program.waitUntilIdle());
+    QCOMPARE(program.encodes().size(), 2);
+}
+
+void TestRowDrag::insideAWaitTheDropIsPutOff() {
+    ControllerFixture program;
+    addMovies(program, 2);
+    Drop drop = Drop::ofRows(program, {1});
+    bool isOver = false;
+    bool wasUntouched = false;
+    QTimer::singleShot(0, this, [&] {
+        drop.at({40, 1});
+        QTimer::singleShot(0, this, [&] {
+            wasUntouched = program.files().recordAt(0)->text(key::name) == u"a.mp4"_s;
+            isOver = true;
+            program.app().mainThread().wake();
+        });
+    });
+    program.app().mainThread().waitUntil([&] { return isOver; });
+    QVERIFY(wasUntouched);
+    QTRY_COMPARE(program.files().recordAt(0)->text(key::name), u"b.mp4"_s);
+}
+
+void TestRowDrag::rowsThatWentMeanwhileAreNotMoved() {
+    ControllerFixture program;
+    addMovies(program, 3);
+    Drop::ofRows(program, {2}).at({40, 1});
+    program.clickRowButton(1); // before the event loop comes to the drop
+    QVERIFY(settle(program));
+    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"c.mp4"_s}));
+}
+
+void TestRowDrag::underABoxNothingMoves() {
+    ControllerFixture program;
+    addMovies(program, 2);
+    Drop drop = Drop::ofRows(program, {1});
+    DropAnswers answers;
+    QDialog box;
+    QTimer::singleShot(0, &box, [&] {
+        answers = drop.at({40, 1});
+        QTimer::singleShot(0, &box, &QDialog::reject);
+    });
+    box.exec();
+    QVERIFY(settle(program));
+    QCOMPARE(answers.drop, Qt::IgnoreAction);
+    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+}
+
+void TestRowDrag::onlyThePrivateTypeLeavesTheTable() {
+    const auto data = RowDrag::writeRowsWithIndexes({0, 2});
+    QCOMPARE(data->formats(), QStringList(u"MyPrivateTableViewDataType"_s));
+    QCOMPARE(unarchiveRows(data->data(draggedRowsType), 3), std::optional(std::vector<int>{0, 2}));
+    ControllerFixture program;
+    const auto& table = *program.widget<FileTableView>("theTableNew");
+    QVERIFY(table.dragEnabled());
+    QVERIFY(table.viewport()->acceptDrops());
+}
+
+void TestRowDrag::buttonsAreNotDragged() {
+    ControllerFixture program;
+    addMovies(program, 1);
+    const auto* const model = program.widget<FileTableView>("theTableNew")->model();
+    for (int column = 0; column < model->columnCount(); ++column) {
+        const bool isButton = column == 0 || column == model->columnCount() - 1;
+        QCOMPARE(bool(model->index(0, column).flags() & Qt::ItemIsDragEnabled), !isButton);
+    }
+}
+
+QTEST_MAIN(TestRowDrag)
+#include "tst_row_drag.moc"

@@ -26,5 +26,5 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
       monitor_(context_, queue_, outcomes_),
       pauseAndStop_(context_, queue_, monitor_, summary_),
       job_(context_, queue_, monitor_, outcomes_, pauseAndStop_) {
-    queue_.setJobStarter([this](const EncoderRunPtr& run, int row) { job_.start(run, row); });
+    queue_.setJobStarter([this](const EncoderRunPtr& run) { job_.start(run); });
 }

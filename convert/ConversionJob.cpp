@@ -51,10 +51,10 @@ template <typename F> auto ConversionJob::inJob(const EncoderRunPtr& run, F&& f)
     });
 }
 
-void ConversionJob::start(const EncoderRunPtr& run, int row) {
-    context_.workers.start([this, run, row] {
+void ConversionJob::start(const EncoderRunPtr& run) {
+    context_.workers.start([this, run] {
         try {
-            bgConvertWork(run, row);
+            bgConvertWork(run);
         } catch (const Abandoned&) {
             qCDebug(log, "job %d was given up before its encoder was launched", run->jobId);
         } catch (const std::exception& failure) {
@@ -64,8 +64,8 @@ void ConversionJob::start(const EncoderRunPtr& run, int row) {
     });
 }
 
-void ConversionJob::bgConvertWork(const EncoderRunPtr& run, int row) {
-    const Order order = inJob(run, [&] { return takeOrder(run, row); });
+void ConversionJob::bgConvertWork(const EncoderRunPtr& run) {
+    const Order order = inJob(run, [&] { return orderOf(*run->record); });
     run->source = order.source;
     if (dropWithoutDuration(run, order))
         return;
@@ -82,9 +82,7 @@ void ConversionJob::bgConvertWork(const EncoderRunPtr& run, int row) {
                                  output->overwrite));
 }
 
-ConversionJob::Order ConversionJob::takeOrder(const EncoderRunPtr& run, int row) {
-    run->record = context_.files.recordAt(row);
-    const JobRecord& record = *run->record;
+ConversionJob::Order ConversionJob::orderOf(const JobRecord& record) const {
     return {record.text(key::duration),         record.text(key::srcpath),
             record.text(key::profile),          record.text(key::resolution),
             context_.window.outputFolderText(), context_.state.probe.bitrate};

@@ -20,7 +20,7 @@ public:
     Q_DISABLE_COPY_MOVE(ConversionJob)
 
     /// Starts the job's thread. Main thread.
-    void start(const EncoderRunPtr& run, int row);
+    void start(const EncoderRunPtr& run);
 
 private:
     /// What the main thread's lists say of a job when it begins.
@@ -39,7 +39,7 @@ private:
     };
 
     // The job's thread.
-    void bgConvertWork(const EncoderRunPtr& run, int row);
+    void bgConvertWork(const EncoderRunPtr& run);
     [[nodiscard]] bool dropWithoutDuration(const EncoderRunPtr& run, const Order& order);
     [[nodiscard]] bool sourceIsThere(const EncoderRunPtr& run);
     /// Nothing when the job does not come to an encoder of its own.
@@ -52,7 +52,7 @@ private:
     void skipConflict(const EncoderRunPtr& run, const QString& candidate);
 
     // Main thread.
-    [[nodiscard]] Order takeOrder(const EncoderRunPtr& run, int row);
+    [[nodiscard]] Order orderOf(const JobRecord& record) const;
     [[nodiscard]] int answerToConflict(const QString& candidate, bool isSource);
     void startEncoder(const EncoderRunPtr& run, const QStringList& arguments);
 

@@ -82,7 +82,7 @@ void ConversionQueue::begin(int row) {
     run->progress = context_.files.progressObjects.at(static_cast<size_t>(row));
     context_.currentRun = run;
     context_.liveRuns.push_back(run);
-    startJob_(run, row);
+    startJob_(run);
 }
 
 void ConversionQueue::changeConvertingIndex() {

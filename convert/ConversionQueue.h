@@ -12,8 +12,8 @@ struct ConversionContext;
 /// one. Main thread; owned by the engine.
 class ConversionQueue final {
 public:
-    /// Takes a job that was picked, with its row, to a thread of its own.
-    using JobStarter = std::function<void(const EncoderRunPtr& run, int row)>;
+    /// Takes a job that was picked to a thread of its own.
+    using JobStarter = std::function<void(const EncoderRunPtr& run)>;
 
     ConversionQueue(ConversionContext& context, RunSummary& summary);
     Q_DISABLE_COPY_MOVE(ConversionQueue)

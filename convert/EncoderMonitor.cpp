@@ -61,7 +61,7 @@ void EncoderMonitor::follow(const EncoderRunPtr& run) {
     }
 }
 
-// The guard of the handling: a piece that cannot be read ends the encoder, and its end is a
+// The guard of the handling: a piece that cannot be read interrupts the encoder, and its end is a
 // failed conversion.
 EncoderMonitor::Step EncoderMonitor::handle(const EncoderRunPtr& run, const EncoderPiece& piece) {
     try {
@@ -74,7 +74,7 @@ EncoderMonitor::Step EncoderMonitor::handle(const EncoderRunPtr& run, const Enco
         qCWarning(log, "a piece of the encoder's output could not be read: %s", failure.what());
         if (run->task->interrupt())
             context_.mainThread.onMainThread([&] { run->life.toldToEnd(); });
-        return Step::Go;
+        return Step::AwaitEnd;
     }
 }
 

@@ -29,7 +29,7 @@ private:
         EndAsAsked,
         Failed,
         WriteFailed,
-        AwaitEnd ///< the summary was seen
+        AwaitEnd ///< the summary was seen, or it was interrupted
     };
 
     // Reader thread.

@@ -1,6 +1,7 @@
 #include "convert/PartialOutput.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 namespace {
@@ -32,7 +33,8 @@ bool PartialOutput::exists() const {
 }
 
 void PartialOutput::remove() const {
-    if (exists() && !QFile::remove(path_))
+    // Behind a symbolic link it is the file that was written, not the link.
+    if (exists() && !QFile::remove(QFileInfo(path_).canonicalFilePath()))
         qCWarning(log, "the partial output could not be deleted: %s", qPrintable(path_));
 }
 

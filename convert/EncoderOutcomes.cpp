@@ -59,8 +59,10 @@ void EncoderOutcomes::endAsAsked(const EncoderRunPtr& run, EncoderReader& reader
             context_.mainThread.onMainThread([&] { return run->life.isSummarySeen(); });
         // After its summary an encoder has closed its file and ends by itself within milliseconds.
         if (!summarySeen || !reader.awaitEnd(context_.second)) {
-            run->output.remove();
-            reader.endEncoder();
+            // One that ends by itself at this very moment has a finished file.
+            if (reader.tellToEnd())
+                run->output.remove();
+            reader.awaitObedience();
         }
     }
     const auto [verdict, isFinished] = context_.mainThread.onMainThread(
@@ -116,6 +118,8 @@ bool EncoderOutcomes::settleAsAsked(const EncoderRunPtr& run) {
 
 void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
     MainThread& mainThread = context_.mainThread;
+    if (mainThread.onMainThread([&] { return run->life.isSettled(); }))
+        return;
     const Answer answer = askAfterFailure(run);
     run->output.remove();
     mainThread.onMainThread([&] {
@@ -163,6 +167,7 @@ int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
 void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reader) {
     MainThread& mainThread = context_.mainThread;
     mainThread.onMainThread([&] { context_.dialogs.tellMemoryFull(); });
+    run->output.remove();
     if (!reader.awaitEnd(context_.patience.end))
         reader.endEncoder();
     run->output.remove();

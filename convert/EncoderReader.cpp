@@ -91,18 +91,26 @@ bool EncoderReader::awaitEnd(std::chrono::milliseconds limit) {
     }
 }
 
-void EncoderReader::endEncoder() {
-    const auto tell = [this](bool (ChildProcess::*signal)()) {
-        if ((run_->task.get()->*signal)())
-            mainThread_.onMainThread([this] { run_->life.toldToEnd(); });
-    };
-    tell(&ChildProcess::terminate);
+bool EncoderReader::tellToEnd() {
+    const bool lives = send(&ChildProcess::terminate);
+    // A stopped process cannot obey.
     run_->task->resume();
+    return lives;
+}
+
+void EncoderReader::awaitObedience() {
     if (awaitEnd(obedience_))
         return;
-    tell(&ChildProcess::kill);
+    send(&ChildProcess::kill);
     // A process that hangs in the kernel cannot be helped: it is left behind.
     awaitEnd(obedience_);
+}
+
+bool EncoderReader::send(bool (ChildProcess::*signal)()) {
+    const bool sent = (run_->task.get()->*signal)();
+    if (sent)
+        mainThread_.onMainThread([this] { run_->life.toldToEnd(); });
+    return sent;
 }
 
 void EncoderReader::noteEnd() {

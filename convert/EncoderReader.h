@@ -32,11 +32,19 @@ public:
     /// Reads on for at most `limit`, only to see whether the encoder comes to its end in good
     /// order; false when it still lives.
     bool awaitEnd(std::chrono::milliseconds limit);
-    /// Ends the encoder: asks it, and kills it when it does not obey in time.
-    void endEncoder();
+    /// Asks the encoder to end; false when it has ended by itself.
+    bool tellToEnd();
+    /// Waits for the end of an encoder that was asked to, and kills it when it does not obey in
+    /// time.
+    void awaitObedience();
+    void endEncoder() {
+        tellToEnd();
+        awaitObedience();
+    }
 
 private:
     [[nodiscard]] std::optional<std::chrono::milliseconds> limitOfRead() const;
+    bool send(bool (ChildProcess::*signal)());
     void noteEnd();
 
     MainThread& mainThread_;

@@ -78,6 +78,10 @@ public:
     [[nodiscard]] QList<EncoderStart> encodes() const;
 
     AppDelegate& app() { return *controller_; }
+    /// A widget of the main window by its object name.
+    template <typename T> T* widget(const char* name) {
+        return controller_->window().findChild<T*>(QString::fromLatin1(name));
+    }
     FileList& files() { return controller_->files(); }
     SharedState& state() { return controller_->state(); }
     [[nodiscard]] QString status(int row) { return files().recordAt(row)->text(key::status); }

@@ -1,0 +1,486 @@
+#include "app/RunChecks.h"
+
+namespace {
+
+constexpr int stopError = 1000;
+constexpr int skipError = 1001;
+constexpr int endRun = 1000;
+constexpr int tryAgain = 1001;
+constexpr int replaceAnswer = 1003;
+
+const QString movieName = QStringLiteral("a.mp4");
+const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
+
+} // namespace
+
+/// A job that goes wrong: what is asked, what becomes of the row, the output and the run.
+class TestFailures final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void errorAndSkip_data();
+    void errorAndSkip();
+    void errorAndStop();
+    void failedConversion_data();
+    void failedConversion();
+    void anEncoderThatCannotBeStarted_data();
+    void anEncoderThatCannotBeStarted();
+    void aSizeWithoutAHeightFailsTheJob();
+    void theSourceIsGoneAndTheRunEnds();
+    void theSourceIsGoneAndTriedAgain();
+    void theSourceIsGoneAndStaysAway();
+    void forAllOfTheErrorIsNeverReadByItself();
+    void theConflictsMarkGuardsTheStoredError();
+    void theConflictsMarkWithoutAStoredErrorAsks();
+    void aStoredErrorAnswerOutlivesItsRun();
+    void writeFailure_data();
+    void writeFailure();
+    void anEncoderThatHangsAfterItsSummaryIsKilled();
+    void anInterruptedEncoderThatGoesOnIsKilled();
+    void anOlderOutputThatWasNotTouchedStays();
+    void anOlderOutputThatWasTouchedGoes();
+    void anOutputMadeAfterItsDeletionGoesToo();
+    void anOutputBehindASymbolicLinkGoes();
+    void nothingIsAskedTwice();
+
+private:
+    static QString errorMessage(const QString& name);
+    static void addOne(ControllerFixture& program, std::initializer_list<const char*> encode);
+    static void shortenPatience(ControllerFixture& program);
+};
+
+QString TestFailures::errorMessage(const QString& name) {
+    return linesOf({"IDS_TXT_POPUP_ERROR", "IDS_TXT_POPUP_WANTTOSKIP"}) + u'\n' + name;
+}
+
+/// A movie a.mp4 that is encoded like this, and a good one, b.mp4.
+void TestFailures::addOne(ControllerFixture& program, std::initializer_list<const char*> encode) {
+    program.add({program.movie(movieName).encode(encode).write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
+    QCOMPARE(program.files().rowCount(), 2);
+}
+
+void TestFailures::shortenPatience(ControllerFixture& program) {
+    program.app().engine().setPatience(
+        {std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
+}
+
+void TestFailures::errorAndSkip_data() {
+    QTest::addColumn<QString>("line");
+    QTest::newRow("error") << QStringLiteral("[hevc @ 0x1] an error while decoding\\n");
+    QTest::newRow("Invalid") << QStringLiteral("[hevc @ 0x1] Invalid NAL unit size\\n");
+}
+
+void TestFailures::errorAndSkip() {
+    QFETCH(QString, line);
+    ControllerFixture program;
+    const QString movie =
+        program.movie(movieName)
+            .encode(QStringList{QStringLiteral("create"), QStringLiteral("header"),
+                                QStringLiteral("progress 1"), QStringLiteral("write 10"),
+                                QStringLiteral("print ") + line +
+                                    QStringLiteral("frame=   60 time=00:00:02.00 bitrate=\\r"),
+                                QStringLiteral("hang")})
+            .write();
+    program.add({movie, program.movie(QStringLiteral("b.mp4")).write()});
+    QString statusUnderTheBox;
+    bool errorIsSet = false;
+    program.boxes.promise(skipError, false, [&] {
+        statusUnderTheBox = program.status(0);
+        errorIsSet = program.state().error;
+    });
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages(),
+             QStringList(
+                 {errorMessage(movieName), getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+    QCOMPARE(program.boxes.seen[0].buttons, textsOf({"IDS_BTN_STOP", "IDS_BTN_POPUP_SKIP"}));
+    QCOMPARE(program.boxes.seen[0].checkBox, getLocalString("IDS_TXT_POPUP_DOFORERROR"));
+    QCOMPARE(statusUnderTheBox, status::STATPR);
+    QVERIFY(errorIsSet);
+    QVERIFY(!program.state().error); // the next job clears it
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(isWaiting(0, program));
+    QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::errorAndStop() {
+    ControllerFixture program;
+    addOne(program,
+           {"create", "header", "progress 1", "write 10",
+            "print an error while decoding\\nframe=   60 time=00:00:02.00 bitrate=\\r", "hang"});
+    bool lockedUnderTheSummary = false;
+    program.boxes.promise(stopError);
+    program.boxes.promise(okAnswer, false,
+                          [&] { lockedUnderTheSummary = runControlsAre(false, program); });
+    QVERIFY(program.runToEnd());
+    QVERIFY(program.boxes.allKept());
+    // The other way round than at a normal end: the summary comes before the controls.
+    QVERIFY(lockedUnderTheSummary);
+    QVERIFY(runControlsAre(true, program));
+    QVERIFY(!program.state().isConversionRunning);
+    QCOMPARE(program.encodes().size(), 1);
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(isWaiting(1, program));
+    QVERIFY(program.files().conversionTaskList.empty());
+    QVERIFY(namesIn(program.documents()).isEmpty());
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::failedConversion_data() {
+    QTest::addColumn<QStringList>("encode");
+    const auto row = [](const char* name, std::initializer_list<const char*> steps) {
+        QStringList lines;
+        for (const char* each : steps)
+            lines += QString::fromLatin1(each);
+        QTest::newRow(name) << lines;
+    };
+    row("ends at once", {"exit 1"});
+    row("no summary, status 0", {"create", "header", "progress 5", "write 10", "exit 0"});
+    row("no summary, no marker, empty output",
+        {"create", "header", "print Could not write header: not supported\\n", "exit 1"});
+    row("summary, status 1",
+        {"create", "header", "progress 5", "write 10", "summary 10", "exit 1"});
+    row("summary, status 69", {"create", "header", "write 10", "summary 10", "exit 69"});
+    row("summary, status 255", {"create", "header", "write 10", "summary 10", "exit 255"});
+    row("crash", {"create", "header", "progress 5", "write 10", "abort"});
+    row("crash after the summary", {"create", "header", "write 10", "summary 10", "abort"});
+    row("unknown option", {"print Unrecognized option 'psnr'.\\n", "exit 8"});
+    row("a short piece with error is interrupted",
+        {"create", "header", "progress 5", "write 10", "wait 300", "print error\\n", "hang"});
+    row("the same, ended without a summary",
+        {"on-term quit", "create", "progress 5", "wait 300", "print error\\n", "hang"});
+    row("the other program's summary comes from another key",
+        {"create", "header", "write 10", "print frame=  1 Lsize=  1kB time=00:00:10.00 b=\\n"});
+}
+
+// Every one of these is asked about like an error, and the run goes on from the answer.
+void TestFailures::failedConversion() {
+    QFETCH(QStringList, encode);
+    ControllerFixture program;
+    program.add({program.movie(movieName).encode(encode).write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
+    bool errorIsSet = false;
+    program.boxes.promise(skipError, false, [&] { errorIsSet = program.state().error; });
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages(),
+             QStringList(
+                 {errorMessage(movieName), getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+    QVERIFY(errorIsSet);
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(isWaiting(0, program));
+    QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::anEncoderThatCannotBeStarted_data() {
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("missing") << false;
+    QTest::newRow("not executable") << true;
+}
+
+void TestFailures::anEncoderThatCannotBeStarted() {
+    QFETCH(bool, exists);
+    ControllerFixture program;
+    addOne(program, {"exit 1"});
+    const QString encoder = program.resources() + QStringLiteral("/ffmpeg");
+    QVERIFY(QFile::remove(encoder));
+    if (exists)
+        writeContent(encoder, "no program");
+    program.boxes.promise(skipError);
+    program.boxes.promise(stopError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages(),
+             QStringList({errorMessage(movieName), errorMessage(QStringLiteral("b.mp4")),
+                          getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(isWaiting(1, program));
+    QVERIFY(runControlsAre(true, program));
+}
+
+void TestFailures::aSizeWithoutAHeightFailsTheJob() {
+    ControllerFixture program;
+    addOne(program, {"exit 1"});
+    program.files().recordAt(0)->set(key::resolution, QStringLiteral("640"));
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages().first(), errorMessage(movieName));
+    QCOMPARE(program.encodes().size(), 1);
+    QVERIFY(isWaiting(0, program));
+}
+
+void TestFailures::theSourceIsGoneAndTheRunEnds() {
+    ControllerFixture program;
+    addOne(program,
+           {"create", "header", "progress 1", "write 10", "unlink a.mp4",
+            "print Input/output error\\nframe=   60 time=00:00:02.00 bitrate=\\r", "hang"});
+    bool lockedUnderTheSummary = false;
+    program.boxes.promise(endRun);
+    program.boxes.promise(okAnswer, false,
+                          [&] { lockedUnderTheSummary = runControlsAre(false, program); });
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages(),
+             textsOf({"IDS_TXT_POPUP_UNEXPECTEDREMOVE", "IDS_TXT_POPUP_OPERATION_SUCCESSFUL"}));
+    QCOMPARE(program.boxes.seen[0].buttons,
+             textsOf({"IDS_BTN_POPUP_OK", "IDS_TXT_POPUP_TRYAGAIN"}));
+    QVERIFY(program.boxes.seen[0].checkBox.isEmpty());
+    QVERIFY(lockedUnderTheSummary);
+    QVERIFY(runControlsAre(true, program));
+    QCOMPARE(program.encodes().size(), 1);
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(isWaiting(1, program));
+    QVERIFY(namesIn(program.documents()).isEmpty());
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::theSourceIsGoneAndTriedAgain() {
+    ControllerFixture program;
+    addOne(program,
+           {"create", "header", "progress 1", "write 10", "unlink a.mp4",
+            "print Input/output error\\nframe=   60 time=00:00:02.00 bitrate=\\r", "hang"});
+    program.boxes.promise(tryAgain, false, [&] { (void)program.movie(movieName).write(); });
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    // No conflict: the first try's output is gone before the second begins.
+    QCOMPARE(program.boxes.messages(),
+             textsOf({"IDS_TXT_POPUP_UNEXPECTEDREMOVE", "IDS_TXT_POPUP_OPERATION_SUCCESSFUL"}));
+    QCOMPARE(program.encodes().size(), 3);
+    QCOMPARE(program.encodes()[1].arguments, program.encodes()[0].arguments);
+    QCOMPARE(program.files().rowCount(), 0);
+    QCOMPARE(contentOf(program.output(outputName)).size(), 4096);
+}
+
+void TestFailures::theSourceIsGoneAndStaysAway() {
+    ControllerFixture program;
+    addOne(program, {"create", "unlink a.mp4", "exit 1"});
+    program.boxes.promise(tryAgain);
+    program.boxes.promise(1000); // skip
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages(),
+             textsOf({"IDS_TXT_POPUP_UNEXPECTEDREMOVE", "IDS_TXT_POPUP_SOURCE_UNAVAILABLE",
+                      "IDS_TXT_POPUP_OPERATION_SUCCESSFUL"}));
+    QCOMPARE(program.encodes().size(), 2);
+    QVERIFY(isWaiting(0, program));
+}
+
+void TestFailures::forAllOfTheErrorIsNeverReadByItself() {
+    ControllerFixture program;
+    QStringList movies;
+    for (const char* name : {"a.mp4", "b.mp4"})
+        movies += program.movie(QString::fromLatin1(name)).encode({"exit 1"}).write();
+    program.add(movies);
+    program.boxes.promise(skipError, true);
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.seen.size(), 3);
+    QCOMPARE(program.state().resultStoredForConversionError, skipError);
+    QVERIFY(!program.state().checkStatusForConversionError); // the second answer was not ticked
+}
+
+void TestFailures::theConflictsMarkGuardsTheStoredError() {
+    ControllerFixture program;
+    QStringList movies;
+    for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) {
+        movies += program.movie(QString::fromLatin1(name)).encode({"exit 1"}).write();
+        writeContent(
+            program.output(QString::fromLatin1(name).left(1) + QStringLiteral("_HQ_640x480.mp4")),
+            "old");
+    }
+    program.add(movies);
+    program.boxes.promise(replaceAnswer, true);
+    program.boxes.promise(skipError, true);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.seen.size(), 3);
+    QCOMPARE(program.encodes().size(), 3);
+    QCOMPARE(namesIn(program.documents()).size(), 3);
+}
+
+void TestFailures::theConflictsMarkWithoutAStoredErrorAsks() {
+    ControllerFixture program;
+    QStringList movies;
+    for (const char* name : {"a.mp4", "b.mp4"})
+        movies += program.movie(QString::fromLatin1(name)).encode({"exit 1"}).write();
+    writeContent(program.output(outputName), "old");
+    program.add(movies);
+    QCOMPARE(program.state().resultStoredForConversionError, 0);
+    program.boxes.promise(replaceAnswer, true);
+    program.boxes.promise(skipError);
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.seen.size(), 4);
+    QVERIFY(program.state().checkStatusForFileConflict);
+}
+
+void TestFailures::aStoredErrorAnswerOutlivesItsRun() {
+    ControllerFixture program;
+    program.add({program.movie(movieName).encode({"exit 1"}).write()});
+    program.boxes.promise(stopError, true);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    writeContent(program.output(outputName), "old");
+    program.boxes.promise(replaceAnswer, true);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    // Conflict and summary: the error was answered with the first run's Stop.
+    QCOMPARE(program.boxes.seen.size(), 4);
+    QVERIFY(!program.state().checkStatusForConversionError);
+    QCOMPARE(program.encodes().size(), 2);
+}
+
+void TestFailures::writeFailure_data() {
+    QTest::addColumn<QStringList>("end");
+    const auto row = [](const char* name, std::initializer_list<const char*> steps) {
+        QStringList lines;
+        for (const char* each : steps)
+            lines += QString::fromLatin1(each);
+        QTest::newRow(name) << lines;
+    };
+    row("alone, then the summary",
+        {"print av_interleaved_write_frame(): No space left on device\\n", "wait 300",
+         "print Error writing trailer of x: No space left on device\\n", "summary 3",
+         "print Conversion failed!\\n", "exit 1"});
+    row("the mark of old, alone",
+        {"print av_interleaved_write_frame(): Cannot write\\n", "wait 300", "summary 3", "exit 1"});
+    row("no word of the old mark",
+        {"print Error submitting a packet to the muxer: No space left on device\\n", "wait 300",
+         "summary 3", "exit 1"});
+    row("with a position",
+        {"print av_interleaved_write_frame(): x\\nframe=   60 time=00:00:02.00 bitrate=\\r",
+         "wait 200", "exit 1"});
+    row("with the summary",
+        {"print No space left on device\\nframe=   60 LPSNR=Y:1 time=00:00:02.00 bitrate=\\n",
+         "exit 1"});
+    row("only the index, status 0",
+        {"print Error writing trailer of x: No space left on device\\n", "summary 10", "exit 0"});
+    row("the very last word", {"print av_interleaved_write_frame(): x\\n", "exit 1"});
+    row("the very last word, no line end", {"print No space left on device", "exit 1"});
+}
+
+void TestFailures::writeFailure() {
+    QFETCH(QStringList, end);
+    ControllerFixture program;
+    QStringList steps{QStringLiteral("create"), QStringLiteral("header"),
+                      QStringLiteral("progress 1"), QStringLiteral("write 10")};
+    program.add({program.movie(movieName).encode(steps + end).write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
+    bool lockedUnderTheSummary = false;
+    program.boxes.promise(okAnswer);
+    program.boxes.promise(okAnswer, false,
+                          [&] { lockedUnderTheSummary = runControlsAre(false, program); });
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages(),
+             QStringList({linesOf({"IDS_TXT_POPUP_MEMORYFULL", "IDS_TXT_DATA_NOTCONVERTED"}),
+                          getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+    QCOMPARE(program.boxes.seen[0].buttons, textsOf({"IDS_BTN_POPUP_OK"}));
+    QVERIFY(lockedUnderTheSummary);
+    QVERIFY(runControlsAre(true, program));
+    QCOMPARE(program.encodes().size(), 1);
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(isWaiting(1, program));
+    QVERIFY(namesIn(program.documents()).isEmpty());
+    QVERIFY(program.files().conversionTaskList.empty());
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::anEncoderThatHangsAfterItsSummaryIsKilled() {
+    ControllerFixture program;
+    shortenPatience(program);
+    addOne(program, {"ignore-term", "create", "header", "write 10", "summary 10", "hang"});
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages().first(), errorMessage(movieName));
+    QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::anInterruptedEncoderThatGoesOnIsKilled() {
+    ControllerFixture program;
+    shortenPatience(program);
+    addOne(program,
+           {"ignore-term", "create", "header", "progress 1", "wait 300", "print error\\n", "hang"});
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages().first(), errorMessage(movieName));
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::anOlderOutputThatWasNotTouchedStays() {
+    ControllerFixture program;
+    addOne(program, {"header", "exit 1"});
+    writeContent(program.output(outputName), "old");
+    program.boxes.promise(replaceAnswer);
+    program.boxes.promise(stopError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
+}
+
+void TestFailures::anOlderOutputThatWasTouchedGoes() {
+    ControllerFixture program;
+    addOne(program, {"create", "write 3", "exit 1"});
+    writeContent(program.output(outputName), "old");
+    program.boxes.promise(replaceAnswer);
+    program.boxes.promise(stopError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QVERIFY(!QFile::exists(program.output(outputName)));
+}
+
+void TestFailures::anOutputMadeAfterItsDeletionGoesToo() {
+    ControllerFixture program;
+    program.app().engine().setPatience(
+        {std::chrono::milliseconds(300), std::chrono::milliseconds(1000)});
+    addOne(program, {"ignore-term", "header",
+                     "print an error while opening\\nframe=    0 time=00:00:00.00 bitrate=\\r",
+                     "wait-file late", "create", "write 10", "touch made", "hang"});
+    program.boxes.promise(stopError);
+    program.boxes.promise(okAnswer);
+    program.click("btnConvertFile");
+    QTRY_COMPARE(program.status(0), status::STATPR);
+    // The row goes back to waiting after the first deletion, before the encoder is told to end.
+    QTRY_COMPARE(program.status(0), status::STATWT);
+    writeContent(program.path(QStringLiteral("movies/late")));
+    QVERIFY(program.waitUntilIdle());
+    QVERIFY(QFile::exists(program.path(QStringLiteral("movies/made"))));
+    QVERIFY(namesIn(program.documents()).isEmpty());
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+void TestFailures::anOutputBehindASymbolicLinkGoes() {
+    ControllerFixture program;
+    addOne(program, {"create", "write 10", "exit 1"});
+    const QString target = program.path(QStringLiteral("elsewhere.mp4"));
+    QVERIFY(QFile::link(target, program.output(outputName)));
+    program.boxes.promise(stopError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QVERIFY(!QFile::exists(target));
+}
+
+void TestFailures::nothingIsAskedTwice() {
+    ControllerFixture program;
+    addOne(program, {"create", "header",
+                     "print error error Invalid\\nframe=   60 time=00:00:02.00 bitrate=\\r",
+                     "print error error Invalid\\nframe=   60 time=00:00:03.00 bitrate=\\r",
+                     "print No space left on device\\n", "summary 3", "exit 1"});
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.seen.size(), 2);
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(isWaiting(0, program));
+}
+
+QTEST_MAIN(TestFailures)
+#include "tst_failures.moc"

@@ -1,0 +1,232 @@
+#include "app/RunChecks.h"
+
+#include <QApplication>
+
+namespace {
+
+const QString movieName = QStringLiteral("a.mp4");
+const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
+
+constexpr int timedOut = 99;
+
+} // namespace
+
+/// Closing the program, whatever it is about: no encoder and no partial output is left, and nobody
+/// else's file is gone.
+class TestQuit final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void encoding_data();
+    void encoding();
+    void aReplacedOutputThatWasNotTouchedStays();
+    void beforeTheLaunch();
+    void aQuestionAboutTheSource();
+    void aQuestionAboutAnError();
+    void underTheSummary();
+    void betweenTwoJobs();
+    void pausedAndSuspended();
+    void theLaunchWithoutArguments();
+    void aWaitingRowThatNamesItsOwnSource();
+    void theLastWindowClosedKeepsTheFolders();
+
+private:
+    template <typename When> static int runUntilQuit(ControllerFixture& program, When when);
+    static void terminateUnderBox(ControllerFixture& program, int boxes);
+};
+
+/// Runs the main loop as main() does and terminates the program as soon as `when` says so.
+template <typename When> int TestQuit::runUntilQuit(ControllerFixture& program, When when) {
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, qApp, [&] {
+        if (!when())
+            return;
+        watch.stop();
+        program.app().terminate();
+    });
+    watch.start(1);
+    QTimer::singleShot(15000, &watch, [] { QCoreApplication::exit(timedOut); });
+    const int result = QApplication::exec();
+    program.quit();
+    return result;
+}
+
+/// Starts the run and terminates the program under its `boxes`th box.
+void TestQuit::terminateUnderBox(ControllerFixture& program, int boxes) {
+    QTimer::singleShot(0, qApp, [&] { program.click("btnConvertFile"); });
+    const int result =
+        runUntilQuit(program, [&, boxes] { return program.boxes.seen.size() == boxes; });
+    QCOMPARE(result, 0);
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void TestQuit::encoding_data() {
+    QTest::addColumn<QStringList>("encode");
+    const auto row = [](const char* name, std::initializer_list<const char*> steps) {
+        QStringList lines;
+        for (const char* each : steps)
+            lines += QString::fromLatin1(each);
+        QTest::newRow(name) << lines;
+    };
+    row("just started", {"touch begun", "hang"});
+    row("opening, deaf", {"ignore-term", "touch begun", "hang"});
+    row("encoding", {"create", "header", "progress 1", "write 10", "touch begun", "hang"});
+    row("encoding, deaf",
+        {"ignore-term", "create", "header", "progress 1", "write 10", "touch begun", "hang"});
+    row("opens its output after it was told to end",
+        {"ignore-term", "touch begun", "wait 300", "create", "write 10", "hang"});
+    row("says a lot", {"create", "write 10", "touch begun", "loop 100000", "flood 100000", "end"});
+    row("in its last second",
+        {"create", "header", "write 10", "summary 10", "touch begun", "hang"});
+}
+
+void TestQuit::encoding() {
+    QFETCH(QStringList, encode);
+    ControllerFixture program;
+    const QString movie = program.movie(movieName).encode(encode).write();
+    const QString other = program.movie(QStringLiteral("b.mp4")).write();
+    const QString older = writeContent(program.output(QStringLiteral("b_HQ_640x480.mp4")), "old");
+    const QByteArray source = contentOf(movie);
+    program.add({movie, other});
+    program.click("btnConvertFile");
+    QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
+    program.quit();
+    QVERIFY(noEncoderLives(program.encodes()));
+    QCOMPARE(program.encodes().size(), 1);
+    QCOMPARE(namesIn(program.documents()).filter(QStringLiteral("HQ")),
+             QStringList(QStringLiteral("b_HQ_640x480.mp4")));
+    QCOMPARE(contentOf(older), QByteArray("old"));
+    QCOMPARE(contentOf(movie), source);
+    QVERIFY(QFile::exists(other));
+}
+
+void TestQuit::aReplacedOutputThatWasNotTouchedStays() {
+    ControllerFixture program;
+    const QString output = writeContent(program.output(outputName), "old");
+    program.add({program.movie(movieName).encode({"touch begun", "hang"}).write()});
+    program.boxes.promise(1003);
+    program.click("btnConvertFile");
+    QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
+    program.quit();
+    QVERIFY(noEncoderLives(program.encodes()));
+    QCOMPARE(contentOf(output), QByteArray("old"));
+}
+
+void TestQuit::beforeTheLaunch() {
+    ControllerFixture program;
+    const QString output = writeContent(program.output(outputName), "old");
+    program.add({program.movie(movieName).write()});
+    terminateUnderBox(program, 1);
+    // The question went without an answer: no launch, not even the one without arguments.
+    QVERIFY(program.encodes().isEmpty());
+    QCOMPARE(startsWithoutArguments(program), 0);
+    QCOMPARE(contentOf(output), QByteArray("old"));
+}
+
+void TestQuit::aQuestionAboutTheSource() {
+    ControllerFixture program;
+    const QString movie = program.movie(movieName).write();
+    program.add({movie, program.movie(QStringLiteral("b.mp4")).write()});
+    QVERIFY(QFile::remove(movie));
+    terminateUnderBox(program, 1);
+    QCOMPARE(program.boxes.seen.size(), 1);
+    QVERIFY(program.encodes().isEmpty());
+}
+
+void TestQuit::aQuestionAboutAnError() {
+    ControllerFixture program;
+    program.add({program.movie(movieName)
+                     .encode({"create", "write 10", "header",
+                              "print an error\\nframe=  1 time=00:00:01.00 bitrate=\\r", "hang"})
+                     .write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
+    terminateUnderBox(program, 1);
+    QCOMPARE(program.boxes.seen.size(), 1);
+    QCOMPARE(program.encodes().size(), 1);
+    QVERIFY(noEncoderLives(program.encodes()));
+    QVERIFY(namesIn(program.documents()).filter(QStringLiteral("HQ")).isEmpty());
+}
+
+void TestQuit::underTheSummary() {
+    ControllerFixture program;
+    program.add({program.movie(movieName).write()});
+    terminateUnderBox(program, 1);
+    // What was converted stays.
+    QCOMPARE(contentOf(program.output(outputName)).size(), 4096);
+}
+
+void TestQuit::betweenTwoJobs() {
+    ControllerFixture program(std::chrono::minutes(1));
+    const QString movie = program.movie(movieName).write();
+    program.add({movie, program.movie(QStringLiteral("b.mp4")).write()});
+    QVERIFY(QFile::remove(movie));
+    program.boxes.promise(1000); // skip: the second between the jobs begins
+    QTimer::singleShot(0, qApp, [&] { program.click("btnConvertFile"); });
+    QCOMPARE(runUntilQuit(program,
+                          [&] {
+                              return program.boxes.allKept() &&
+                                     program.files().conversionTaskList.size() == 1;
+                          }),
+             0);
+    QVERIFY(program.encodes().isEmpty());
+}
+
+void TestQuit::pausedAndSuspended() {
+    ControllerFixture program;
+    program.add({program.movie(movieName)
+                     .encode({"create", "write 10", "header", "progress 1", "touch begun",
+                              "loop 1000", "progress 2", "wait 20", "end"})
+                     .write()});
+    program.click("btnConvertFile");
+    QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
+    program.clickRowButton(0);
+    QTRY_COMPARE(program.status(0), status::STATPS);
+    program.quit();
+    QVERIFY(noEncoderLives(program.encodes()));
+    QVERIFY(namesIn(program.documents()).filter(QStringLiteral("HQ")).isEmpty());
+}
+
+void TestQuit::theLaunchWithoutArguments() {
+    ControllerFixture program;
+    writeContent(program.output(outputName), "old");
+    program.add({program.movie(movieName).write(),
+                 program.movie(QStringLiteral("b.mp4")).encode({"touch begun", "hang"}).write()});
+    program.boxes.promise(1002);
+    program.click("btnConvertFile");
+    QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
+    QTRY_COMPARE(startsWithoutArguments(program), 1);
+    program.quit();
+    QVERIFY(noEncoderLives(program.starts()));
+    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
+}
+
+void TestQuit::aWaitingRowThatNamesItsOwnSource() {
+    ControllerFixture program;
+    program.state().outputFolder = program.movies(); // as Select Folder sets it
+    const QString movie =
+        program.movie(movieName).encode({"create", "header", "touch begun", "hang"}).write();
+    const QString other = program.movie(QStringLiteral("b.mp4")).write();
+    program.add({movie, other});
+    QCOMPARE(program.files().recordAt(1)->text(key::path), other);
+    QCOMPARE(program.files().recordAt(1)->text(key::conversionstat), status::CONRUNNING);
+    program.click("btnConvertFile");
+    QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
+    program.quit();
+    QVERIFY(QFile::exists(movie));
+    QVERIFY(QFile::exists(other));
+    QVERIFY(namesIn(program.documents()).filter(QStringLiteral("HQ")).isEmpty());
+}
+
+void TestQuit::theLastWindowClosedKeepsTheFolders() {
+    ControllerFixture program;
+    program.add({program.movie(movieName).encode({"create", "touch begun", "hang"}).write()});
+    program.click("btnConvertFile");
+    QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
+    QVERIFY(program.app().applicationShouldTerminateAfterLastWindowClosed());
+    QVERIFY(QFile::exists(program.documents() + QStringLiteral("/default_hevc_path.txt")));
+    program.quit();
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+QTEST_MAIN(TestQuit)
+#include "tst_quit.moc"

@@ -106,11 +106,11 @@ bool ControllerFixture::isIdle() const {
 }
 
 void ControllerFixture::add(const QStringList& paths) {
-    controller_->gate().pass([&] { controller_->addPicked(paths); });
+    controller_->gate().pass([this, paths] { controller_->addPicked(paths); });
 }
 
 void ControllerFixture::drop(const QStringList& paths) {
-    controller_->gate().pass([&] { controller_->addDropped(paths); });
+    controller_->gate().pass([this, paths] { controller_->addDropped(paths); });
 }
 
 void ControllerFixture::click(const char* name) {

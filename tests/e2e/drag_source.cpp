@@ -1,12 +1,13 @@
 // Another program with movies to drag, for tests on a real display:
 //
 //     drag_source X Y FILE...
+//     drag_source X Y --data TYPE HEX
 //
 // shows a small window at that place and writes a line to its standard output for what happens:
 // "ready" when it can be dragged from, "dragging" when a drag has begun, and "dropped ACTION" when
-// it is over. It offers its files to be copied, moved or linked, as file managers do, and what was
-// to be moved it would have to delete. It lives on until its standard input ends: data that is
-// asked for after the drop would never come otherwise.
+// it is over. It offers its files (or that data) to be copied, moved or linked, as file managers
+// do, and what was to be moved it would have to delete. It lives on until its standard input ends:
+// data that is asked for after the drop would never come otherwise.
 
 #include <QApplication>
 #include <QDrag>
@@ -43,9 +44,8 @@ const char* nameOf(Qt::DropAction action) {
 
 class Source final : public QLabel {
 public:
-    explicit Source(const QStringList& files) : QLabel(QStringLiteral("movies")) {
-        for (const QString& each : files)
-            urls_ += QUrl::fromLocalFile(each);
+    explicit Source(const QStringList& offered)
+        : QLabel(QStringLiteral("movies")), offered_(offered) {
         setWindowTitle(QStringLiteral("drag source"));
         setAlignment(Qt::AlignCenter);
     }
@@ -55,9 +55,7 @@ protected:
         if (std::exchange(isDragging_, true))
             return;
         auto* const drag = new QDrag(this);
-        auto* const data = new QMimeData;
-        data->setUrls(urls_);
-        drag->setMimeData(data);
+        drag->setMimeData(offer());
         tell("dragging");
         const Qt::DropAction action =
             drag->exec(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::MoveAction);
@@ -73,7 +71,20 @@ protected:
     }
 
 private:
-    QList<QUrl> urls_;
+    QMimeData* offer() const {
+        auto* const data = new QMimeData;
+        if (offered_[0] == QStringLiteral("--data")) {
+            data->setData(offered_.value(1), QByteArray::fromHex(offered_.value(2).toLatin1()));
+            return data;
+        }
+        QList<QUrl> urls;
+        for (const QString& each : offered_)
+            urls += QUrl::fromLocalFile(each);
+        data->setUrls(urls);
+        return data;
+    }
+
+    const QStringList offered_;
     bool isDragging_ = false;
     bool isReady_ = false;
 };

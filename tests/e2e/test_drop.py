@@ -140,6 +140,23 @@ class DropFromAnotherProgram(DropTest):
         self.assertEqual([], self.app.boxes())
         self.assertTrue(os.path.isdir(self.documents))
 
+    def test_broken_data_of_the_private_type_moves_nothing(self):
+        first = make_hevc(self.movie_path("a.mp4"), seconds=1)
+        self.app.add_all(first)
+        self.app.add_all(shutil.copy(first, self.movie_path("b.mp4")))
+        far = "5253525700000002" + "00000000" + "7fffffff"
+        for data in ("", "00ff", "ff" * 5000, far):
+            source = DragSource("--data", "MyPrivateTableViewDataType", data)
+            x, y, width, _ = self.extents(self.app.cell(1, "name"))
+            mouse = source.drag()
+            mouse.go(x + width // 2, y + 4)
+            mouse.release()
+            source.wait_for("dropped")
+            source.end()
+        # A reorder would show now.
+        self.app.add_all(shutil.copy(first, self.movie_path("c.mp4")))
+        self.assertEqual(["a.mp4", "b.mp4", "c.mp4"], self.app.column("name"))
+
     def test_a_drop_during_a_run_is_refused(self):
         long = make_hevc(self.movie_path("long.mp4"), "1280x720", 5, repeat=60)
         self.app.add_all(long)
@@ -165,8 +182,8 @@ class DropFromAnotherProgram(DropTest):
 class DragOfRows(DropTest):
     def test_the_order_changes_with_the_next_add(self):
         first = make_hevc(self.movie_path("a.mp4"), seconds=1)
-        others = [shutil.copy(first, self.movie_path(name)) for name in ("b.mp4", "c.mp4")]
-        self.app.add_all(first, *others)
+        for path in (first, self.movie_path("b.mp4"), self.movie_path("c.mp4")):
+            self.app.add_all(path if path == first else shutil.copy(first, path))
         x, y, width, height = self.extents(self.app.cell(2, "name"))
         top = self.extents(self.app.cell(0, "name"))
         line = (top[0] + top[2] // 2, top[1], 1, 4)
@@ -182,6 +199,18 @@ class DragOfRows(DropTest):
         self.app.add_all(shutil.copy(first, self.movie_path("d.mp4")))
         self.assertEqual(["c.mp4", "a.mp4", "b.mp4", "d.mp4"], self.app.column("name"))
         self.screen("moved")
+
+    def test_the_program_ends_while_rows_are_dragged(self):
+        self.app.add_all(make_hevc(self.movie_path("a.mp4"), seconds=1))
+        x, y, width, height = self.extents(self.app.cell(0, "name"))
+        line = (x + width // 2, y, 1, 4)
+        before = pixels(*line)
+        mouse = Mouse(x + 10, y + height // 2)
+        self.addCleanup(mouse.release)
+        mouse.go(x + 60, y + 3)
+        window.wait_for(lambda: pixels(*line) != before, "the line above the row")
+        self.app.terminate()
+        self.assertEqual(0, self.app.wait_until_ended())
 
 
 if __name__ == "__main__":

@@ -77,6 +77,15 @@ QStringList FileTableSource::dataCellForTableColumn(const QString& identifier, i
     return sizes_.items(list_.recordAt(row)->number(key::resolutionID));
 }
 
+QStringList FileTableSource::updateResolutionCell(QStringList cell) const {
+    for (const JobRecordPtr& record : list_.fileInfoArr) {
+        const QStringList offered = sizes_.items(record->number(key::resolutionID));
+        if (!offered.isEmpty())
+            cell = offered;
+    }
+    return cell;
+}
+
 bool FileTableSource::shouldSelectRow(int row) const {
     return row >= 0 && row < list_.rowCount();
 }

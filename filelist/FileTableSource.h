@@ -24,6 +24,9 @@ public:
     [[nodiscard]] static QString willDisplayCellImage(const QString& identifier);
     /// What the editor of a cell offers: the row's sizes or the three qualities.
     [[nodiscard]] QStringList dataCellForTableColumn(const QString& identifier, int row) const;
+    /// What the size column's own cell offers when every row has put its sizes into it in turn:
+    /// the last one decides. `cell` is what it offered before. Nothing calls it.
+    [[nodiscard]] QStringList updateResolutionCell(QStringList cell) const;
     [[nodiscard]] bool shouldSelectRow(int row) const;
     [[nodiscard]] int numberOfItemsInComboBox() const;
     /// A null text where the asking combo box is not the main one.

@@ -12,6 +12,7 @@
 #include "platform/ChildProcess.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
+#include "widgets/ActionGate.h"
 
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -88,9 +89,12 @@ void PauseAndStop::StopPausedTask() {
         files.pausedList.clear();
         waitUntilSettled(run);
         setWaiting(*record);
-        if (const auto row = files.rowOfId(record->id())) {
-            clearProgress(*files.progressObjects.at(static_cast<size_t>(*row)));
-            context_.window.rowChanged(*row);
+        // By the record: after rows were dragged its id names another row.
+        const auto now = std::find(files.fileInfoArr.begin(), files.fileInfoArr.end(), record);
+        if (now != files.fileInfoArr.end()) {
+            const auto row = now - files.fileInfoArr.begin();
+            clearProgress(*files.progressObjects.at(static_cast<size_t>(row)));
+            context_.window.rowChanged(static_cast<int>(row));
         }
     }
 }
@@ -128,7 +132,9 @@ void PauseAndStop::stopConversion() {
 }
 
 void PauseAndStop::replicaOfConvert() {
-    if (!QFileInfo::exists(context_.window.outputFolderText())) {
+    const bool folderExists = context_.mainThread.waitForResult(
+        [folder = context_.window.outputFolderText()] { return QFileInfo::exists(folder); });
+    if (!folderExists) {
         context_.dialogs.tellOutputFolderUnavailable();
         return;
     }
@@ -146,12 +152,16 @@ void PauseAndStop::popUpForStartResumePausedFiles() {
                                                  getLocalString("IDS_TXT_POPUP_CLICKTOCONTINUE"),
                                              getLocalString("IDS_BTN_POPUP_CANCEL"),
                                              getLocalString("IDS_BTN_CONVERT")});
+    const std::vector<PausedTask> paused = context_.files.pausedList;
+    // A suspended encoder would stand beside the next one, or be left behind for good.
+    StopPausedTask();
     if (answer == ConversionDialogs::secondButton) {
-        for (const PausedTask& paused : context_.files.pausedList)
-            queueAgain(paused.selectedrowid);
+        for (const PausedTask& each : paused)
+            queueAgain(each.selectedrowid);
         queue_.startConverting();
         return;
     }
+    context_.files.conversionTaskList.clear();
     queue_.unlockAfterRun();
     summary_.popUpForNoOfConvertedfiles();
     if (context_.window.isOpenFolderChecked())
@@ -166,6 +176,7 @@ void PauseAndStop::queueAgain(int jobId) {
         JobRecord& record = *files.recordAt(row);
         setWaiting(record);
         record.set(key::status, status::STATPW);
+        files.dequeue(jobId); // while it was paused it kept its place
         files.conversionTaskList.push_back(jobId);
         context_.window.rowChanged(row);
     }
@@ -186,13 +197,8 @@ void PauseAndStop::rowRemoved(int recordId) {
     }
     (void)queue_.settle(run);
     // Not now: the removal comes to its own end first.
-    QTimer::singleShot(0, &context_.mainThread, [this] {
-        try {
-            queue_.startConverting();
-        } catch (const Cancelled&) {
-            qCDebug(log, "the next job was not begun: the program closes");
-        }
-    });
+    QTimer::singleShot(0, &context_.mainThread,
+                       [this] { runGuarded([this] { queue_.startConverting(); }); });
 }
 
 void PauseAndStop::endPausedTask(const PausedTask& paused) {

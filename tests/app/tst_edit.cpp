@@ -1,0 +1,471 @@
+#include "app/RunScene.h"
+#include "filelist/FileTableView.h"
+#include "platform/ChildProcess.h"
+#include "widgets/MessageBox.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString a = QStringLiteral("a");
+const QString b = QStringLiteral("b");
+const QString c = QStringLiteral("c");
+const QString half = QStringLiteral("640x360");
+
+} // namespace
+
+/// Editing in the main window: the table's cells and the main quality list, by hand, by keyboard
+/// and through the accessibility tree, before a run and during one.
+class TestEdit final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aClickChangesAQuality();
+    void f2TypesASize();
+    void keysAlone();
+    void aSizeThatIsNone();
+    void mainListWithCheckedRows();
+    void mainListWithASelectedRow();
+    void mainListWithNeither();
+    void mainListAfterCheckedRowsWereRemoved();
+    void mainListByKeyboardCountsOnce();
+    void selectingARowIsNoChange();
+    void theChosenEncodersSettingsAreUsed();
+    void aRunLocksTheCells();
+    void aRunLeavesChecksAndSelectionAlone();
+    void aRunClosesOpenEditors();
+    void accessiblePressesOfTheTable();
+    void nothingUnderABox();
+    void putOffInAWaitAndLookedAtAfresh();
+    void aPutOffRowButtonThatHasAnotherMeaning();
+    void theColumnsCellFollowsTheLastRow();
+
+private:
+    static FileTableView& table(RunScene& scene);
+    static QComboBox& mainList(RunScene& scene);
+    static QModelIndex cell(RunScene& scene, int row, TableColumn column);
+    static void click(RunScene& scene, int row, TableColumn column);
+    static void choose(RunScene& scene, int item);
+    static QComboBox* editor(RunScene& scene);
+    static void press(RunScene& scene, int row, TableColumn column);
+    /// Stores a text in a cell as an editor does.
+    static bool edit(RunScene& scene, int row, TableColumn column, const QString& typed);
+    static void addSmall(RunScene& scene, const QStringList& names);
+};
+
+FileTableView& TestEdit::table(RunScene& scene) {
+    return *scene.program.app().window().findChild<FileTableView*>();
+}
+
+QComboBox& TestEdit::mainList(RunScene& scene) {
+    return *scene.program.app().window().findChild<QComboBox*>(QStringLiteral("comboBox"));
+}
+
+QModelIndex TestEdit::cell(RunScene& scene, int row, TableColumn column) {
+    return table(scene).fileModel()->index(row, static_cast<int>(column));
+}
+
+void TestEdit::click(RunScene& scene, int row, TableColumn column) {
+    QTest::mouseClick(table(scene).viewport(), Qt::LeftButton, {},
+                      table(scene).visualRect(cell(scene, row, column)).center());
+}
+
+// As the list does it when the user takes one of its items.
+void TestEdit::choose(RunScene& scene, int item) {
+    mainList(scene).setCurrentIndex(item);
+    Q_EMIT mainList(scene).activated(item);
+}
+
+QComboBox* TestEdit::editor(RunScene& scene) {
+    return qobject_cast<QComboBox*>(table(scene).openedEditor());
+}
+
+void TestEdit::press(RunScene& scene, int row, TableColumn column) {
+    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&table(scene))
+                                                 ->tableInterface()
+                                                 ->cellAt(row, static_cast<int>(column));
+    QVERIFY(accessible);
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+}
+
+bool TestEdit::edit(RunScene& scene, int row, TableColumn column, const QString& typed) {
+    return table(scene).fileModel()->setData(cell(scene, row, column), typed, Qt::EditRole);
+}
+
+// Movies of 1280x720, which have two sizes to choose from.
+void TestEdit::addSmall(RunScene& scene, const QStringList& names) {
+    QStringList paths;
+    for (const QString& name : names)
+        paths << scene.program.movie(name + QStringLiteral(".mp4"))
+                     .probe(QStringLiteral("hevc"), QStringLiteral("1280x720"))
+                     .write();
+    scene.program.add(paths);
+}
+
+void TestEdit::aClickChangesAQuality() {
+    RunScene scene;
+    scene.add({a, b});
+    click(scene, 1, TableColumn::Cmb);
+    QVERIFY(editor(scene));
+    QVERIFY(eventually([&] { return editor(scene)->view()->isVisible(); }));
+    QCOMPARE(editor(scene)->count(), 3);
+    QTest::keyClick(editor(scene)->view(), Qt::Key_Up);
+    QTest::keyClick(editor(scene)->view(), Qt::Key_Return);
+    FileList& files = scene.program.files();
+    QVERIFY(eventually([&] { return files.cmb.at(1) == files.cmbItems.at(0); }));
+    QCOMPARE(files.recordAt(1)->text(key::profile), files.comboBoxItems.at(0));
+    QCOMPARE(files.recordAt(0)->text(key::profile), files.comboBoxItems.at(1));
+    // Kept: an edit leaves these two alone.
+    QCOMPARE(files.recordAt(1)->text(key::cmb), files.cmbItems.at(1));
+    QCOMPARE(files.recordAt(1)->text(key::profileForCol), files.cmbItems.at(1));
+    QCOMPARE(cell(scene, 1, TableColumn::Cmb).data().toString(), files.cmbItems.at(0));
+}
+
+void TestEdit::f2TypesASize() {
+    RunScene scene;
+    addSmall(scene, {a});
+    table(scene).setCurrentIndex(cell(scene, 0, TableColumn::Res));
+    QTest::keyClick(&table(scene), Qt::Key_F2);
+    QVERIFY(editor(scene));
+    QTest::keyClicks(editor(scene)->lineEdit(), QStringLiteral("800x600"));
+    QTest::keyClick(editor(scene), Qt::Key_Return);
+    QVERIFY(eventually([&] { return !editor(scene); }));
+    FileList& files = scene.program.files();
+    QCOMPARE(files.resolutionListForTable.at(0), QStringLiteral("800x600"));
+    QCOMPARE(files.recordAt(0)->text(key::resolution), QStringLiteral("800x600"));
+}
+
+void TestEdit::keysAlone() {
+    RunScene scene;
+    addSmall(scene, {a, b});
+    table(scene).setFocus();
+    table(scene).setCurrentIndex(cell(scene, 0, TableColumn::Check));
+    QTest::keyClick(&table(scene), Qt::Key_Down);
+    QTest::keyClick(&table(scene), Qt::Key_Space);
+    FileList& files = scene.program.files();
+    QCOMPARE(files.check, (std::vector<int>{1, 0}));
+    QVERIFY(!table(scene).btnSelectAll()->isChecked());
+    QTest::keyClick(&table(scene), Qt::Key_Space);
+    QVERIFY(table(scene).btnSelectAll()->isChecked());
+    while (table(scene).currentIndex().column() != static_cast<int>(TableColumn::Res))
+        QTest::keyClick(&table(scene), Qt::Key_Right);
+    QTest::keyClick(&table(scene), Qt::Key_Return);
+    QVERIFY(editor(scene));
+    QVERIFY(eventually([&] { return editor(scene)->view()->isVisible(); }));
+    QTest::keyClick(editor(scene)->view(), Qt::Key_Down);
+    QTest::keyClick(editor(scene)->view(), Qt::Key_Return);
+    QVERIFY(eventually([&] { return files.resolutionListForTable.at(1) == half; }));
+    QCOMPARE(files.recordAt(1)->text(key::resolution), half);
+    QCOMPARE(files.recordAt(0)->text(key::resolution), QStringLiteral("1280x720"));
+}
+
+void TestEdit::aSizeThatIsNone() {
+    RunScene scene;
+    addSmall(scene, {a});
+    for (const char* typed :
+         {"", "x", "12x", "x12", "12", "12 x 12", "-2x4", "12x12x12", "axb", "12x12\n"})
+        QVERIFY2(!edit(scene, 0, TableColumn::Res, QString::fromLatin1(typed)), typed);
+    QCOMPARE(scene.program.files().resolutionListForTable.at(0), QStringLiteral("1280x720"));
+    QVERIFY(edit(scene, 0, TableColumn::Res, QStringLiteral("12x12")));
+}
+
+void TestEdit::mainListWithCheckedRows() {
+    RunScene scene;
+    scene.add({a, b, c});
+    QVERIFY(table(scene).fileModel()->setData(cell(scene, 1, TableColumn::Check), Qt::Unchecked,
+                                              Qt::CheckStateRole));
+    table(scene).selectRow(1);
+    choose(scene, 2);
+    FileList& files = scene.program.files();
+    for (const int row : {0, 1, 2}) {
+        const int item = row == 1 ? 1 : 2;
+        QCOMPARE(files.recordAt(row)->text(key::profile), files.comboBoxItems.at(item));
+        QCOMPARE(files.recordAt(row)->text(key::cmb), files.cmbItems.at(item));
+        QCOMPARE(files.recordAt(row)->text(key::profileForCol), files.cmbItems.at(item));
+        QCOMPARE(files.cmb.at(row), files.cmbItems.at(item));
+        QCOMPARE(cell(scene, row, TableColumn::Cmb).data().toString(), files.cmbItems.at(item));
+    }
+}
+
+// Kept: without a checked row the selected one's profile changes, and what is shown does not.
+void TestEdit::mainListWithASelectedRow() {
+    RunScene scene;
+    scene.add({a, b});
+    table(scene).btnSelectAll()->click();
+    table(scene).selectRow(1);
+    choose(scene, 0);
+    FileList& files = scene.program.files();
+    QCOMPARE(files.recordAt(1)->text(key::profile), files.comboBoxItems.at(0));
+    QCOMPARE(files.recordAt(1)->text(key::cmb), files.cmbItems.at(1));
+    QCOMPARE(files.recordAt(1)->text(key::profileForCol), files.cmbItems.at(1));
+    QCOMPARE(files.cmb.at(1), files.cmbItems.at(1));
+    QCOMPARE(files.recordAt(0)->text(key::profile), files.comboBoxItems.at(1));
+}
+
+void TestEdit::mainListWithNeither() {
+    RunScene scene;
+    scene.add({a, b});
+    table(scene).btnSelectAll()->click();
+    table(scene).clearSelection();
+    choose(scene, 0);
+    for (const int row : {0, 1})
+        QCOMPARE(scene.program.files().recordAt(row)->text(key::profile),
+                 scene.program.files().comboBoxItems.at(1));
+}
+
+// `count` is stale then, and so is larger than the list.
+void TestEdit::mainListAfterCheckedRowsWereRemoved() {
+    RunScene scene;
+    scene.add({a, b, c});
+    table(scene).btnSelectAll()->click();
+    table(scene).fileModel()->setData(cell(scene, 0, TableColumn::Check), Qt::Checked,
+                                      Qt::CheckStateRole);
+    scene.program.click("btnRemoveFile");
+    QCOMPARE(scene.program.state().count, 3);
+    table(scene).btnSelectAll()->click();
+    QCOMPARE(scene.program.state().count, 3);
+    choose(scene, 2);
+    FileList& files = scene.program.files();
+    for (const int row : {0, 1}) {
+        QCOMPARE(files.recordAt(row)->text(key::profile), files.comboBoxItems.at(2));
+        QCOMPARE(files.cmb.at(row), files.cmbItems.at(2));
+    }
+}
+
+void TestEdit::mainListByKeyboardCountsOnce() {
+    RunScene scene;
+    scene.add({a});
+    table(scene).selectRow(0);
+    QComboBox& list = mainList(scene);
+    QCOMPARE(list.currentIndex(), 1);
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Down);
+    QCOMPARE(list.currentIndex(), 2);
+    QCOMPARE(scene.program.files().cmb.at(0), scene.program.files().cmbItems.at(2));
+}
+
+void TestEdit::selectingARowIsNoChange() {
+    RunScene scene;
+    scene.add({a, b});
+    FileList& files = scene.program.files();
+    QVERIFY(edit(scene, 0, TableColumn::Cmb, files.cmbItems.at(2)));
+    QVERIFY(edit(scene, 1, TableColumn::Cmb, files.cmbItems.at(0)));
+    click(scene, 0, TableColumn::Name);
+    QCOMPARE(mainList(scene).currentText(), files.comboBoxItems.at(2));
+    click(scene, 1, TableColumn::Name);
+    QCOMPARE(mainList(scene).currentText(), files.comboBoxItems.at(0));
+    QCOMPARE(files.cmb, (QStringList{files.cmbItems.at(2), files.cmbItems.at(0)}));
+    QCOMPARE(files.recordAt(0)->text(key::profile), files.comboBoxItems.at(2));
+}
+
+void TestEdit::theChosenEncodersSettingsAreUsed() {
+    RunScene scene;
+    addSmall(scene, {a});
+    FileList& files = scene.program.files();
+    QVERIFY(edit(scene, 0, TableColumn::Cmb, files.cmbItems.at(0)));
+    QVERIFY(edit(scene, 0, TableColumn::Res, half));
+    scene.program.click("btnConvertFile");
+    QVERIFY(scene.end({}));
+    const QStringList arguments = scene.program.encodes().first().arguments;
+    QVERIFY(arguments.contains(QStringLiteral("scale=640:360")));
+    QCOMPARE(arguments.at(arguments.indexOf(QStringLiteral("-crf")) + 1), QStringLiteral("7"));
+    QCOMPARE(arguments.last(), scene.program.output(QStringLiteral("a_Pro_640x360.mp4")));
+}
+
+void TestEdit::aRunLocksTheCells() {
+    RunScene scene;
+    addSmall(scene, {b});
+    scene.add({a});
+    const auto isEnabled = [&](TableColumn column) {
+        return (cell(scene, 0, column).flags() & Qt::ItemIsEnabled) != 0;
+    };
+    QVERIFY(isEnabled(TableColumn::Cmb) && isEnabled(TableColumn::Res));
+    scene.program.click("btnConvertFile");
+    // At once, before anything was painted.
+    QVERIFY(!isEnabled(TableColumn::Cmb) && !isEnabled(TableColumn::Res));
+    QVERIFY(isEnabled(TableColumn::Check) && isEnabled(TableColumn::Im));
+    QVERIFY(!mainList(scene).isEnabled());
+    FileList& files = scene.program.files();
+    const QStringList sizes = files.resolutionListForTable;
+    const QStringList qualities = files.cmb;
+    QVERIFY(!edit(scene, 0, TableColumn::Res, half));
+    QVERIFY(!edit(scene, 0, TableColumn::Cmb, files.cmbItems.at(2)));
+    QAccessible::queryAccessibleInterface(&table(scene))
+        ->tableInterface()
+        ->cellAt(0, static_cast<int>(TableColumn::Res))
+        ->setText(QAccessible::Value, half);
+    click(scene, 0, TableColumn::Res);
+    QVERIFY(!editor(scene));
+    table(scene).setCurrentIndex(cell(scene, 0, TableColumn::Cmb));
+    QTest::keyClick(&table(scene), Qt::Key_F2);
+    QVERIFY(!editor(scene));
+    QCOMPARE(files.resolutionListForTable, sizes);
+    QCOMPARE(files.cmb, qualities);
+    QVERIFY(scene.end({a}));
+    scene.add({c});
+    QVERIFY(isEnabled(TableColumn::Cmb) && isEnabled(TableColumn::Res));
+}
+
+void TestEdit::aRunLeavesChecksAndSelectionAlone() {
+    RunScene scene;
+    scene.add({a, b});
+    table(scene).selectRow(1);
+    QVERIFY(scene.begin());
+    QCOMPARE(table(scene).selectedRow(), 1); // no reload has lost it
+    click(scene, 1, TableColumn::Check);
+    QCOMPARE(scene.program.files().check, (std::vector<int>{1, 0}));
+    QCOMPARE(scene.program.files().recordAt(1)->number(key::check), 0);
+    QVERIFY(!table(scene).btnSelectAll()->isChecked());
+    click(scene, 0, TableColumn::Name);
+    QCOMPARE(table(scene).selectedRow(), 0);
+    scene.go(a, 1);
+    QVERIFY(scene.waitForPercent(0, 20));
+    QCOMPARE(table(scene).selectedRow(), 0);
+    // Unchecked or not, it is converted.
+    QVERIFY(scene.end({a, b}));
+    QVERIFY(scene.hasOutput(b));
+}
+
+void TestEdit::aRunClosesOpenEditors() {
+    RunScene scene;
+    addSmall(scene, {a});
+    table(scene).setCurrentIndex(cell(scene, 0, TableColumn::Res));
+    QTest::keyClick(&table(scene), Qt::Key_F2);
+    QVERIFY(editor(scene));
+    editor(scene)->setEditText(half);
+    scene.program.click("btnConvertFile");
+    QVERIFY(!editor(scene));
+    // What was typed before the run counts for it.
+    QCOMPARE(scene.program.files().resolutionListForTable.at(0), half);
+    QVERIFY(scene.end({}));
+    QVERIFY(scene.program.encodes().first().arguments.contains(QStringLiteral("scale=640:360")));
+}
+
+void TestEdit::accessiblePressesOfTheTable() {
+    RunScene scene;
+    scene.add({a, b});
+    press(scene, 0, TableColumn::Check);
+    QCOMPARE(scene.program.files().check, (std::vector<int>{0, 1}));
+    QVERIFY(!table(scene).btnSelectAll()->isChecked());
+    press(scene, 1, TableColumn::Im);
+    QVERIFY(eventually([&] { return scene.names() == QStringList{a}; }));
+    QVERIFY(scene.begin());
+    press(scene, 0, TableColumn::Im);
+    QVERIFY(eventually(
+        [&] { return scene.program.state().convertingIndex == SharedState::pauseRequested; }));
+    scene.go(a, 1);
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
+    press(scene, 0, TableColumn::Im);
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPR; }));
+    QVERIFY(scene.end({a}));
+}
+
+void TestEdit::nothingUnderABox() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    MainWindow& window = scene.program.app().window();
+    scene.program.boxes.promise(1000, false, [&] {
+        press(scene, 1, TableColumn::Check);
+        press(scene, 1, TableColumn::Im);
+        press(scene, 0, TableColumn::Im);
+        table(scene).btnSelectAll()->click();
+        for (const char* name : {"btnRemoveFile", "btnConvertFile", "btnAddFile", "btnStop",
+                                 "btnSelectFolder", "btnOpenFolder"})
+            scene.program.click(name);
+        choose(scene, 0);
+        window.close();
+        QCoreApplication::processEvents();
+    });
+    scene.program.click("btnStop");
+    QCoreApplication::processEvents();
+    QVERIFY(window.isVisible());
+    QCOMPARE(scene.names(), (QStringList{a, b}));
+    QCOMPARE(scene.program.files().check, (std::vector<int>{1, 1}));
+    QVERIFY(table(scene).btnSelectAll()->isChecked());
+    QCOMPARE(scene.program.state().convertingIndex, 0);
+    QCOMPARE(scene.program.files().cmb, QStringList(2, scene.program.files().cmbItems.at(1)));
+    QCOMPARE(scene.program.boxes.seen.size(), 1);
+    QVERIFY(scene.program.fileManager.shown.isEmpty());
+    QVERIFY(scene.end({a, b}));
+}
+
+void TestEdit::putOffInAWaitAndLookedAtAfresh() {
+    RunScene scene;
+    scene.add({a, b, c});
+    bool done = false;
+    bool nothingYet = false;
+    QTimer::singleShot(0, this, [&] {
+        press(scene, 0, TableColumn::Check);
+        press(scene, 1, TableColumn::Im);
+        QAccessible::queryAccessibleInterface(&table(scene))
+            ->tableInterface()
+            ->cellAt(2, static_cast<int>(TableColumn::Res))
+            ->setText(QAccessible::Value, half);
+        // The press of a row's button comes from the event loop.
+        QTimer::singleShot(0, this, [&] {
+            nothingYet =
+                scene.program.files().check.front() == 1 && scene.program.files().rowCount() == 3;
+            done = true;
+            scene.program.app().mainThread().wake();
+        });
+    });
+    scene.program.app().mainThread().waitUntil([&] { return done; }, 20ms);
+    QVERIFY(nothingYet);
+    QVERIFY(eventually([&] { return scene.names() == (QStringList{a, c}); }));
+    QCOMPARE(scene.program.files().check, (std::vector<int>{0, 1}));
+    // The movie that was meant, though it stands a row higher by now.
+    QCOMPARE(scene.program.files().resolutionListForTable.at(1), half);
+    QCOMPARE(scene.program.files().resolutionListForTable.at(0), QStringLiteral("640x480"));
+}
+
+void TestEdit::aPutOffRowButtonThatHasAnotherMeaning() {
+    RunScene scene(200ms);
+    scene.add({a});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    // Pressed once more inside the wait of the resume, where it would still mean to resume.
+    QTimer inWait;
+    connect(&inWait, &QTimer::timeout, this, [&] {
+        if (!scene.program.app().mainThread().isWaiting())
+            return;
+        inWait.stop();
+        press(scene, 0, TableColumn::Im);
+    });
+    inWait.start(1);
+    scene.program.clickRowButton(0);
+    QVERIFY(!inWait.isActive());
+    QCOMPARE(scene.program.status(0), status::STATPR);
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    QCOMPARE(scene.program.state().convertingIndex, 0);
+    QVERIFY(scene.end({a}));
+    QVERIFY(scene.hasOutput(a));
+}
+
+// Nothing calls it: each row has sizes of its own.
+void TestEdit::theColumnsCellFollowsTheLastRow() {
+    RunScene scene;
+    scene.add({a});
+    addSmall(scene, {b});
+    const FileTableSource& source = table(scene).fileModel()->source();
+    const QStringList before{QStringLiteral("before")};
+    FileList& files = scene.program.files();
+    QCOMPARE(source.updateResolutionCell(before), (QStringList{QStringLiteral("1280x720"), half}));
+    files.recordAt(1)->set(key::resolutionID, 6); // leaves the cell as it is
+    QCOMPARE(source.updateResolutionCell(before), QStringList{QStringLiteral("640x480")});
+    files.recordAt(0)->set(key::resolutionID, -1);
+    QCOMPARE(source.updateResolutionCell(before), before);
+}
+
+QTEST_MAIN(TestEdit)
+#include "tst_edit.moc"

@@ -1,0 +1,474 @@
+#include "app/RunScene.h"
+#include "filelist/FileTableView.h"
+#include "platform/ChildProcess.h"
+#include "platform/ChildProcesses.h"
+#include "widgets/ProgressObject.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QTest>
+
+#include <csignal>
+
+#include <sys/ioctl.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString a = QStringLiteral("a");
+const QString b = QStringLiteral("b");
+const QString c = QStringLiteral("c");
+
+} // namespace
+
+/// Pausing and resuming a row, and everything that may happen to it in between.
+class TestPause final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aPausedEncoderIsSuspendedAndGoesOn();
+    void thePauseWaitsForTheEncodersNextWord();
+    void thePausedRowIsTheButtonsOwn();
+    void aRemovalThatRecomputesTheRowLosesThePause();
+    void theButtonSaysWhatItDoes();
+    void whatIsLeftInThePipeWaitsForTheResume();
+    void aSummaryJustBeforeTheSuspendIsNotLost();
+    void resumeTakesTheEntryOfItsOwnRow();
+    void resumeOfARowWithoutAnEntryStartsNothing();
+    void resumeCountsTheRowOnce();
+    void pausedTwice();
+    void anEncoderThatHadEndedCountsAsConverted();
+    void anEncoderThatHadFailedIsAFailure_data();
+    void anEncoderThatHadFailedIsAFailure();
+    void killedWhileSuspended();
+    void sourceGoneWhilePausedThenSkip();
+    void sourceGoneWhilePausedThenTryAgain();
+    void sourceStillGoneAtTheNextTry();
+    void quitWhilePaused();
+    void idsOfPausedFilesAreOnlyLogged();
+    void aReorderedListPausesAndResumes();
+};
+
+void TestPause::aPausedEncoderIsSuspendedAndGoesOn() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    FileList& files = scene.program.files();
+    SharedState& state = scene.program.state();
+    QVERIFY(scene.pause(0, a));
+
+    QCOMPARE(scene.encoderState(), 'T');
+    QCOMPARE(state.convertingIndex, SharedState::pauseRequested);
+    const JobRecord& record = *files.recordAt(0);
+    QCOMPARE(record.text(key::image), rowimage::resume);
+    QCOMPARE(record.text(key::progress), text("IDS_TXT_STATUS_PAUSED"));
+    QCOMPARE(files.progressObjects[0]->statusString(), QString());
+    QCOMPARE(files.pausedList.size(), size_t(1));
+    const PausedTask& entry = files.pausedList.front();
+    QCOMPARE(entry.task, scene.run()->task);
+    QCOMPARE(entry.selectedError, entry.task->readEnd());
+    QCOMPARE(qint64(entry.taskid), scene.encoderPid());
+    QCOMPARE(entry.selectedrowid, files.idList[0]);
+    // It keeps its place: no other movie is begun.
+    QCOMPARE(files.conversionTaskList, files.idList);
+    QCOMPARE(scene.program.status(1), status::STATWT);
+    QVERIFY(state.isConversionRunning);
+
+    scene.program.clickRowButton(0);
+    QCOMPARE(scene.program.status(0), status::STATPR);
+    QCOMPARE(record.text(key::image), rowimage::pause);
+    QCOMPARE(state.convertingIndex, 0);
+    QVERIFY(!state.stopped);
+    QVERIFY(state.isConversionRunning);
+    QVERIFY(files.pausedList.empty());
+    QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));
+    QCOMPARE(scene.program.encodes().size(), 1);
+    scene.go(a, 2);
+    QVERIFY(scene.waitForPercent(0, 30));
+    QCOMPARE(record.text(key::progress), QString());
+
+    QVERIFY(scene.end({a, b}));
+    QVERIFY(scene.hasOutput(a));
+    QVERIFY(scene.hasOutput(b));
+    QCOMPARE(files.rowCount(), 0);
+    QVERIFY(scene.ranAlone());
+}
+
+void TestPause::thePauseWaitsForTheEncodersNextWord() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    scene.program.clickRowButton(0);
+    QCOMPARE(scene.program.state().convertingIndex, SharedState::pauseRequested);
+    scene.program.app().mainThread().waitFor(150ms);
+    QCOMPARE(scene.program.status(0), status::STATPR);
+    QVERIFY(scene.encoderState() != 'T');
+    scene.go(a, 1);
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
+    QCOMPARE(scene.encoderState(), 'T');
+}
+
+void TestPause::thePausedRowIsTheButtonsOwn() {
+    RunScene scene;
+    scene.add({a, b});
+    auto* const table = scene.program.app().window().findChild<FileTableView*>();
+    QVERIFY(scene.begin());
+    table->selectRow(1);
+    scene.program.clickRowButton(0);
+    table->selectRow(1);
+    scene.go(a, 1);
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
+    QCOMPARE(scene.program.files().pausedList.front().selectedrowid,
+             scene.program.files().idList[0]);
+    table->selectRow(1);
+    scene.program.clickRowButton(0);
+    QCOMPARE(scene.program.status(0), status::STATPR);
+    QVERIFY(scene.program.files().pausedList.empty());
+    QVERIFY(scene.end({a, b}));
+    QVERIFY(scene.hasOutput(a));
+    QVERIFY(scene.hasOutput(b));
+}
+
+void TestPause::aRemovalThatRecomputesTheRowLosesThePause() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    scene.program.clickRowButton(0);
+    scene.program.clickRowButton(1); // removes the waiting one
+    QCOMPARE(scene.names(), QStringList{a});
+    QCOMPARE(scene.program.state().convertingIndex, 0);
+    scene.go(a, 1);
+    QVERIFY(scene.waitForPercent(0, 20));
+    QCOMPARE(scene.program.status(0), status::STATPR);
+    QVERIFY(scene.pause(0, a, 2));
+    QCOMPARE(scene.encoderState(), 'T');
+}
+
+void TestPause::theButtonSaysWhatItDoes() {
+    RunScene scene;
+    scene.add({a});
+    const auto spoken = [&] {
+        const FileTableModel* const model =
+            scene.program.app().window().findChild<FileTableView*>()->fileModel();
+        return model->index(0, static_cast<int>(TableColumn::Im))
+            .data(Qt::AccessibleTextRole)
+            .toString();
+    };
+    const QString name = QStringLiteral("a.mp4");
+    QCOMPARE(spoken(), text("IDS_A11Y_ROW_REMOVE").arg(name));
+    QVERIFY(scene.begin());
+    QCOMPARE(spoken(), text("IDS_A11Y_ROW_PAUSE").arg(name));
+    QVERIFY(scene.pause(0, a));
+    QCOMPARE(spoken(), text("IDS_A11Y_ROW_RESUME").arg(name));
+    scene.program.clickRowButton(0);
+    QCOMPARE(spoken(), text("IDS_A11Y_ROW_PAUSE").arg(name));
+}
+
+void TestPause::whatIsLeftInThePipeWaitsForTheResume() {
+    RunScene scene;
+    scene.addScript(a, {QStringLiteral("create"), QStringLiteral("progress 1"),
+                        QStringLiteral("wait-file a.1"), QStringLiteral("progress 2"),
+                        QStringLiteral("loop 1000000"), QStringLiteral("progress 5"),
+                        QStringLiteral("end")});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    const auto waiting = [&] {
+        int bytes = 0;
+        ::ioctl(scene.run()->task->readEnd(), FIONREAD, &bytes);
+        return bytes;
+    };
+    const int before = waiting();
+    QVERIFY(before > 0);
+    scene.program.app().mainThread().waitFor(200ms);
+    QCOMPARE(waiting(), before);
+    QCOMPARE(scene.program.status(0), status::STATPS);
+    QCOMPARE(scene.program.files().recordAt(0)->text(key::progressValue), QStringLiteral("10 %"));
+    scene.program.clickRowButton(0);
+    QVERIFY(scene.waitForPercent(0, 50));
+}
+
+void TestPause::aSummaryJustBeforeTheSuspendIsNotLost() {
+    RunScene scene;
+    scene.addScript(a, {QStringLiteral("create"), QStringLiteral("progress 1"),
+                        QStringLiteral("wait-file a.1"), QStringLiteral("write 4096"),
+                        QStringLiteral("summary 10"), QStringLiteral("wait-file a.2")});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    QCOMPARE(scene.encoderState(), 'T');
+    scene.go(a, 2);
+    scene.program.clickRowButton(0);
+    QVERIFY(scene.end({}));
+    QCOMPARE(scene.program.boxes.messages(),
+             QStringList{text("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")});
+    QVERIFY(scene.hasOutput(a));
+    QCOMPARE(scene.program.files().rowCount(), 0);
+}
+
+void TestPause::resumeTakesTheEntryOfItsOwnRow() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    FileList& files = scene.program.files();
+    const auto other = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
+                                                              {QStringLiteral("60")});
+    QVERIFY(other->suspend());
+    files.pausedList.insert(
+        files.pausedList.begin(),
+        {other, other->readEnd(), int(other->processIdentifier()), files.idList[1]});
+    scene.program.clickRowButton(0);
+    QCOMPARE(files.pausedList.size(), size_t(1));
+    QCOMPARE(files.pausedList.front().task, other);
+    QCOMPARE(processState(other->processIdentifier()), 'T');
+    QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));
+    QCOMPARE(scene.program.app().engine().context().runningTask, scene.run()->task);
+    files.pausedList.clear();
+    QVERIFY(scene.end({a, b}));
+}
+
+void TestPause::resumeOfARowWithoutAnEntryStartsNothing() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    SharedState& state = scene.program.state();
+    state.noOfconvertingFileList.clear();
+    scene.program.app().engine().pauseAndStop().setConvertingIndexForResume(1);
+    QVERIFY(state.noOfconvertingFileList.contains(scene.program.files().idList[1]));
+    QCOMPARE(scene.program.files().pausedList.size(), size_t(1));
+    QCOMPARE(state.convertingIndex, SharedState::pauseRequested);
+    QCOMPARE(scene.encoderState(), 'T');
+}
+
+void TestPause::resumeCountsTheRowOnce() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    const std::vector<int> counted = scene.program.files().idList;
+    QCOMPARE(scene.program.state().noOfconvertingFileList.ids(), counted);
+    QVERIFY(scene.pause(0, a));
+    scene.program.clickRowButton(0);
+    QCOMPARE(scene.program.state().noOfconvertingFileList.ids(), counted);
+}
+
+void TestPause::pausedTwice() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    for (int step = 1; step <= 2; ++step) {
+        QVERIFY(scene.pause(0, a, step));
+        QCOMPARE(scene.encoderState(), 'T');
+        scene.program.clickRowButton(0);
+        QCOMPARE(scene.program.status(0), status::STATPR);
+    }
+    QVERIFY(scene.end({a}));
+    QCOMPARE(scene.program.encodes().size(), 1);
+    QVERIFY(scene.hasOutput(a));
+}
+
+// A pause that comes too late is no failure of the movie's. Kept: such a row is not among those
+// that the summary or a later stop takes out of the list.
+void TestPause::anEncoderThatHadEndedCountsAsConverted() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    scene.program.clickRowButton(0);
+    scene.goToEnd(a);
+    QVERIFY(scene.blockUntilEnded());
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATCO; }));
+    const JobRecord& record = *scene.program.files().recordAt(0);
+    QCOMPARE(record.text(key::image), rowimage::remove);
+    QCOMPARE(record.text(key::progress), text("IDS_TXT_STATUS_CONVERTED"));
+    QCOMPARE(record.text(key::conversionstat), status::CONCOMPLETE);
+    QCOMPARE(scene.program.files().progressObjects[0]->statusString(), QString());
+    QCOMPARE(scene.program.state().noOfConvertedFile, 1);
+    QVERIFY(scene.program.files().convertedFileList.empty());
+    QVERIFY(scene.program.files().pausedList.empty());
+    QVERIFY(scene.hasOutput(a));
+    QVERIFY(scene.waitForPercent(1, 10));
+
+    scene.program.boxes.promise(1001);
+    scene.program.click("btnStop");
+    QVERIFY(scene.program.waitUntilIdle());
+    QCOMPARE(scene.names(), (QStringList{a, b}));
+    QCOMPARE(scene.program.status(0), status::STATCO);
+    QVERIFY(scene.hasOutput(a));
+    QVERIFY(!scene.hasOutput(b));
+    QVERIFY(scene.ranAlone());
+}
+
+void TestPause::anEncoderThatHadFailedIsAFailure_data() {
+    QTest::addColumn<QStringList>("end");
+
+    QTest::newRow("no summary") << QStringList{QStringLiteral("progress 2"),
+                                               QStringLiteral("exit 1")};
+    QTest::newRow("no summary, status 0") << QStringList{QStringLiteral("progress 2")};
+    QTest::newRow("summary, status 69")
+        << QStringList{QStringLiteral("summary 10"), QStringLiteral("exit 69")};
+    QTest::newRow("crash") << QStringList{QStringLiteral("progress 2"), QStringLiteral("abort")};
+}
+
+void TestPause::anEncoderThatHadFailedIsAFailure() {
+    QFETCH(QStringList, end);
+    RunScene scene;
+    scene.addScript(a, QStringList{QStringLiteral("create"), QStringLiteral("write 100"),
+                                   QStringLiteral("progress 1"), QStringLiteral("wait-file a.1")} +
+                           end);
+    QVERIFY(scene.begin());
+    scene.program.clickRowButton(0);
+    scene.go(a, 1);
+    QVERIFY(scene.blockUntilEnded());
+    scene.program.boxes.promise(1001);
+    QVERIFY(scene.end({}));
+    QCOMPARE(scene.program.boxes.messages().first(),
+             lines({text("IDS_TXT_POPUP_ERROR"), text("IDS_TXT_POPUP_WANTTOSKIP"),
+                    QStringLiteral("a.mp4")}));
+    QCOMPARE(scene.program.status(0), status::STATWT);
+    QVERIFY(scene.program.files().pausedList.empty());
+    QVERIFY(!scene.hasOutput(a));
+}
+
+void TestPause::killedWhileSuspended() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    ::kill(static_cast<pid_t>(scene.encoderPid()), SIGKILL);
+    QVERIFY(scene.blockUntilEnded());
+    scene.program.app().mainThread().waitFor(150ms);
+    QCOMPARE(scene.program.status(0), status::STATPS);
+
+    scene.program.boxes.promise(1001);
+    scene.program.clickRowButton(0);
+    QVERIFY(eventually([&] { return scene.program.boxes.allKept(); }));
+    QCOMPARE(scene.program.boxes.messages(),
+             QStringList{lines({text("IDS_TXT_POPUP_ERROR"), text("IDS_TXT_POPUP_WANTTOSKIP"),
+                                QStringLiteral("a.mp4")})});
+    QVERIFY(scene.end({b}));
+    QCOMPARE(scene.names(), QStringList{a});
+    QCOMPARE(scene.program.status(0), status::STATWT);
+    QVERIFY(!scene.hasOutput(a));
+    QVERIFY(scene.hasOutput(b));
+}
+
+void TestPause::sourceGoneWhilePausedThenSkip() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    const qint64 pid = scene.encoderPid();
+    QVERIFY(QFile::remove(scene.source(a)));
+    bool wasWaiting = false;
+    bool hadEnded = false;
+    scene.program.boxes.promise(1000, false, [&] {
+        wasWaiting =
+            scene.program.status(0) == status::STATWT && scene.program.state().isConversionRunning;
+        hadEnded = processState(pid) == 0 && !scene.hasOutput(a);
+    });
+    scene.program.clickRowButton(0);
+    QCOMPARE(scene.program.boxes.seen.size(), 1);
+    QCOMPARE(scene.program.boxes.seen[0].message, text("IDS_TXT_POPUP_SOURCE_UNAVAILABLE"));
+    QCOMPARE(scene.program.boxes.seen[0].buttons,
+             (QStringList{text("IDS_BTN_POPUP_SKIP"), text("IDS_TXT_POPUP_TRYAGAIN")}));
+    QVERIFY(wasWaiting);
+    QVERIFY(hadEnded);
+    QVERIFY(scene.program.files().pausedList.empty());
+    QCOMPARE(scene.program.progressText(0), text("IDS_TXT_STATUS_WAITING"));
+    QCOMPARE(scene.program.files().recordAt(0)->text(key::image), rowimage::remove);
+    QCOMPARE(scene.program.files().conversionTaskList.size(), size_t(1));
+    QVERIFY(scene.end({b}));
+    QCOMPARE(scene.names(), QStringList{a});
+    QVERIFY(scene.hasOutput(b));
+    QVERIFY(scene.ranAlone());
+}
+
+void TestPause::sourceGoneWhilePausedThenTryAgain() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    const QString aside = scene.program.path(QStringLiteral("aside"));
+    QVERIFY(QFile::rename(scene.source(a), aside));
+    scene.program.boxes.promise(1001, false,
+                                [&] { QVERIFY(QFile::rename(aside, scene.source(a))); });
+    scene.program.clickRowButton(0);
+    QVERIFY(scene.end({a}));
+    QCOMPARE(scene.program.encodes().size(), 2);
+    QVERIFY(scene.hasOutput(a));
+    QCOMPARE(scene.program.files().rowCount(), 0);
+    QVERIFY(scene.ranAlone());
+}
+
+void TestPause::sourceStillGoneAtTheNextTry() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    QVERIFY(QFile::remove(scene.source(a)));
+    scene.program.boxes.promise(1001);
+    scene.program.boxes.promise(1001);
+    scene.program.boxes.promise(1000);
+    scene.program.clickRowButton(0);
+    QVERIFY(scene.end({}));
+    const QString gone = text("IDS_TXT_POPUP_SOURCE_UNAVAILABLE");
+    QCOMPARE(scene.program.boxes.messages(),
+             (QStringList{gone, gone, gone, text("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+    QCOMPARE(scene.program.encodes().size(), 1);
+    QCOMPARE(scene.program.status(0), status::STATWT);
+}
+
+void TestPause::quitWhilePaused() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    QVERIFY(scene.hasOutput(a));
+    const qint64 pid = scene.encoderPid();
+    scene.program.quit();
+    QCOMPARE(processState(pid), '\0');
+    QVERIFY(!scene.hasOutput(a));
+    QVERIFY(QFile::exists(scene.source(a)));
+}
+
+void TestPause::idsOfPausedFilesAreOnlyLogged() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    std::vector<int>& ids = scene.program.files().filePausedId;
+    QVERIFY(ids.empty()); // nothing fills it
+    ids = {4711};
+    QLoggingCategory::setFilterRules(QStringLiteral("reelshift.convert.debug=true"));
+    QTest::ignoreMessage(QtDebugMsg, "paused: 4711");
+    scene.program.clickRowButton(0);
+    QLoggingCategory::setFilterRules(QString());
+    QCOMPARE(ids, std::vector<int>{4711});
+    QCOMPARE(scene.program.status(0), status::STATPR);
+}
+
+// Kept: dragging moves the records alone. The row's place counts, in whatever order they stand.
+void TestPause::aReorderedListPausesAndResumes() {
+    RunScene scene;
+    scene.add({a, b});
+    std::swap(scene.program.files().fileInfoArr[0], scene.program.files().fileInfoArr[1]);
+    QVERIFY(scene.begin());
+    // The queue begins with the id of the second movie, whose row now holds the first one.
+    QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("a.mp4"));
+    QVERIFY(scene.pause(1, a));
+    QCOMPARE(scene.encoderState(), 'T');
+    scene.program.clickRowButton(1);
+    QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));
+    QVERIFY(scene.pause(1, a, 2));
+    QVERIFY(QFile::remove(scene.source(a)));
+    scene.program.boxes.promise(1000);
+    scene.program.clickRowButton(1);
+    QVERIFY(scene.end({b}));
+    QCOMPARE(scene.encoderState(), '\0');
+    QVERIFY(!scene.hasOutput(a));
+    QVERIFY(scene.hasOutput(b));
+    QVERIFY(scene.ranAlone());
+}
+
+QTEST_MAIN(TestPause)
+#include "tst_pause.moc"

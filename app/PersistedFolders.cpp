@@ -23,7 +23,8 @@ QString PersistedFolders::readDefaultFilePath(const QString& fileName) const {
     QFile file(filePath(fileName));
     if (!file.open(QIODevice::ReadOnly))
         return defaultFolder();
-    QStringDecoder decoder(QStringConverter::Utf8);
+    // Stateless: a character that is cut by the file's end is an error, too.
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
     const QString text = decoder.decode(file.readAll());
     if (decoder.hasError() || text.isEmpty() || text.contains(QChar::Null) ||
         !QFileInfo::exists(text))

@@ -81,7 +81,9 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
             parts_.probe.getVideoInfo(path, parts_.files.rowCount());
         if (!accepted) {
             reject(origin);
-            tellUnsupported();
+            // Without the encoder nothing is known about the movie.
+            if (!parts_.probe.isEncoderMissing())
+                tellUnsupported();
         } else {
             parts_.files.arrayControllerNew.push_back(record);
             parts_.window.reloadTable();
@@ -208,7 +210,6 @@ void AddFiles::tellUnsupported() {
 void AddFiles::tellEncoderMissing() {
     if (std::exchange(encoderMissingTold_, true))
         return;
-    unsupportedTold_ = true;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg({getLocalString("IDS_TXT_ENCODER_MISSING"), getLocalString("IDS_BTN_POPUP_OK")});
 }

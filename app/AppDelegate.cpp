@@ -36,7 +36,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
               surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
       probeRunner_(mainThread_, processes_,
                    surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
-      probe_(mainThread_, probeRunner_, files_, state_),
+      probe_(probeRunner_, files_, state_),
       addFiles_({mainThread_, files_, state_, probe_, surroundings.volumes, profiles_, resolutions_,
                  *this, [this] { return engine_.dialogs().popUpforSdCardDelay(); }}),
       removeFiles_(files_, state_, engine_.pauseAndStop(), *this),

@@ -4,15 +4,23 @@
 #include "media/ReportBlanking.h"
 #include "media/ReportText.h"
 #include "media/RetryProbeReader.h"
-#include "platform/MainThread.h"
 
 #include <QLoggingCategory>
 
 #include <memory>
+#include <vector>
 
 namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.filelist")
+
+/// A second look. Its reader's thread owns it until the probe is over, or for good where the
+/// program closes before that.
+struct SecondLook {
+    RetryProbeReader reader;
+    ProbeValues values;
+    std::vector<RetryFindings> findings;
+};
 
 void putInto(JobRecord& record, const RetryFindings& findings) {
     if (findings.duration)
@@ -47,15 +55,17 @@ QString MovieProbe::getVideoInfo2(const QString& moviePath, int rowNumber) {
 
 void MovieProbe::getVideoInfo(const QString& moviePath, int rowNumber) {
     const JobRecordPtr record = files_.recordAt(rowNumber - 1);
-    const auto reader = std::make_shared<RetryProbeReader>(QStringList{moviePath});
-    run(moviePath, [this, &mainThread = mainThread_, record, reader](const QByteArray& chunk) {
-        return mainThread.onMainThread([&] {
-            const RetryFindings findings = reader->read(chunk, state_.probe);
-            putInto(*record, findings);
-            if (!findings.log.isEmpty())
-                qCWarning(log, "%s", qPrintable(findings.log));
-            return findings.interrupt ? ProbeRunner::Answer::Interrupt
-                                      : ProbeRunner::Answer::ReadOn;
-        });
+    const auto look = std::make_shared<SecondLook>(
+        SecondLook{RetryProbeReader(QStringList{moviePath}), state_.probe, {}});
+    run(moviePath, [look](const QByteArray& chunk) {
+        look->findings.push_back(look->reader.read(chunk, look->values));
+        return look->findings.back().interrupt ? ProbeRunner::Answer::Interrupt
+                                               : ProbeRunner::Answer::ReadOn;
     });
+    state_.probe = look->values;
+    for (const RetryFindings& each : look->findings) {
+        putInto(*record, each);
+        if (!each.log.isEmpty())
+            qCWarning(log, "%s", qPrintable(each.log));
+    }
 }

@@ -5,14 +5,13 @@
 #include <QString>
 
 class FileList;
-class MainThread;
 struct SharedState;
 
 /// Examines the movie of the row that is being added. Main thread; owned by the controller.
 class MovieProbe final {
 public:
-    MovieProbe(MainThread& mainThread, ProbeRunner& runner, FileList& files, SharedState& state)
-        : mainThread_(mainThread), runner_(runner), files_(files), state_(state) {}
+    MovieProbe(ProbeRunner& runner, FileList& files, SharedState& state)
+        : runner_(runner), files_(files), state_(state) {}
     Q_DISABLE_COPY_MOVE(MovieProbe)
 
     /// Whether the last probe found no program to run.
@@ -21,13 +20,12 @@ public:
     /// The whole report on a movie, without what the movie says about itself. `rowNumber` is the
     /// number of rows with the new one.
     [[nodiscard]] QString getVideoInfo2(const QString& moviePath, int rowNumber);
-    /// The second look: writes what it finds into the record at `rowNumber` - 1, chunk by chunk.
+    /// The second look, chunk by chunk: writes what it found into the record at `rowNumber` - 1.
     void getVideoInfo(const QString& moviePath, int rowNumber);
 
 private:
     ProbeRunner::Result run(const QString& moviePath, ProbeRunner::ChunkHandler handler);
 
-    MainThread& mainThread_;
     ProbeRunner& runner_;
     FileList& files_;
     SharedState& state_;

@@ -4,9 +4,16 @@
 #include "platform/ChildProcesses.h"
 #include "platform/MainThread.h"
 
+#include <QScopeGuard>
+
+#include <semaphore>
 #include <utility>
 
+using namespace std::chrono_literals;
+
 namespace {
+
+constexpr auto longestGoodbye = 500ms;
 
 bool readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
                std::chrono::milliseconds patience) {
@@ -38,14 +45,18 @@ ProbeRunner::Result ProbeRunner::run(const QString& moviePath, ChunkHandler hand
     const auto child = processes_.launch(encoderPath_, {QStringLiteral("-i"), moviePath});
     if (const auto end = child->end(); end && end->how == ProcessEnd::How::FailedToStart)
         return Result::FailedToStart;
+    const auto readerGone = std::make_shared<std::binary_semaphore>(0);
     try {
-        const bool spoke =
-            mainThread_.waitForResult([child, handler = std::move(handler), patience = patience_] {
+        const bool spoke = mainThread_.waitForResult(
+            [child, handler = std::move(handler), patience = patience_, readerGone] {
+                const auto leave = qScopeGuard([&] { readerGone->release(); });
                 return readToEnd(*child, handler, patience);
             });
         return spoke ? Result::Ended : Result::Silent;
     } catch (const Cancelled&) {
+        // The reader may be about to signal the child, which others own.
         child->kill();
+        [[maybe_unused]] const bool gone = readerGone->try_acquire_for(longestGoodbye);
         throw;
     }
 }

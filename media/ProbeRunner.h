@@ -21,7 +21,7 @@ public:
 
     enum class Answer { ReadOn, Interrupt };
     /// Called on a thread of its own for every chunk of the report. It may outlive the call when
-    /// the program closes, so it must own what it touches there.
+    /// the program closes, so it must own all that it touches.
     using ChunkHandler = std::function<Answer(const QByteArray& chunk)>;
 
     ProbeRunner(MainThread& mainThread, ChildProcesses& processes, const QString& encoderPath);

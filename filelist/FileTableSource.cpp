@@ -68,10 +68,16 @@ QString FileTableSource::willDisplayCellImage(const QString& identifier) {
     return identifier == column::check ? QStringLiteral("table_pause.png") : QString();
 }
 
+QStringList FileTableSource::startingCellForTableColumn(const QString& identifier) {
+    if (identifier != column::cmb && identifier != column::res)
+        return {};
+    return {getLocalString("IDS_TXT_PROFILELIST_1"), getLocalString("IDS_TXT_PROFILELIST_2"),
+            getLocalString("IDS_TXT_PROFILELIST_3")};
+}
+
 QStringList FileTableSource::dataCellForTableColumn(const QString& identifier, int row) const {
     if (identifier == column::cmb)
-        return {getLocalString("IDS_TXT_PROFILELIST_1"), getLocalString("IDS_TXT_PROFILELIST_2"),
-                getLocalString("IDS_TXT_PROFILELIST_3")};
+        return startingCellForTableColumn(identifier);
     if (identifier != column::res || row < 0 || row >= list_.rowCount())
         return {};
     return sizes_.items(list_.recordAt(row)->number(key::resolutionID));

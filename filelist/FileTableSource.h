@@ -22,6 +22,9 @@ public:
     [[nodiscard]] bool willDisplayCellEnabled(const QString& identifier) const;
     /// Name of the image that the cell is drawn with; empty for all columns but the check boxes'.
     [[nodiscard]] static QString willDisplayCellImage(const QString& identifier);
+    /// What a column's cell offers before any row: the three qualities, kept in both columns
+    /// with a list. A row's own sizes take their place.
+    [[nodiscard]] static QStringList startingCellForTableColumn(const QString& identifier);
     /// What the editor of a cell offers: the row's sizes or the three qualities.
     [[nodiscard]] QStringList dataCellForTableColumn(const QString& identifier, int row) const;
     /// What the size column's own cell offers when every row has put its sizes into it in turn:

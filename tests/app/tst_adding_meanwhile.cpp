@@ -1,0 +1,204 @@
+#include "app/AddChecks.h"
+#include "app/ControllerFixture.h"
+#include "app/PanelDriver.h"
+#include "filelist/FileTableView.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+
+#include <signal.h>
+
+namespace {
+
+QString waitingMovie(const ControllerFixture& program) {
+    return program.movie(QStringLiteral("waiting.mp4"))
+        .probeSteps({"touch started", "wait-file go", "report size=1280x720"})
+        .write();
+}
+
+void whileProbing(const ControllerFixture& program, std::function<void()> then) {
+    once([folder = program.movies()] { return QFile::exists(folder + QStringLiteral("/started")); },
+         std::move(then));
+}
+
+void go(const ControllerFixture& program) {
+    QFile file(program.movies() + QStringLiteral("/go"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+}
+
+} // namespace
+
+/// What goes on in the window while a movie is examined.
+class TestAddingMeanwhile final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void halfBuiltRowsAreNotShown();
+    void convertPressedMeanwhile();
+    void whatARunHasDisabledIsDropped();
+    void nothingGoesThroughUnderTheBox();
+    void windowClosedMeanwhile();
+    void programEndsMeanwhile_data();
+    void programEndsMeanwhile();
+};
+
+void TestAddingMeanwhile::halfBuiltRowsAreNotShown() {
+    ControllerFixture program;
+    auto* const table = program.widget<FileTableView>("theTableNew");
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    bool looked = false;
+    whileProbing(program, [&] {
+        QCOMPARE(program.files().rowCount(), 2);
+        QVERIFY(!program.files().recordAt(1)->contains(key::resolution));
+        QCOMPARE(table->model()->rowCount(), 1);
+        (void)program.app().window().grab();
+        table->viewport()->repaint();
+        QTest::mouseMove(table->viewport(),
+                         table->visualRect(table->model()->index(0, 1)).center());
+        table->selectRow(0);
+        // Even a reload in between shows what is complete alone.
+        table->fileModel()->reload();
+        QCOMPARE(table->model()->rowCount(), 1);
+        QCOMPARE(table->model()->index(0, 1).data().toString(), QStringLiteral("a.mp4"));
+        (void)program.app().window().grab();
+        looked = true;
+        go(program);
+    });
+    program.add({good, waitingMovie(program), good});
+    QVERIFY(looked);
+    QCOMPARE(table->model()->rowCount(), 3);
+    QCOMPARE(table->model()->index(1, 4).data().toString(), QStringLiteral("1280x720"));
+    QVERIFY(areInStep(program.files()));
+}
+
+void TestAddingMeanwhile::convertPressedMeanwhile() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    whileProbing(program, [&] {
+        program.click("btnConvertFile");
+        QVERIFY(!program.state().isConversionRunning);
+        go(program);
+    });
+    program.boxes.promise(1000);
+    program.add({good, waitingMovie(program), good});
+    QVERIFY(!program.state().isConversionRunning);
+    QCOMPARE(program.files().rowCount(), 3);
+    // Looked at when all movies were added, and it takes them all.
+    QTRY_VERIFY(program.state().isConversionRunning);
+    QCOMPARE(program.state().noOfconvertingFileList.ids().size(), size_t{3});
+    QVERIFY(program.waitUntilIdle());
+    QVERIFY(program.boxes.allKept());
+}
+
+void TestAddingMeanwhile::whatARunHasDisabledIsDropped() {
+    ControllerFixture program;
+    whileProbing(program, [&] {
+        program.click("btnConvertFile");
+        program.click("btnSelectFolder");
+        program.click("btnAddFile");
+        go(program);
+    });
+    const QString movie = waitingMovie(program);
+    program.add({movie});
+    bool panelSeen = false;
+    oncePanelOpen([&](QFileDialog&) { panelSeen = true; });
+    program.boxes.promise(1000);
+    QTRY_VERIFY(program.state().isConversionRunning);
+    QVERIFY(program.waitUntilIdle());
+    QVERIFY(!panelSeen);
+    // The driver is still waiting for a panel: give it one.
+    program.click("btnAddFile");
+    QVERIFY(panelSeen);
+}
+
+void TestAddingMeanwhile::nothingGoesThroughUnderTheBox() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    const QString bad =
+        program.movie(QStringLiteral("b.mp4")).probe(QStringLiteral("h264")).write();
+    bool tried = false;
+    program.boxes.promise(1000, false, [&] {
+        program.click("btnConvertFile");
+        program.click("btnOpenFolder");
+        program.app().window().close();
+        QVERIFY(program.app().window().isVisible());
+        tried = true;
+    });
+    program.add({good, bad, good});
+    QVERIFY(tried);
+    QCoreApplication::processEvents();
+    QVERIFY(!program.state().isConversionRunning);
+    QVERIFY(program.fileManager.shown.isEmpty());
+    QVERIFY(program.app().window().isVisible());
+    QCOMPARE(program.files().rowCount(), 2);
+}
+
+void TestAddingMeanwhile::windowClosedMeanwhile() {
+    ControllerFixture program;
+    QApplication::setQuitOnLastWindowClosed(false);
+    connect(qApp, &QGuiApplication::lastWindowClosed, &program.app(), &AppDelegate::terminate);
+    const QString movie = waitingMovie(program);
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    whileProbing(program, [&] {
+        program.app().window().close();
+        program.app().window().close();
+        QVERIFY(program.app().window().isVisible());
+        QVERIFY(!program.app().mainThread().isClosing());
+        go(program);
+    });
+    QTimer::singleShot(0, &program.app(), [&] { program.add({movie, good}); });
+    QCOMPARE(QApplication::exec(), 0);
+    // The add had come to its end when the window closed.
+    QVERIFY(!program.app().window().isVisible());
+    QVERIFY(program.app().mainThread().isClosing());
+    QCOMPARE(program.files().rowCount(), 2);
+    QVERIFY(QFile::exists(program.output(QStringLiteral("default_hevc_path.txt"))));
+}
+
+void TestAddingMeanwhile::programEndsMeanwhile_data() {
+    QTest::addColumn<int>("look");
+    QTest::addColumn<QByteArray>("step");
+    QTest::newRow("first look, silent") << 1 << QByteArray("sleep 0.05");
+    QTest::newRow("second look, silent") << 2 << QByteArray("sleep 0.05");
+    QTest::newRow("first look, talking") << 1 << QByteArray("echo and so on, >&2");
+    QTest::newRow("second look, talking") << 2 << QByteArray("echo and so on, >&2");
+}
+
+void TestAddingMeanwhile::programEndsMeanwhile() {
+    QFETCH(int, look);
+    QFETCH(QByteArray, step);
+    ControllerFixture program;
+    const QString movie = program.movie(QStringLiteral("a.mp4")).write();
+    program.add({movie});
+    const QString started = movie + QStringLiteral(".pid");
+    writeProgram(program.resources() + QStringLiteral("/ffmpeg"),
+                 "#!/bin/sh\n"
+                 "trap '' TERM INT\n"
+                 "echo . >> \"$2.looks\"\n"
+                 "echo 'Duration: 00:00:12.34 Video: hevc, 1280x720, Audio: aac, x' >&2\n"
+                 "[ $(wc -l < \"$2.looks\") -lt " +
+                     QByteArray::number(look) +
+                     " ] && exit 1\n"
+                     "echo $$ > \"$2.new\" && mv \"$2.new\" \"$2.pid\"\n"
+                     "while :; do " +
+                     step + "; done\n");
+    QElapsedTimer clock;
+    once([&] { return QFile::exists(started); },
+         [&] {
+             clock.start();
+             program.app().terminate();
+         });
+    QTimer::singleShot(0, &program.app(), [&] { program.add({movie, movie}); });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(areInStep(program.files()));
+    program.quit();
+    QFile file(started);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(::kill(static_cast<pid_t>(file.readAll().trimmed().toInt()), 0) != 0);
+}
+
+QTEST_MAIN(TestAddingMeanwhile)
+#include "tst_adding_meanwhile.moc"

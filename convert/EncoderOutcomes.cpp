@@ -102,18 +102,20 @@ void EncoderOutcomes::settleRemoved(const EncoderRunPtr& run) {
     queue_.startConverting();
 }
 
-bool EncoderOutcomes::settleAsAsked(const EncoderRunPtr& run) {
-    switch (run->life.request()) {
-    case EncoderLife::Request::None:
-        return false;
-    case EncoderLife::Request::Stop:
+void EncoderOutcomes::settleFailed(const EncoderRunPtr& run, Answer answer) {
+    // A stop that came meanwhile is the outcome. A removal is not: the row is gone, the answer
+    // still says how the run goes on.
+    if (run->life.request() == EncoderLife::Request::Stop) {
         settleStopped(run);
-        return true;
-    case EncoderLife::Request::Remove:
-        settleRemoved(run);
-        return true;
+        return;
     }
-    Q_UNREACHABLE();
+    if (!queue_.settle(run))
+        return;
+    context_.showWaiting(*run);
+    if (answer == Answer::EndRun)
+        queue_.endRunAfterFailure();
+    else
+        queue_.startConverting();
 }
 
 void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
@@ -126,19 +128,16 @@ void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
         context_.showWaiting(*run);
         if (answer == Answer::DropJob)
             context_.files.dequeueHead(run->jobId);
+        if (!reader)
+            settleFailed(run, answer);
     });
-    if (reader && !run->task->end())
+    if (!reader)
+        return;
+    if (!run->task->end())
         reader->endEncoder();
     context_.workers.sleep(context_.second);
     run->output.remove();
-    mainThread.onMainThread([&] {
-        if (settleAsAsked(run) || !queue_.settle(run))
-            return;
-        if (answer == Answer::EndRun)
-            queue_.endRunAfterFailure();
-        else
-            queue_.startConverting();
-    });
+    mainThread.onMainThread([&] { settleFailed(run, answer); });
 }
 
 EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {
@@ -171,10 +170,5 @@ void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reade
     if (!reader.awaitEnd(context_.patience.end))
         reader.endEncoder();
     run->output.remove();
-    mainThread.onMainThread([&] {
-        if (settleAsAsked(run) || !queue_.settle(run))
-            return;
-        context_.showWaiting(*run);
-        queue_.endRunAfterFailure();
-    });
+    mainThread.onMainThread([&] { settleFailed(run, Answer::EndRun); });
 }

@@ -33,8 +33,7 @@ private:
     [[nodiscard]] int answerToConversionError(const EncoderRunPtr& run);
     void settleStopped(const EncoderRunPtr& run);
     void settleRemoved(const EncoderRunPtr& run);
-    /// Whether a stop or a removal came while the failure was dealt with; then it is the outcome.
-    [[nodiscard]] bool settleAsAsked(const EncoderRunPtr& run);
+    void settleFailed(const EncoderRunPtr& run, Answer answer);
 
     ConversionContext& context_;
     ConversionQueue& queue_;

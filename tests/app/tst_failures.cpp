@@ -1,5 +1,7 @@
 #include "app/RunChecks.h"
 
+#include <QApplication>
+
 namespace {
 
 constexpr int stopError = 1000;
@@ -37,11 +39,9 @@ private Q_SLOTS:
     void writeFailure();
     void anEncoderThatHangsAfterItsSummaryIsKilled();
     void anInterruptedEncoderThatGoesOnIsKilled();
-    void anOlderOutputThatWasNotTouchedStays();
-    void anOlderOutputThatWasTouchedGoes();
-    void anOutputMadeAfterItsDeletionGoesToo();
-    void anOutputBehindASymbolicLinkGoes();
     void nothingIsAskedTwice();
+    void removingTheRowDoesNotLoseTheEndOfTheRun_data();
+    void removingTheRowDoesNotLoseTheEndOfTheRun();
 
 private:
     static QString errorMessage(const QString& name);
@@ -415,59 +415,6 @@ void TestFailures::anInterruptedEncoderThatGoesOnIsKilled() {
     QVERIFY(noEncoderLives(program.encodes()));
 }
 
-void TestFailures::anOlderOutputThatWasNotTouchedStays() {
-    ControllerFixture program;
-    addOne(program, {"header", "exit 1"});
-    writeContent(program.output(outputName), "old");
-    program.boxes.promise(replaceAnswer);
-    program.boxes.promise(stopError);
-    program.boxes.promise(okAnswer);
-    QVERIFY(program.runToEnd());
-    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
-}
-
-void TestFailures::anOlderOutputThatWasTouchedGoes() {
-    ControllerFixture program;
-    addOne(program, {"create", "write 3", "exit 1"});
-    writeContent(program.output(outputName), "old");
-    program.boxes.promise(replaceAnswer);
-    program.boxes.promise(stopError);
-    program.boxes.promise(okAnswer);
-    QVERIFY(program.runToEnd());
-    QVERIFY(!QFile::exists(program.output(outputName)));
-}
-
-void TestFailures::anOutputMadeAfterItsDeletionGoesToo() {
-    ControllerFixture program;
-    program.app().engine().setPatience(
-        {std::chrono::milliseconds(300), std::chrono::milliseconds(1000)});
-    addOne(program, {"ignore-term", "header",
-                     "print an error while opening\\nframe=    0 time=00:00:00.00 bitrate=\\r",
-                     "wait-file late", "create", "write 10", "touch made", "hang"});
-    program.boxes.promise(stopError);
-    program.boxes.promise(okAnswer);
-    program.click("btnConvertFile");
-    QTRY_COMPARE(program.status(0), status::STATPR);
-    // The row goes back to waiting after the first deletion, before the encoder is told to end.
-    QTRY_COMPARE(program.status(0), status::STATWT);
-    writeContent(program.path(QStringLiteral("movies/late")));
-    QVERIFY(program.waitUntilIdle());
-    QVERIFY(QFile::exists(program.path(QStringLiteral("movies/made"))));
-    QVERIFY(namesIn(program.documents()).isEmpty());
-    QVERIFY(noEncoderLives(program.encodes()));
-}
-
-void TestFailures::anOutputBehindASymbolicLinkGoes() {
-    ControllerFixture program;
-    addOne(program, {"create", "write 10", "exit 1"});
-    const QString target = program.path(QStringLiteral("elsewhere.mp4"));
-    QVERIFY(QFile::link(target, program.output(outputName)));
-    program.boxes.promise(stopError);
-    program.boxes.promise(okAnswer);
-    QVERIFY(program.runToEnd());
-    QVERIFY(!QFile::exists(target));
-}
-
 void TestFailures::nothingIsAskedTwice() {
     ControllerFixture program;
     addOne(program, {"create", "header",
@@ -480,6 +427,40 @@ void TestFailures::nothingIsAskedTwice() {
     QCOMPARE(program.boxes.seen.size(), 2);
     QCOMPARE(program.files().rowCount(), 1);
     QVERIFY(isWaiting(0, program));
+}
+
+void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun_data() {
+    QTest::addColumn<QString>("line");
+    QTest::newRow("error, Stop") << QStringLiteral("an error");
+    QTest::newRow("write failure") << QStringLiteral("No space left on device");
+}
+
+// The run was told to end, or has no room to go on: the failed row may go meanwhile.
+void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun() {
+    QFETCH(QString, line);
+    ControllerFixture program(std::chrono::seconds(1));
+    program.app().engine().setPatience({std::chrono::seconds(1), std::chrono::seconds(1)});
+    program.add(
+        {program.movie(movieName)
+             .encode(QStringList{QStringLiteral("ignore-term"), QStringLiteral("create"),
+                                 QStringLiteral("print ") + line +
+                                     QStringLiteral("\\nframe=  1 time=00:00:01.00 bitrate=\\r"),
+                                 QStringLiteral("hang")})
+             .write(),
+         program.movie(QStringLiteral("b.mp4")).write()});
+    program.files().check[1] = 0;
+    program.boxes.promise(stopError);
+    program.click("btnConvertFile");
+    QTRY_VERIFY(program.boxes.allKept() && !QApplication::activeModalWidget());
+    program.boxes.promise(okAnswer);
+    program.click("btnRemoveFile");
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(program.waitUntilIdle());
+    QVERIFY(program.boxes.allKept());
+    QCOMPARE(program.encodes().size(), 1);
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(namesIn(program.documents()).isEmpty());
+    QVERIFY(noEncoderLives(program.encodes()));
 }
 
 QTEST_MAIN(TestFailures)

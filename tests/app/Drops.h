@@ -83,7 +83,7 @@ inline constexpr DropAnswers takenAnswers{Qt::CopyAction, Qt::CopyAction, Qt::Co
 /// Kept: movies are added, and the program that offers them hears that they were not taken.
 inline constexpr DropAnswers moviesAnswers{Qt::CopyAction, Qt::CopyAction, Qt::IgnoreAction};
 
-/// Waits until everything that a drop has begun is over; false after 60 s.
+/// Waits until everything that a drop has begun is over; false after 120 s.
 [[nodiscard]] inline bool settle(ControllerFixture& program) {
     bool isReached = false;
     QMetaObject::invokeMethod(
@@ -93,7 +93,7 @@ inline constexpr DropAnswers moviesAnswers{Qt::CopyAction, Qt::CopyAction, Qt::I
             return isReached && !program.app().mainThread().isWaiting() &&
                    !QApplication::activeModalWidget();
         },
-        60000);
+        120000);
 }
 
 [[nodiscard]] inline QStringList namesOf(const std::vector<JobRecordPtr>& records) {

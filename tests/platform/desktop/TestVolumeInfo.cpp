@@ -1,8 +1,10 @@
 #include "platform/desktop/FakeVolumes.h"
+#include "platform/desktop/MountTable.h"
 #include "platform/desktop/SysTree.h"
 #include "platform/desktop/VolumeInfo.h"
 
 #include <QDir>
+#include <QFile>
 #include <QStorageInfo>
 #include <QTemporaryDir>
 #include <QTest>
@@ -139,7 +141,11 @@ void TestVolumeInfo::thisComputer() {
     SystemVolumeInfo volumes;
     const VolumeFacts processes = volumes.facts(QStringLiteral("/proc/self"));
     QCOMPARE(processes, (VolumeFacts{false, QStringLiteral("proc")}));
-    QVERIFY(!volumes.facts(QStringLiteral("/")).type.isEmpty());
+    // A changed root is in no mount table, and nothing is known about its volume.
+    QFile table(QStringLiteral("/proc/self/mountinfo"));
+    QVERIFY(table.open(QIODevice::ReadOnly));
+    const bool rootIsListed = MountTable(table.readAll()).holding(QStringLiteral("/")) != nullptr;
+    QCOMPARE(volumes.facts(QStringLiteral("/")).type.isEmpty(), !rootIsListed);
 }
 
 void TestVolumeInfo::tableForTests() {

@@ -37,6 +37,7 @@ private:
     void discard(const EncoderRunPtr& run);
     [[nodiscard]] Step handle(const EncoderRunPtr& run, const EncoderPiece& piece);
     void carryOut(Step step, const EncoderRunPtr& run, EncoderReader& reader);
+    [[nodiscard]] bool awaitEnd(const EncoderRun& run, EncoderReader& reader) const;
 
     // Main thread.
     [[nodiscard]] Step takePiece(const EncoderRunPtr& run, const EncoderPiece& piece);

@@ -80,13 +80,13 @@ bool EncoderReader::awaitEnd(std::chrono::milliseconds limit) {
             mainThread_.onMainThread([&] {
                 run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
             });
-            continue;
-        }
-        if (ended) {
+        } else if (ended) {
             noteEnd();
             return true;
         }
-        if (timeUntil(deadline) == 0ms)
+        // One that never stops talking must not be listened to for ever; what an ended one has
+        // said is read to its last word.
+        if (timeUntil(deadline) == 0ms && !run_->task->end())
             return false;
     }
 }

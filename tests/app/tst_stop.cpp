@@ -158,7 +158,7 @@ void TestStop::everyKindOfEncoderEnds_data() {
         << (QStringList{QStringLiteral("on-term die")} + silent()) << 1;
     QTest::newRow("ends without a summary")
         << (QStringList{QStringLiteral("on-term quit")} + talking()) << 1;
-    QTest::newRow("silent and deaf: killed five seconds later") << deaf(silent()) << 6;
+    QTest::newRow("silent and deaf: killed five seconds later") << deaf(silent()) << 5;
     QTest::newRow("talking and deaf") << deaf(talking()) << 5;
     const QStringList flooding{QStringLiteral("create"),        QStringLiteral("progress 1"),
                                QStringLiteral("wait-file a.1"), QStringLiteral("loop 1000000"),

@@ -1,10 +1,12 @@
 #include "app/MainWindow.h"
 
+#include "filelist/FileTableDelegates.h"
 #include "platform/LocalizedStrings.h"
 #include "resources/ApplicationIcon.h"
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
+#include <QMouseEvent>
 
 namespace {
 
@@ -17,6 +19,9 @@ void setTip(QWidget* widget, const char* key) {
 MainWindow::MainWindow() : form_(std::make_unique<Ui::MainWindow>()) {
     form_->setupUi(this);
     setWindowIcon(applicationIcon());
+    // The caption beside the check box is a label of its own; a click on it is meant for the box.
+    form_->openFldrAftrFnsh->installEventFilter(this);
+    form_->openFolderCheckBtn->setPalette(CheckDelegate::boxPalette(palette()));
 }
 
 MainWindow::~MainWindow() = default;
@@ -46,6 +51,29 @@ void MainWindow::setTexts() {
     setTip(form_->openFolderCheckBtn, "IDS_TIP_OPEN_AFTER_FINISH");
     setTip(form_->comboBox, "IDS_TIP_PROFILE");
     form_->theTableNew->setTexts();
+    widenButtons();
+}
+
+// Some styles leave a button's text no room at its sides.
+void MainWindow::widenButtons() {
+    const int room = 2 * fontMetrics().horizontalAdvance(u'm');
+    for (QPushButton* const button : findChildren<QPushButton*>())
+        button->setMinimumWidth(fontMetrics().horizontalAdvance(button->text()) + 2 * room);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        form_->openFolderCheckBtn->setPalette(CheckDelegate::boxPalette(palette()));
+    else if (event->type() == QEvent::FontChange)
+        widenButtons();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == form_->openFldrAftrFnsh && event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        form_->openFolderCheckBtn->click();
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -27,9 +27,13 @@ public:
     void setCloseHandler(std::function<bool()> handler) { closeHandler_ = std::move(handler); }
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void widenButtons();
+
     const std::unique_ptr<Ui::MainWindow> form_;
     std::function<bool()> closeHandler_;
 };

@@ -208,14 +208,15 @@ void TestAdding::panelOffersMp4Alone() {
 
 void TestAdding::severalFromThePanel() {
     ControllerFixture program;
-    for (const char* name : {"a.mp4", "b <i>%1.mp4", "c.mp4", "d.mp4"})
+    for (const char* name : {"a.mp4", "b \"x\" <i>%1.mp4", "c.mp4", "d.mp4"})
         program.movie(QString::fromLatin1(name)).write();
     program.movie(QStringLiteral("c.mp4")).probe(h264).write();
     program.boxes.promise(1000);
     oncePanelOpen([&](QFileDialog& panel) {
         panel.setDirectory(program.movies());
-        QTRY_VERIFY(selectNames(panel, {QStringLiteral("a.mp4"), QStringLiteral("b <i>%1.mp4"),
-                                        QStringLiteral("c.mp4"), QStringLiteral("d.mp4")}));
+        QTRY_VERIFY(
+            selectNames(panel, {QStringLiteral("a.mp4"), QStringLiteral("b \"x\" <i>%1.mp4"),
+                                QStringLiteral("c.mp4"), QStringLiteral("d.mp4")}));
         confirmPanel(panel);
     });
     program.click("btnAddFile");
@@ -223,7 +224,7 @@ void TestAdding::severalFromThePanel() {
     for (const JobRecordPtr& record : program.files().fileInfoArr)
         names += record->text(key::name);
     names.sort();
-    QCOMPARE(names, (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b <i>%1.mp4"),
+    QCOMPARE(names, (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b \"x\" <i>%1.mp4"),
                                  QStringLiteral("d.mp4")}));
     QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_UNSUPPORTED")});
     QVERIFY(areInStep(program.files()));

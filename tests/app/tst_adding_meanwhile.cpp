@@ -41,6 +41,8 @@ private Q_SLOTS:
     void windowClosedMeanwhile();
     void programEndsMeanwhile_data();
     void programEndsMeanwhile();
+    void programEndsUnderAPanel_data();
+    void programEndsUnderAPanel();
 };
 
 void TestAddingMeanwhile::halfBuiltRowsAreNotShown() {
@@ -198,6 +200,25 @@ void TestAddingMeanwhile::programEndsMeanwhile() {
     QFile file(started);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QVERIFY(::kill(static_cast<pid_t>(file.readAll().trimmed().toInt()), 0) != 0);
+}
+
+void TestAddingMeanwhile::programEndsUnderAPanel_data() {
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("adding") << QByteArray("btnAddFile");
+    QTest::newRow("choosing a folder") << QByteArray("btnSelectFolder");
+}
+
+void TestAddingMeanwhile::programEndsUnderAPanel() {
+    QFETCH(QByteArray, button);
+    ControllerFixture program;
+    once([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()) != nullptr; },
+         [&] { program.app().terminate(); });
+    QTimer::singleShot(0, &program.app(), [&] { program.click(button.constData()); });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(program.files().rowCount(), 0);
+    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QVERIFY(program.boxes.seen.isEmpty());
 }
 
 QTEST_MAIN(TestAddingMeanwhile)

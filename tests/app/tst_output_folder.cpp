@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 void TestOutputFolder::choosingAFolder() {
     ControllerFixture program;
-    const QString chosen = program.path(QStringLiteral("chosen <b>%1"));
+    const QString chosen = program.path(QStringLiteral("chosen \"x\" <b>%1"));
     QVERIFY(QDir().mkpath(chosen));
     QString began;
     QString title;
@@ -50,7 +50,7 @@ void TestOutputFolder::choosingAFolder() {
         began = panel.directory().path();
         title = panel.windowTitle();
         panel.setDirectory(program.path(QString()));
-        QTRY_VERIFY(selectNames(panel, {QStringLiteral("chosen <b>%1")}));
+        QTRY_VERIFY(selectNames(panel, {QStringLiteral("chosen \"x\" <b>%1")}));
         confirmPanel(panel);
     });
     program.click("btnSelectFolder");

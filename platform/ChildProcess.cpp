@@ -10,6 +10,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/eventfd.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace {
@@ -25,11 +26,12 @@ int millisecondsUntil(std::optional<Clock::time_point> deadline) {
 
 enum class PipeState { Data, Empty, EndOfStream };
 
-PipeState readAvailable(int fd, QByteArray& buffer) {
+PipeState readAvailable(int fd, QByteArray& buffer, qsizetype most) {
     std::array<char, 65536> chunk;
     qsizetype taken = 0;
-    while (taken < ChildProcess::largestRead) {
-        const ssize_t got = ::read(fd, chunk.data(), chunk.size());
+    while (taken < most) {
+        const auto wanted = std::min<qsizetype>(most - taken, chunk.size());
+        const ssize_t got = ::read(fd, chunk.data(), static_cast<size_t>(wanted));
         if (got > 0) {
             buffer.append(chunk.data(), got);
             taken += got;
@@ -40,6 +42,11 @@ PipeState readAvailable(int fd, QByteArray& buffer) {
         }
     }
     return taken > 0 ? PipeState::Data : PipeState::Empty;
+}
+
+qsizetype bytesWaiting(int fd) {
+    int bytes = 0;
+    return fd >= 0 && ::ioctl(fd, FIONREAD, &bytes) == 0 ? bytes : 0;
 }
 
 } // namespace
@@ -71,8 +78,14 @@ ChildProcess::Read ChildProcess::read(QByteArray& buffer,
     for (;;) {
         // Asked before the pipe is read: what an ended process said is in the pipe by now.
         const bool hasEnded = end().has_value();
-        if (readEnd_ >= 0 && !endOfStream_) {
-            const PipeState state = readAvailable(readEnd_, buffer);
+        if (hasEnded && !leftAtEnd_)
+            leftAtEnd_ = bytesWaiting(readEnd_);
+        const qsizetype most = std::min<qsizetype>(leftAtEnd_.value_or(largestRead), largestRead);
+        if (readEnd_ >= 0 && !endOfStream_ && most > 0) {
+            const qsizetype before = buffer.size();
+            const PipeState state = readAvailable(readEnd_, buffer, most);
+            if (leftAtEnd_)
+                *leftAtEnd_ -= buffer.size() - before;
             if (state == PipeState::Data)
                 return Read::Data;
             endOfStream_ = state == PipeState::EndOfStream;

@@ -81,6 +81,9 @@ private:
     int readEnd_ = -1;
     int wakeFd_ = -1;
     bool endOfStream_ = false;
+    /// What was in the pipe when the end was seen and is not read yet: what a grandchild adds
+    /// later is not waited for.
+    std::optional<qsizetype> leftAtEnd_;
 
     mutable std::mutex mutex_;
     mutable std::condition_variable ended_;

@@ -30,6 +30,25 @@ int openPidFd(pid_t pid) {
     return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
 }
 
+// A program that was started with its standard streams closed gets their numbers for its own
+// descriptors, which must not be in the way when a child's streams are put there.
+int awayFromStandardStreams(int fd) {
+    if (fd > STDERR_FILENO)
+        return fd;
+    const int moved = ::fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    ::close(fd);
+    return moved;
+}
+
+// Some launchers leave it ignored to what they start: the kernel then keeps no exit status.
+void keepExitStatuses() {
+    struct sigaction action {};
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
+        action.sa_handler = SIG_DFL;
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
+}
+
 struct Pipe {
     int readEnd = -1;
     int writeEnd = -1;
@@ -37,8 +56,8 @@ struct Pipe {
     Pipe() {
         std::array<int, 2> ends{};
         if (::pipe2(ends.data(), O_CLOEXEC) == 0) {
-            readEnd = ends[0];
-            writeEnd = ends[1];
+            readEnd = awayFromStandardStreams(ends[0]);
+            writeEnd = awayFromStandardStreams(ends[1]);
         }
     }
     ~Pipe() {
@@ -48,6 +67,7 @@ struct Pipe {
     }
     Q_DISABLE_COPY_MOVE(Pipe)
 
+    bool isOpen() const { return readEnd >= 0 && writeEnd >= 0; }
     void closeWriteEnd() {
         if (writeEnd >= 0)
             ::close(std::exchange(writeEnd, -1));
@@ -67,6 +87,8 @@ struct Pipe {
     const int nullDevice = ::open("/dev/null", O_RDONLY);
     if (nullDevice >= 0 && ::dup2(nullDevice, STDIN_FILENO) >= 0 &&
         ::dup2(errorStream, STDERR_FILENO) >= 0) {
+        if (nullDevice > STDERR_FILENO)
+            ::close(nullDevice);
         ::execv(program, arguments);
     }
     const int failure = errno;
@@ -76,8 +98,10 @@ struct Pipe {
 
 } // namespace
 
-ChildProcesses::ChildProcesses()
-    : wakeFd_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), thread_([this] { run(); }) {}
+ChildProcesses::ChildProcesses() : wakeFd_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    keepExitStatuses();
+    thread_ = std::thread([this] { run(); });
+}
 
 ChildProcesses::~ChildProcesses() {
     post([this] {
@@ -182,7 +206,7 @@ void ChildProcesses::start(const std::shared_ptr<ChildProcess>& child, const QSt
 
     Pipe errorStream;
     Pipe failureReport;
-    if (errorStream.readEnd < 0 || failureReport.readEnd < 0) {
+    if (!errorStream.isOpen() || !failureReport.isOpen()) {
         child->setEnd({ProcessEnd::How::FailedToStart, errno});
         return;
     }

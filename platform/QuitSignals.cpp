@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -16,8 +17,10 @@ constexpr std::array<int, 3> numbers{SIGTERM, SIGINT, SIGHUP};
 std::array<int, 2> wakePipe{-1, -1};
 
 void onSignal(int) {
+    const int before = errno;
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = ::write(wakePipe[1], &byte, 1);
+    errno = before;
 }
 
 void setHandler(void (*handler)(int)) {
@@ -37,8 +40,9 @@ QuitSignals::QuitSignals(QObject* parent) : QObject(parent) {
         return;
     notifier_ = new QSocketNotifier(wakePipe[0], QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this, [this] {
-        std::array<char, 16> bytes{};
-        [[maybe_unused]] const ssize_t got = ::read(wakePipe[0], bytes.data(), bytes.size());
+        std::array<char, 4096> bytes{};
+        while (::read(wakePipe[0], bytes.data(), bytes.size()) > 0) {
+        }
         Q_EMIT quitAsked();
     });
     setHandler(onSignal);

@@ -43,8 +43,10 @@ void WorkerThreads::start(std::function<void()> body) {
 }
 
 void WorkerThreads::sleep(std::chrono::milliseconds time) const {
-    std::unique_lock lock(shared_->mutex);
-    if (shared_->changed.wait_for(lock, time, [this] { return shared_->closing; }))
+    // Kept: the sleeper may wake after this object is gone.
+    const std::shared_ptr<Shared> shared = shared_;
+    std::unique_lock lock(shared->mutex);
+    if (shared->changed.wait_for(lock, time, [&] { return shared->closing; }))
         throw Cancelled();
 }
 

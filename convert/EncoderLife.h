@@ -21,7 +21,7 @@ public:
     [[nodiscard]] Phase phase() const { return phase_; }
     [[nodiscard]] bool isSettled() const { return phase_ == Phase::Settled; }
     [[nodiscard]] Request request() const { return request_; }
-    /// Whether the encoder was suspended at any time before it was asked to end.
+    /// Whether the encoder was suspended when its row was removed.
     [[nodiscard]] bool wasRemovedWhilePaused() const { return removedWhilePaused_; }
     /// A pause came too late: the encoder had ended.
     [[nodiscard]] bool suspendFailed() const { return suspendFailed_; }
@@ -31,8 +31,8 @@ public:
     /// Whether the encoder came to its end by itself, with a summary and status 0, and wrote
     /// everything: its output is a finished file.
     [[nodiscard]] bool isFinished() const;
-    /// What the end of the encoder means. A stop or a removal is the outcome unless the encoder
-    /// had finished by itself before it could be told to end.
+    /// What the end of the encoder means. A removal is always the outcome, a stop unless the
+    /// encoder had finished by itself before it could be told to end.
     [[nodiscard]] Verdict verdict() const;
 
     void launched();

@@ -41,8 +41,8 @@ public:
     /// Whether `check` is not empty and holds no 0.
     [[nodiscard]] bool allChecked() const;
 
-    /// Appends a record with its id, check state, quality and progress record; its size follows
-    /// when the movie was examined.
+    /// Appends a record with its id and progress record; check state and quality are the caller's,
+    /// and its size follows when the movie was examined.
     void append(const JobRecordPtr& record);
     /// Takes a rejected movie out again as Add File does: `cmb` loses the entry before the last,
     /// which is kept so; `progressObjects` keeps its stray entry. Throws std::out_of_range for the

@@ -1,0 +1,499 @@
+#include "filelist/FileList.h"
+#include "filelist/StatusWords.h"
+#include "widgets/ProgressObject.h"
+
+#include <QTest>
+
+#include <limits>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString standard = u"standard"_s;
+
+/// What an add does before the movie is examined.
+JobRecordPtr begin(FileList& files, int id) {
+    const auto record = std::make_shared<JobRecord>();
+    record->set(key::id, id);
+    record->set(key::name, u"%1.mp4"_s.arg(id));
+    files.check.push_back(1);
+    files.cmb.push_back(standard);
+    files.append(record);
+    return record;
+}
+
+/// A movie that was accepted and is shown.
+JobRecordPtr add(FileList& files, int id) {
+    const JobRecordPtr record = begin(files, id);
+    files.resolutionListForTable.push_back(u"%1x%1"_s.arg(id));
+    files.arrayControllerNew.push_back(record);
+    return record;
+}
+
+std::vector<int> recordIds(const std::vector<JobRecordPtr>& records) {
+    std::vector<int> ids;
+    for (const JobRecordPtr& record : records)
+        ids.push_back(record->id());
+    return ids;
+}
+
+using Ids = std::vector<int>;
+
+} // namespace
+
+/// The list of movies and the lists beside it.
+class TestFileList final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void recordKeepsItsKeysInOrder();
+    void recordWithoutAKey();
+    void recordKeysAreCaseSensitive();
+    void recordIsShared();
+    void idIsTheLowHalf();
+    void statusWords();
+    void idSetKeepsEachOnceInOrder();
+    void sharedStateBeginsWithoutAnything();
+    void beginsEmpty();
+    void appendGrowsItsThreeLists();
+    void rowIsCompleteWithTheLastList();
+    void lookUpById();
+    void lookUpAfterAReorder();
+    void rowsOutOfRange_data();
+    void rowsOutOfRange();
+    void allCheckedNeedsARow();
+    void rejectedPickTakesTheEntryBeforeTheLast();
+    void rejectedPickOfAnEmptyListIsOutOfRange();
+    void rejectedPickLeavesItsProgressRecord();
+    void rejectedDropTakesItsOwnEntries();
+    void rejectedDropOfAnEmptyList();
+    void rejectionOfNothingIsOutOfRange();
+    void trimBringsTheListsBack();
+    void trimOfListsInStepChangesNothing();
+    void removalTakesARowOutOfEverything();
+    void removalFromTheLastToTheFirst();
+    void removalAfterAReorderGoesByPosition();
+    void removalAfterAStrayProgressRecord();
+    void removalWithShortLists();
+    void removalOutOfRangeChangesNothing();
+    void dequeue();
+    void dequeueHead();
+};
+
+void TestFileList::recordKeepsItsKeysInOrder() {
+    JobRecord record;
+    const std::vector<QString> order{
+        key::id,      key::name,          key::srcpath,        key::path,
+        key::check,   key::audio,         key::video,          key::duration,
+        key::profile, key::profileForCol, key::status,         key::progress,
+        key::image,   key::converted,     key::conversionstat, key::cmb};
+    for (const QString& each : order)
+        record.set(each, each);
+    QCOMPARE(record.keys(), order);
+    // A new value keeps the place, a new key comes last.
+    record.set(key::duration, u"00:00:08.00"_s);
+    record.set(key::audio, u"AAC"_s);
+    record.set(key::resolutionID, 3);
+    record.set(key::resolution, u"640x480"_s);
+    std::vector<QString> longer = order;
+    longer.push_back(key::resolutionID);
+    longer.push_back(key::resolution);
+    QCOMPARE(record.keys(), longer);
+    QCOMPARE(record.text(key::duration), u"00:00:08.00"_s);
+    QCOMPARE(record.number(key::resolutionID), 3);
+}
+
+void TestFileList::recordWithoutAKey() {
+    const JobRecord record;
+    QVERIFY(record.keys().empty());
+    QVERIFY(!record.contains(key::progressValue));
+    QVERIFY(!record.value(key::progressValue).isValid());
+    QCOMPARE(record.text(key::progressValue), QString());
+    QCOMPARE(record.number(key::resolutionID), 0);
+    QCOMPARE(record.id(), 0);
+}
+
+void TestFileList::recordKeysAreCaseSensitive() {
+    JobRecord record;
+    record.set(key::profileForCol, u"a"_s);
+    record.set(u"profileforcol"_s, u"b"_s);
+    QCOMPARE(record.text(key::profileForCol), u"a"_s);
+    QCOMPARE(record.keys().size(), size_t(2));
+    record.set(key::status, QString());
+    QVERIFY(record.contains(key::status));
+    QVERIFY(!record.contains(u"Status"_s));
+}
+
+void TestFileList::recordIsShared() {
+    FileList files;
+    const JobRecordPtr record = add(files, 1);
+    record->set(key::status, status::STATPR);
+    QCOMPARE(files.recordAt(0)->text(key::status), u"Processing"_s);
+    QCOMPARE(files.arrayControllerNew.front()->text(key::status), u"Processing"_s);
+    QCOMPARE(files.recordWithId(1)->text(key::status), u"Processing"_s);
+}
+
+void TestFileList::idIsTheLowHalf() {
+    JobRecord record;
+    record.set(key::id, static_cast<int>((qint64{1} << 32) + 5));
+    QCOMPARE(record.id(), 5);
+}
+
+void TestFileList::statusWords() {
+    QCOMPARE(status::STATWT, u"Waiting"_s);
+    QCOMPARE(status::STATPS, u"Paused"_s);
+    QCOMPARE(status::STATPR, u"Processing"_s);
+    QCOMPARE(status::STATCO, u"Converted"_s);
+    QCOMPARE(status::STATPW, u"PausedWait"_s);
+    QCOMPARE(status::STATFL, u"Failed"_s);
+    QCOMPARE(status::STATCR, u"Converting"_s);
+    QCOMPARE(status::CONCOMPLETE, u"Complete"_s);
+    QCOMPARE(status::CONRUNNING, u"Running"_s);
+    QCOMPARE(status::CONSTOPPED, u"Stopped"_s);
+}
+
+void TestFileList::idSetKeepsEachOnceInOrder() {
+    IdSet ids;
+    QVERIFY(ids.isEmpty());
+    for (const int id : {3, 1, 3, 2, 1})
+        ids.add(id);
+    QCOMPARE(ids.ids(), Ids({3, 1, 2}));
+    QVERIFY(ids.contains(1));
+    QVERIFY(!ids.contains(4));
+    ids.remove(1);
+    ids.remove(4);
+    QCOMPARE(ids.ids(), Ids({3, 2}));
+    ids.add(1);
+    QCOMPARE(ids.ids(), Ids({3, 2, 1}));
+    ids.clear();
+    QVERIFY(ids.isEmpty());
+    QVERIFY(!ids.contains(3));
+}
+
+void TestFileList::sharedStateBeginsWithoutAnything() {
+    const SharedState state;
+    QCOMPARE(state.itemId, qint64{0});
+    QCOMPARE(state.count, qint64{0});
+    QVERIFY(state.outputFolder.isEmpty());
+    QCOMPARE(state.convertingIndex, -1);
+    QVERIFY(state.isSourceAvailable);
+    QVERIFY(!state.isConversionRunning);
+    QVERIFY(!state.stopped);
+    QVERIFY(!state.error);
+    QVERIFY(!state.pausedFileIsDeleted);
+    QCOMPARE(state.noOfConvertedFile, 0);
+    QVERIFY(state.noOfconvertingFileList.isEmpty());
+    QVERIFY(!state.checkStatusForFileConflict);
+    QVERIFY(!state.checkStatusForSdCardDelay);
+    QCOMPARE(state.second, std::chrono::milliseconds(1000));
+}
+
+void TestFileList::beginsEmpty() {
+    const FileList files;
+    QCOMPARE(files.rowCount(), 0);
+    QCOMPARE(files.completeRows(), 0);
+    QVERIFY(!files.allChecked());
+    QVERIFY(!files.recordWithId(0));
+    QVERIFY(!files.rowOfId(0));
+    QVERIFY(files.name.isEmpty());
+    QVERIFY(files.conversionTaskList.empty());
+    QVERIFY(files.convertedFileList.empty());
+    QVERIFY(files.pausedList.empty());
+    QVERIFY(files.filePausedId.empty());
+}
+
+void TestFileList::appendGrowsItsThreeLists() {
+    FileList files;
+    const auto record = std::make_shared<JobRecord>();
+    record->set(key::id, 7);
+    files.append(record);
+    QCOMPARE(files.rowCount(), 1);
+    QCOMPARE(files.recordAt(0), record);
+    QCOMPARE(files.idList, Ids({7}));
+    QCOMPARE(files.progressObjects.size(), size_t(1));
+    QCOMPARE(files.progressObjects[0]->currentStep(), qint64{0});
+    // The rest comes from whoever adds.
+    QVERIFY(files.check.empty());
+    QVERIFY(files.cmb.isEmpty());
+    QVERIFY(files.resolutionListForTable.isEmpty());
+    QVERIFY(files.arrayControllerNew.empty());
+    QVERIFY(files.conversionTaskList.empty());
+}
+
+void TestFileList::rowIsCompleteWithTheLastList() {
+    FileList files;
+    add(files, 1);
+    QCOMPARE(files.completeRows(), 1);
+    const JobRecordPtr second = begin(files, 2);
+    QCOMPARE(files.rowCount(), 2);
+    QCOMPARE(files.completeRows(), 1);
+    files.resolutionListForTable.push_back(u"640x480"_s);
+    QCOMPARE(files.completeRows(), 1);
+    files.arrayControllerNew.push_back(second);
+    QCOMPARE(files.completeRows(), 2);
+}
+
+void TestFileList::lookUpById() {
+    FileList files;
+    const JobRecordPtr first = add(files, 1);
+    const JobRecordPtr third = add(files, 3);
+    QCOMPARE(files.recordWithId(1), first);
+    QCOMPARE(files.recordWithId(3), third);
+    QVERIFY(!files.recordWithId(2));
+    QVERIFY(!files.recordWithId(-1));
+    QCOMPARE(files.rowOfId(3), std::optional(1));
+    QVERIFY(!files.rowOfId(2));
+}
+
+void TestFileList::lookUpAfterAReorder() {
+    FileList files;
+    add(files, 1);
+    add(files, 2);
+    std::swap(files.fileInfoArr[0], files.fileInfoArr[1]);
+    // Kept: a reorder moves the records alone, so the id's place is the old one.
+    QCOMPARE(files.recordWithId(1), files.fileInfoArr[1]);
+    QCOMPARE(files.rowOfId(1), std::optional(0));
+}
+
+void TestFileList::rowsOutOfRange_data() {
+    QTest::addColumn<int>("row");
+    for (const int row :
+         {-1, -2, 2, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
+        QTest::addRow("%d", row) << row;
+}
+
+void TestFileList::rowsOutOfRange() {
+    QFETCH(const int, row);
+    FileList files;
+    add(files, 1);
+    add(files, 2);
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)files.recordAt(row));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRow(row));
+}
+
+void TestFileList::allCheckedNeedsARow() {
+    FileList files;
+    QVERIFY(!files.allChecked());
+    add(files, 1);
+    add(files, 2);
+    QVERIFY(files.allChecked());
+    files.check[1] = 0;
+    QVERIFY(!files.allChecked());
+    // Anything but 0 counts as checked.
+    files.check[1] = -1;
+    QVERIFY(files.allChecked());
+}
+
+void TestFileList::rejectedPickTakesTheEntryBeforeTheLast() {
+    FileList files;
+    add(files, 1);
+    add(files, 2);
+    files.cmb[0] = u"first"_s;
+    files.cmb[1] = u"changed"_s;
+    begin(files, 3);
+    files.dropRejectedPicked();
+    QCOMPARE(recordIds(files.fileInfoArr), Ids({1, 2}));
+    QCOMPARE(files.idList, Ids({1, 2}));
+    QCOMPARE(files.check, Ids({1, 1}));
+    // Kept: the row above loses its quality and gets the rejected movie's default.
+    QCOMPARE(files.cmb, QStringList({u"first"_s, standard}));
+}
+
+void TestFileList::rejectedPickOfAnEmptyListIsOutOfRange() {
+    FileList files;
+    begin(files, 1);
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.dropRejectedPicked());
+    QCOMPARE(files.rowCount(), 0);
+    QVERIFY(files.check.empty());
+    QCOMPARE(files.cmb, QStringList(standard));
+    QCOMPARE(files.idList, Ids({1}));
+    files.trimToRecords();
+    QVERIFY(files.cmb.isEmpty());
+    QVERIFY(files.idList.empty());
+    QCOMPARE(files.progressObjects.size(), size_t(1));
+}
+
+void TestFileList::rejectedPickLeavesItsProgressRecord() {
+    FileList files;
+    add(files, 1);
+    begin(files, 2);
+    files.dropRejectedPicked();
+    add(files, 3);
+    QCOMPARE(files.idList, Ids({1, 3}));
+    QCOMPARE(files.rowCount(), 2);
+    QCOMPARE(files.progressObjects.size(), size_t(3));
+    QCOMPARE(files.resolutionListForTable, QStringList({u"1x1"_s, u"3x3"_s}));
+    QCOMPARE(files.completeRows(), 2);
+}
+
+void TestFileList::rejectedDropTakesItsOwnEntries() {
+    FileList files;
+    add(files, 1);
+    files.cmb[0] = u"changed"_s;
+    begin(files, 2);
+    files.dropRejectedDropped();
+    QCOMPARE(files.cmb, QStringList(u"changed"_s));
+    QCOMPARE(files.idList, Ids({1}));
+    QCOMPARE(files.check, Ids({1}));
+    QCOMPARE(files.rowCount(), 1);
+    QCOMPARE(files.progressObjects.size(), size_t(2));
+}
+
+void TestFileList::rejectedDropOfAnEmptyList() {
+    FileList files;
+    begin(files, 1);
+    files.dropRejectedDropped();
+    QCOMPARE(files.rowCount(), 0);
+    QVERIFY(files.check.empty());
+    QVERIFY(files.cmb.isEmpty());
+    QVERIFY(files.idList.empty());
+    QCOMPARE(files.progressObjects.size(), size_t(1));
+}
+
+void TestFileList::rejectionOfNothingIsOutOfRange() {
+    FileList files;
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.dropRejectedPicked());
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.dropRejectedDropped());
+    QCOMPARE(files.rowCount(), 0);
+}
+
+void TestFileList::trimBringsTheListsBack() {
+    FileList files;
+    add(files, 1);
+    begin(files, 2);
+    files.resolutionListForTable.push_back(u"half-built"_s);
+    files.fileInfoArr.pop_back();
+    files.trimToRecords();
+    QCOMPARE(files.idList, Ids({1}));
+    QCOMPARE(files.check, Ids({1}));
+    QCOMPARE(files.cmb, QStringList(standard));
+    QCOMPARE(files.resolutionListForTable, QStringList(u"1x1"_s));
+    QCOMPARE(files.progressObjects.size(), size_t(2));
+    QCOMPARE(files.completeRows(), 1);
+}
+
+void TestFileList::trimOfListsInStepChangesNothing() {
+    FileList files;
+    add(files, 1);
+    add(files, 2);
+    files.trimToRecords();
+    QCOMPARE(files.completeRows(), 2);
+    QCOMPARE(files.idList, Ids({1, 2}));
+    FileList empty;
+    empty.trimToRecords();
+    QCOMPARE(empty.rowCount(), 0);
+}
+
+void TestFileList::removalTakesARowOutOfEverything() {
+    FileList files;
+    for (const int id : {1, 2, 3})
+        add(files, id);
+    files.check[2] = 0;
+    files.cmb[2] = u"third"_s;
+    files.conversionTaskList = {3, 2, 1, 2};
+    files.convertedFileList = {2};
+    const auto third = files.progressObjects[2];
+    files.removeRow(1);
+    QCOMPARE(recordIds(files.fileInfoArr), Ids({1, 3}));
+    QCOMPARE(recordIds(files.arrayControllerNew), Ids({1, 3}));
+    QCOMPARE(files.idList, Ids({1, 3}));
+    QCOMPARE(files.check, Ids({1, 0}));
+    QCOMPARE(files.cmb, QStringList({standard, u"third"_s}));
+    QCOMPARE(files.resolutionListForTable, QStringList({u"1x1"_s, u"3x3"_s}));
+    QCOMPARE(files.progressObjects.size(), size_t(2));
+    QCOMPARE(files.progressObjects[1], third);
+    QCOMPARE(files.conversionTaskList, Ids({3, 1}));
+    QCOMPARE(files.convertedFileList, Ids({2}));
+    QCOMPARE(files.completeRows(), 2);
+}
+
+void TestFileList::removalFromTheLastToTheFirst() {
+    FileList files;
+    for (int id = 1; id <= 5; ++id)
+        add(files, id);
+    for (const int row : {4, 2, 0})
+        files.removeRow(row);
+    QCOMPARE(recordIds(files.fileInfoArr), Ids({2, 4}));
+    QCOMPARE(files.idList, Ids({2, 4}));
+    QCOMPARE(files.resolutionListForTable, QStringList({u"2x2"_s, u"4x4"_s}));
+    files.removeRow(1);
+    files.removeRow(0);
+    QCOMPARE(files.rowCount(), 0);
+    QCOMPARE(files.completeRows(), 0);
+    QVERIFY(files.progressObjects.empty());
+    QVERIFY(!files.allChecked());
+}
+
+void TestFileList::removalAfterAReorderGoesByPosition() {
+    FileList files;
+    add(files, 1);
+    add(files, 2);
+    files.conversionTaskList = {1, 2};
+    std::swap(files.fileInfoArr[0], files.fileInfoArr[1]);
+    // Kept: each list loses what stands there, the queue loses the moved record's id.
+    files.removeRow(0);
+    QCOMPARE(recordIds(files.fileInfoArr), Ids({1}));
+    QCOMPARE(files.idList, Ids({2}));
+    QCOMPARE(recordIds(files.arrayControllerNew), Ids({2}));
+    QCOMPARE(files.conversionTaskList, Ids({1}));
+}
+
+void TestFileList::removalAfterAStrayProgressRecord() {
+    FileList files;
+    begin(files, 1);
+    files.dropRejectedDropped();
+    add(files, 2);
+    const auto own = files.progressObjects[1];
+    files.removeRow(0);
+    // Kept: the stray record goes in place of the row's own.
+    QCOMPARE(files.progressObjects.size(), size_t(1));
+    QCOMPARE(files.progressObjects[0], own);
+}
+
+void TestFileList::removalWithShortLists() {
+    FileList files;
+    add(files, 1);
+    begin(files, 2);
+    // A row that is still examined can go as well.
+    files.removeRow(1);
+    QCOMPARE(recordIds(files.fileInfoArr), Ids({1}));
+    QCOMPARE(files.resolutionListForTable, QStringList(u"1x1"_s));
+    QCOMPARE(recordIds(files.arrayControllerNew), Ids({1}));
+    QCOMPARE(files.completeRows(), 1);
+}
+
+void TestFileList::removalOutOfRangeChangesNothing() {
+    FileList files;
+    add(files, 1);
+    files.conversionTaskList = {1};
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRow(1));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRow(-1));
+    QCOMPARE(files.completeRows(), 1);
+    QCOMPARE(files.conversionTaskList, Ids({1}));
+}
+
+void TestFileList::dequeue() {
+    FileList files;
+    files.dequeue(1);
+    files.conversionTaskList = {1, 2, 1, 3};
+    files.dequeue(1);
+    QCOMPARE(files.conversionTaskList, Ids({2, 3}));
+    files.dequeue(4);
+    QCOMPARE(files.conversionTaskList, Ids({2, 3}));
+}
+
+void TestFileList::dequeueHead() {
+    FileList files;
+    files.dequeueHead(1);
+    QVERIFY(files.conversionTaskList.empty());
+    files.conversionTaskList = {1, 2, 1};
+    files.dequeueHead(2);
+    QCOMPARE(files.conversionTaskList, Ids({1, 2, 1}));
+    files.dequeueHead(1);
+    QCOMPARE(files.conversionTaskList, Ids({2, 1}));
+}
+
+QTEST_GUILESS_MAIN(TestFileList)
+#include "tst_filelist.moc"

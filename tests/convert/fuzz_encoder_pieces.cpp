@@ -71,6 +71,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString whole = cutUp(bytes, names, qMax(bytes.size(), qsizetype{1}), false);
     const qsizetype step = 1 + data[0] / 2;
     require(cutUp(bytes, names, step, false).size() == whole.size());
-    require(cutUp(bytes, names, step, true).size() == whole.size());
+    // Where a flush has cut bytes that are no text, fewer question marks may stand for them.
+    const QString flushed = cutUp(bytes, names, step, true);
+    require(!bytes.isValidUtf8() || flushed.size() == whole.size());
     return 0;
 }

@@ -6,11 +6,22 @@
 #include "platform/desktop/FileManager.h"
 #include "ui_MainWindow.h"
 
+#include <QApplication>
 #include <QCheckBox>
+
+#include <memory>
+#include <utility>
 
 template <typename Control, typename Signal>
 void AppDelegate::connectAction(Control* control, Signal signal, void (AppDelegate::*action)()) {
-    connect(control, signal, this, [this, control, action] {
+    // The press of a screen reader lasts a tenth of a second before it becomes a click: one that
+    // began under a box does nothing although the box may have gone meanwhile.
+    const auto beganUnderABox = std::make_shared<bool>(false);
+    connect(control, &Control::pressed, this,
+            [beganUnderABox] { *beganUnderABox = QApplication::activeModalWidget(); });
+    connect(control, signal, this, [this, control, action, beganUnderABox] {
+        if (std::exchange(*beganUnderABox, false))
+            return;
         // Looked at afresh when it was put off: a run may have disabled the control meanwhile.
         gate_.pass([this, action] { (this->*action)(); },
                    [control] { return control->isEnabled(); });

@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
@@ -62,7 +63,12 @@ FileTableView::FileTableView(QWidget* parent)
 
     btnSelectAll_->setPalette(CheckDelegate::boxPalette(palette()));
     btnSelectAll_->setObjectName(QStringLiteral("btnSelectAll"));
-    connect(btnSelectAll_, &QCheckBox::clicked, this, &FileTableView::pressSelectAll);
+    // Not clicked(): the toggle of a screen reader is no click. The program itself only ever sets
+    // the box to what the rows say.
+    connect(btnSelectAll_, &QCheckBox::toggled, this, [this](bool wished) {
+        if (model_ && wished != model_->allChecked())
+            pressSelectAll(wished);
+    });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
         stretchName();
         placeSelectAll();
@@ -186,15 +192,15 @@ void FileTableView::placeSelectAll() {
     btnSelectAll_->raise();
 }
 
-void FileTableView::pressSelectAll() {
-    const bool wished = btnSelectAll_->isChecked();
+void FileTableView::pressSelectAll(bool wished) {
     // Refused or put off, the box goes on showing the rows' states.
-    btnSelectAll_->setChecked(model_ && model_->allChecked());
-    if (!model_)
-        return;
+    btnSelectAll_->setChecked(!wished);
     model_->gate().pass(
         [this, wished] {
-            btnSelectAll_->setChecked(wished);
+            {
+                const QSignalBlocker notByTheUser(btnSelectAll_);
+                btnSelectAll_->setChecked(wished);
+            }
             Q_EMIT selectAllPressed();
         },
         [this] { return isEnabled(); });

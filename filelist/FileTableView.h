@@ -90,7 +90,7 @@ private:
     void setRowHeight();
     void stretchName();
     void placeSelectAll();
-    void pressSelectAll();
+    void pressSelectAll(bool wished);
     void pressRowButton(const QModelIndex& index);
     void chooseRow(const QModelIndex& index);
     void openEditor(const QModelIndex& index, bool withList);

@@ -44,7 +44,9 @@ private Q_SLOTS:
     void aRunLeavesChecksAndSelectionAlone();
     void aRunClosesOpenEditors();
     void accessiblePressesOfTheTable();
+    void accessibleActionsOfTheHeaderBox();
     void nothingUnderABox();
+    void aPressUnderABoxThatClosesMeanwhile();
     void putOffInAWaitAndLookedAtAfresh();
     void aPutOffRowButtonThatHasAnotherMeaning();
     void theColumnsCellFollowsTheLastRow();
@@ -367,6 +369,49 @@ void TestEdit::accessiblePressesOfTheTable() {
     press(scene, 0, TableColumn::Im);
     QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPR; }));
     QVERIFY(scene.end({a}));
+}
+
+void TestEdit::accessibleActionsOfTheHeaderBox() {
+    RunScene scene;
+    scene.add({a, b});
+    QAccessibleActionInterface* const actions =
+        QAccessible::queryAccessibleInterface(table(scene).btnSelectAll())->actionInterface();
+    const QStringList names = actions->actionNames();
+    QVERIFY(names.contains(QAccessibleActionInterface::toggleAction()) ||
+            names.contains(QAccessibleActionInterface::pressAction()));
+    for (const QString& name : names) {
+        if (name == QAccessibleActionInterface::setFocusAction())
+            continue;
+        const int wished = table(scene).btnSelectAll()->isChecked() ? 0 : 1;
+        actions->doAction(name);
+        QVERIFY2(eventually([&] {
+                     return scene.program.files().check == std::vector<int>{wished, wished};
+                 }),
+                 qPrintable(name));
+        QCOMPARE(table(scene).btnSelectAll()->isChecked(), wished == 1);
+    }
+}
+
+// An accessible press lasts a tenth of a second before it becomes a click.
+void TestEdit::aPressUnderABoxThatClosesMeanwhile() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    auto* const remove =
+        scene.program.app().window().findChild<QAbstractButton*>(QStringLiteral("btnRemoveFile"));
+    scene.program.boxes.promise(1000, false, [&] {
+        QAccessible::queryAccessibleInterface(remove)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+    });
+    scene.program.click("btnStop");
+    QVERIFY(!QApplication::activeModalWidget());
+    QVERIFY(eventually([&] { return !remove->isDown(); }));
+    QCOMPARE(scene.names(), (QStringList{a, b}));
+    // The next one counts.
+    QAccessible::queryAccessibleInterface(remove)->actionInterface()->doAction(
+        QAccessibleActionInterface::pressAction());
+    QVERIFY(eventually([&] { return scene.names().isEmpty(); }));
+    QVERIFY(scene.program.waitUntilIdle());
 }
 
 void TestEdit::nothingUnderABox() {

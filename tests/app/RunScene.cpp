@@ -110,7 +110,8 @@ char RunScene::encoderState() const {
 
 bool RunScene::ranAlone() const {
     QFile file(program.movies() + QStringLiteral("/alone"));
-    return file.open(QIODevice::ReadOnly) && file.readAll().isEmpty();
+    // Where none has come to look yet there is no file.
+    return !file.exists() || (file.open(QIODevice::ReadOnly) && file.readAll().isEmpty());
 }
 
 bool eventually(const std::function<bool()>& condition) {

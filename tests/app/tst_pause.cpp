@@ -31,7 +31,7 @@ private Q_SLOTS:
     void thePauseWaitsForTheEncodersNextWord();
     void thePausedRowIsTheButtonsOwn();
     void aRemovalThatRecomputesTheRowLosesThePause();
-    void theButtonSaysWhatItDoes();
+    void theRowSaysWhatItIsAndItsButtonWhatItDoes();
     void whatIsLeftInThePipeWaitsForTheResume();
     void aSummaryJustBeforeTheSuspendIsNotLost();
     void resumeTakesTheEntryOfItsOwnRow();
@@ -45,6 +45,7 @@ private Q_SLOTS:
     void sourceGoneWhilePausedThenSkip();
     void sourceGoneWhilePausedThenTryAgain();
     void sourceStillGoneAtTheNextTry();
+    void aPausedListThatCannotBeResumedEndsTheRun();
     void quitWhilePaused();
     void idsOfPausedFilesAreOnlyLogged();
     void aReorderedListPausesAndResumes();
@@ -145,24 +146,29 @@ void TestPause::aRemovalThatRecomputesTheRowLosesThePause() {
     QCOMPARE(scene.encoderState(), 'T');
 }
 
-void TestPause::theButtonSaysWhatItDoes() {
+void TestPause::theRowSaysWhatItIsAndItsButtonWhatItDoes() {
     RunScene scene;
     scene.add({a});
-    const auto spoken = [&] {
+    const auto spoken = [&](TableColumn column) {
         const FileTableModel* const model =
             scene.program.app().window().findChild<FileTableView*>()->fileModel();
-        return model->index(0, static_cast<int>(TableColumn::Im))
-            .data(Qt::AccessibleTextRole)
-            .toString();
+        return model->index(0, static_cast<int>(column)).data(Qt::AccessibleTextRole).toString();
     };
-    const QString name = QStringLiteral("a.mp4");
-    QCOMPARE(spoken(), text("IDS_A11Y_ROW_REMOVE").arg(name));
+    const auto says = [&](const QString& status, const char* button) {
+        return eventually([&] { return spoken(TableColumn::Progress) == status; }) &&
+               spoken(TableColumn::Im) == text(button).arg(QStringLiteral("a.mp4"));
+    };
+    QVERIFY(says(text("IDS_TXT_STATUS_WAITING"), "IDS_A11Y_ROW_REMOVE"));
     QVERIFY(scene.begin());
-    QCOMPARE(spoken(), text("IDS_A11Y_ROW_PAUSE").arg(name));
+    QVERIFY(says(QStringLiteral("10 %"), "IDS_A11Y_ROW_PAUSE"));
     QVERIFY(scene.pause(0, a));
-    QCOMPARE(spoken(), text("IDS_A11Y_ROW_RESUME").arg(name));
+    QVERIFY(says(text("IDS_TXT_STATUS_PAUSED"), "IDS_A11Y_ROW_RESUME"));
     scene.program.clickRowButton(0);
-    QCOMPARE(spoken(), text("IDS_A11Y_ROW_PAUSE").arg(name));
+    scene.go(a, 2);
+    QVERIFY(says(QStringLiteral("30 %"), "IDS_A11Y_ROW_PAUSE"));
+    scene.program.boxes.promise(1001);
+    scene.program.click("btnStop");
+    QVERIFY(says(text("IDS_TXT_STATUS_WAITING"), "IDS_A11Y_ROW_REMOVE"));
 }
 
 void TestPause::whatIsLeftInThePipeWaitsForTheResume() {
@@ -416,6 +422,17 @@ void TestPause::sourceStillGoneAtTheNextTry() {
              (QStringList{gone, gone, gone, text("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
     QCOMPARE(scene.program.encodes().size(), 1);
     QCOMPARE(scene.program.status(0), status::STATWT);
+}
+
+void TestPause::aPausedListThatCannotBeResumedEndsTheRun() {
+    RunScene scene;
+    const auto stray = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
+                                                              {QStringLiteral("60")});
+    scene.program.files().pausedList.push_back({stray, stray->readEnd(), 0, 4711});
+    scene.program.click("btnConvertFile");
+    QVERIFY(scene.program.isIdle());
+    QVERIFY(scene.program.files().pausedList.empty());
+    QVERIFY(scene.program.boxes.seen.isEmpty());
 }
 
 void TestPause::quitWhilePaused() {

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void theButtonOfTheLastRow();
     void theButtonOfAPausedWaitRow();
     void theButtonOfARowInNoKnownState();
+    void theButtonOfARowThatIsNotThere();
     void aRowAboveTheConvertingOne_data();
     void aRowAboveTheConvertingOne();
     void theConvertingRow_data();
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void theConvertedRowOfTheIndex();
     void aQueuedRow_data();
     void aQueuedRow();
+    void aPausedRow_data();
     void aPausedRow();
     void aPausedRowThatIsNotTheFirstEntry();
     void anotherRowThanThePausedOne();
@@ -209,6 +211,17 @@ void TestRemove::theButtonOfARowInNoKnownState() {
         QCOMPARE(scene.names(), QStringList{a});
         QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
     }
+}
+
+void TestRemove::theButtonOfARowThatIsNotThere() {
+    RunScene scene;
+    scene.add({a, b});
+    for (const int row : {-1, 2, 4711})
+        scene.program.clickRowButton(row); // logged, and nothing more
+    QCOMPARE(scene.names(), (QStringList{a, b}));
+    QVERIFY(scene.isInStep());
+    QVERIFY(scene.begin());
+    QVERIFY(scene.end({a, b}));
 }
 
 void TestRemove::aRowAboveTheConvertingOne_data() {
@@ -373,13 +386,23 @@ void TestRemove::aQueuedRow() {
     QVERIFY(scene.hasOutput(c));
 }
 
+void TestRemove::aPausedRow_data() {
+    QTest::addColumn<bool>("outputIsThere");
+
+    QTest::newRow("with its partial output") << true;
+    QTest::newRow("whose output has gone") << false;
+}
+
 void TestRemove::aPausedRow() {
     RunScene scene;
     scene.add({a, b});
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(0, a));
     const qint64 paused = scene.encoderPid();
-    QVERIFY(scene.hasOutput(a));
+    QFETCH(bool, outputIsThere);
+    if (!outputIsThere)
+        QVERIFY(QFile::remove(scene.output(a)));
+    QCOMPARE(scene.hasOutput(a), outputIsThere);
     removeRow(scene, 0, false);
     QVERIFY(!scene.hasOutput(a));
     QVERIFY(scene.program.state().isPausedRemove);
@@ -444,6 +467,13 @@ void TestRemove::aWaitingRowsFileIsLeftAlone() {
     QCOMPARE(scene.program.files().rowCount(), 0);
     QVERIFY(QFile::exists(scene.source(a)));
     QVERIFY(QFile::exists(scene.source(b)));
+    // Kept: it is marked though there was no paused encoder, until the next removal.
+    QVERIFY(scene.program.state().pausedFileIsDeleted);
+    scene.program.click("btnRemoveFile");
+    QVERIFY(scene.program.state().pausedFileIsDeleted); // the button is disabled
+    scene.add({a});
+    scene.program.click("btnRemoveFile");
+    QVERIFY(!scene.program.state().pausedFileIsDeleted);
 }
 
 void TestRemove::aReorderedList_data() {

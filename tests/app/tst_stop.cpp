@@ -40,6 +40,7 @@ private Q_SLOTS:
     void stopped();
     void everyKindOfEncoderEnds_data();
     void everyKindOfEncoderEnds();
+    void anOutputThatIsOpenedAfterwardsGoesToo();
     void aPausedRowGoesBackToWaiting();
     void aPausedEncoderThatWasKilled();
     void aPauseThatWasAskedForIsNoHindrance();
@@ -193,6 +194,22 @@ void TestStop::everyKindOfEncoderEnds() {
     QCOMPARE(scene.program.status(0), status::STATWT);
     QVERIFY(!scene.hasOutput(a));
     QCOMPARE(scene.program.boxes.seen.size(), 1);
+}
+
+// It is deleted when the encoder is told to end, and once more when it has ended.
+void TestStop::anOutputThatIsOpenedAfterwardsGoesToo() {
+    RunScene scene;
+    scene.program.app().engine().setPatience({1s, 500ms});
+    scene.addScript(a, {QStringLiteral("on-term ignore"), QStringLiteral("progress 1"),
+                        QStringLiteral("wait-file a.1"), QStringLiteral("create"),
+                        QStringLiteral("write 100"), QStringLiteral("touch opened"),
+                        QStringLiteral("hang")});
+    QVERIFY(scene.begin());
+    QTimer::singleShot(150, this, [&] { scene.go(a, 1); });
+    stop(scene);
+    QVERIFY(QFile::exists(scene.program.movies() + QStringLiteral("/opened")));
+    QVERIFY(!scene.hasOutput(a));
+    QCOMPARE(scene.encoderState(), '\0');
 }
 
 void TestStop::aPausedRowGoesBackToWaiting() {

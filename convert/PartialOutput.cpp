@@ -15,6 +15,11 @@ std::optional<struct stat> statOf(const QString& path) {
     return result;
 }
 
+bool isLink(const QString& path) {
+    struct stat result {};
+    return ::lstat(QFile::encodeName(path).constData(), &result) == 0 && S_ISLNK(result.st_mode);
+}
+
 bool isUnchanged(const struct stat& before, const struct stat& now) {
     return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
            before.st_size == now.st_size && before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
@@ -23,11 +28,15 @@ bool isUnchanged(const struct stat& before, const struct stat& now) {
 
 } // namespace
 
-PartialOutput::PartialOutput(const QString& path) : path_(path), before_(statOf(path)) {}
+PartialOutput::PartialOutput(const QString& path)
+    : path_(path), before_(statOf(path)), wasLink_(isLink(path)) {}
 
 bool PartialOutput::exists() const {
     const auto now = statOf(path_);
     if (!now || !S_ISREG(now->st_mode))
+        return false;
+    // An encoder makes no links: one that has come since leads to somebody else's file.
+    if (!wasLink_ && isLink(path_))
         return false;
     return !before_ || !isUnchanged(*before_, *now);
 }

@@ -25,6 +25,7 @@ public:
 private:
     QString path_;
     std::optional<struct stat> before_;
+    bool wasLink_ = false;
 };
 
 /// Whether both names lead to one file (device and inode). May hang on a dead share.

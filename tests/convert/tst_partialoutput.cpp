@@ -29,7 +29,10 @@ private Q_SLOTS:
     void folderIsMissing();
     void oddNames_data();
     void oddNames();
-    void removeOnlyTakesThePartialFile();
+    void linkThatAppearsStaysWithItsFile();
+    void fileBehindADanglingLinkIsPartial();
+    void changedFileBehindALinkIsPartial();
+    void linkPutInPlaceOfAnOlderFileStays();
     void sameFileThroughEveryName();
     void differentFilesAreDifferent();
 
@@ -167,9 +170,43 @@ void TestPartialOutput::oddNames() {
     QVERIFY(QDir(folder_->path()).isEmpty());
 }
 
-void TestPartialOutput::removeOnlyTakesThePartialFile() {
+void TestPartialOutput::linkThatAppearsStaysWithItsFile() {
     write(path(u"source.mp4"_s), "source");
     const PartialOutput output(path(u"out.mp4"_s));
+    QVERIFY(QFile::link(path(u"source.mp4"_s), output.path()));
+    QVERIFY(!output.exists());
+    output.remove();
+    QVERIFY(QFile::exists(path(u"source.mp4"_s)));
+    QVERIFY(QFile::exists(output.path()));
+}
+
+void TestPartialOutput::fileBehindADanglingLinkIsPartial() {
+    QVERIFY(QFile::link(path(u"elsewhere.mp4"_s), path(u"out.mp4"_s)));
+    const PartialOutput output(path(u"out.mp4"_s));
+    QVERIFY(!output.exists());
+    write(output.path(), "partial");
+    QVERIFY(output.exists());
+    output.remove();
+    QVERIFY(!QFile::exists(path(u"elsewhere.mp4"_s)));
+    QVERIFY(!output.exists());
+}
+
+void TestPartialOutput::changedFileBehindALinkIsPartial() {
+    write(path(u"elsewhere.mp4"_s), "older");
+    QVERIFY(QFile::link(path(u"elsewhere.mp4"_s), path(u"out.mp4"_s)));
+    const PartialOutput output(path(u"out.mp4"_s));
+    output.remove();
+    QVERIFY(QFile::exists(path(u"elsewhere.mp4"_s)));
+    write(output.path(), "partial");
+    output.remove();
+    QVERIFY(!QFile::exists(path(u"elsewhere.mp4"_s)));
+}
+
+void TestPartialOutput::linkPutInPlaceOfAnOlderFileStays() {
+    write(path(u"source.mp4"_s), "source");
+    write(path(u"out.mp4"_s), "older");
+    const PartialOutput output(path(u"out.mp4"_s));
+    QVERIFY(QFile::remove(output.path()));
     QVERIFY(QFile::link(path(u"source.mp4"_s), output.path()));
     output.remove();
     QVERIFY(QFile::exists(path(u"source.mp4"_s)));

@@ -206,13 +206,11 @@ void TestChildProcess::endComesExactlyOnce() {
 }
 
 void TestChildProcess::endCanBeReadInsideItsCallback() {
-    std::promise<std::shared_ptr<ChildProcess>> launched;
+    std::promise<const ChildProcess*> launched;
     std::promise<std::optional<ProcessEnd>> told;
     const auto child =
-        shell(u"exit 5"_s,
-              [&, whole = std::make_shared<std::shared_future<std::shared_ptr<ChildProcess>>>(
-                      launched.get_future())] { told.set_value(whole->get()->end()); });
-    launched.set_value(child);
+        shell(u"exit 5"_s, [&] { told.set_value(launched.get_future().get()->end()); });
+    launched.set_value(child.get());
     auto end = told.get_future();
     QVERIFY(end.wait_for(longEnough) == std::future_status::ready);
     const auto value = end.get();

@@ -38,7 +38,8 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
                    surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
       probe_(probeRunner_, files_, state_),
       addFiles_({mainThread_, files_, state_, probe_, surroundings.volumes, profiles_, resolutions_,
-                 *this, [this] { return engine_.dialogs().popUpforSdCardDelay(); }}),
+                 *this, [this] { return engine_.dialogs().popUpforSdCardDelay(); },
+                 [this] { return closeAsked_; }}),
       removeFiles_(files_, state_, engine_.pauseAndStop(), *this),
       rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), *this,
                  [this] { return engine_.dialogs().askSourceUnavailable(); }),
@@ -70,6 +71,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     _addFilePath = surroundings_.folders.readDefaultFilePath(PersistedFolders::ADD_FILE_COMPONENT);
     window_.form().outputFolderPath->setText(_outputFolderPath);
     window_.setTexts();
+    window_.fitToScreen();
     window_.setWindowTitle(appName + u' ' + surroundings_.version);
     state_.fileListStr = getLocalString("IDS_TXT_FILELIST");
     showFileCount(fileCountText(state_, state_.count));
@@ -107,7 +109,11 @@ bool AppDelegate::finish() {
 bool AppDelegate::closeWindow() {
     if (gate_.isOpen() || mainThread_.isClosing())
         return true;
-    gate_.pass([this] { window_.close(); });
+    closeAsked_ = mainThread_.isWaiting() && !QApplication::activeModalWidget();
+    gate_.pass([this] {
+        closeAsked_ = false;
+        window_.close();
+    });
     return false;
 }
 

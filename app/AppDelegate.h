@@ -119,6 +119,7 @@ private:
     QString _outputFolderPath;
     QString _addFilePath;
     bool cleanedUp_ = false;
+    bool closeAsked_ = false;
 
     const ProfileCatalogue profiles_;
     const ResolutionCatalogue resolutions_;

@@ -7,6 +7,7 @@
 
 #include <QCloseEvent>
 #include <QMouseEvent>
+#include <QScreen>
 
 namespace {
 
@@ -52,6 +53,11 @@ void MainWindow::setTexts() {
     setTip(form_->comboBox, "IDS_TIP_PROFILE");
     form_->theTableNew->setTexts();
     widenButtons();
+}
+
+void MainWindow::fitToScreen() {
+    constexpr QSize frame(16, 48); // not known before the window is shown
+    resize(size().boundedTo(screen()->availableSize() - frame));
 }
 
 // Some styles leave a button's text no room at its sides.

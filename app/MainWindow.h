@@ -23,6 +23,8 @@ public:
 
     /// Titles, captions, names for screen readers and tooltips, from the string table.
     void setTexts();
+    /// Makes the window no larger than its screen has room for.
+    void fitToScreen();
     /// Asked when the user closes the window; the window stays open unless it answers true.
     void setCloseHandler(std::function<bool()> handler) { closeHandler_ = std::move(handler); }
 

@@ -24,7 +24,9 @@ QString PersistedFolders::readDefaultFilePath(const QString& fileName) const {
     if (!file.open(QIODevice::ReadOnly))
         return defaultFolder();
     // Stateless: a character that is cut by the file's end is an error, too.
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    // A byte-order mark belongs to the text like everything else.
+    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless |
+                                                       QStringConverter::Flag::ConvertInitialBom);
     const QString text = decoder.decode(file.readAll());
     if (decoder.hasError() || text.isEmpty() || text.contains(QChar::Null) ||
         !QFileInfo::exists(text))

@@ -12,9 +12,13 @@ const QString positionMark = QStringLiteral("time=");
 const QString summaryMark = QStringLiteral("LPSNR=");
 constexpr int positionLength = 11;
 
+// The last two come at the very end, when the movie's index cannot be written: the encoder then
+// prints its summary and ends with 0, and the file cannot be played.
 bool holdsWriteFailure(const QString& piece) {
     return piece.contains(QStringLiteral("av_interleaved_write_frame")) ||
-           piece.contains(QStringLiteral("No space left on device"));
+           piece.contains(QStringLiteral("No space left on device")) ||
+           piece.contains(QStringLiteral("Error writing trailer of")) ||
+           piece.contains(QStringLiteral("Error closing file"));
 }
 
 std::optional<double> positionAfterSummary(const QString& piece) {

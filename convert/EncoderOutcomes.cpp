@@ -16,7 +16,10 @@
 using namespace std::chrono_literals;
 
 void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) {
-    const auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
+    auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
+    // Somebody else may have deleted it: never "Converted" with nothing there.
+    if (verdict == EncoderLife::Verdict::Converted && !run->output.exists())
+        verdict = EncoderLife::Verdict::Failed;
     switch (verdict) {
     case EncoderLife::Verdict::Converted:
         converted(run);

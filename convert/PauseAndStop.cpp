@@ -216,6 +216,9 @@ void PauseAndStop::askToEnd(const EncoderRunPtr& run, EncoderLife::Request reque
 }
 
 void PauseAndStop::removeUnfinishedOutput(const EncoderRun& run) const {
+    // Before its encoder a run has written nothing.
+    if (!run.task)
+        return;
     // One that came to its end in good order has a finished file, whether its reader knows it yet
     // or not.
     const auto end = run.task ? run.task->end() : std::nullopt;

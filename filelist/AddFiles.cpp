@@ -53,7 +53,7 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
     resolutionId_ = ResolutionCatalogue::smallestId;
     parts_.window.setRemoveEnabled(true);
     for (const QString& path : paths) {
-        if (addOne(path, origin) == Next::Stop)
+        if (parts_.isCloseAsked() || addOne(path, origin) == Next::Stop)
             break;
     }
     close();
@@ -77,7 +77,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
         const bool accepted = record->text(key::video) == hevc;
         // Kept: the encoder's last position decides, which no probe sets, so movies are examined
         // twice until one was converted.
-        if (parts_.state.probe.duration.size() < shortestPosition)
+        if (parts_.state.probe.duration.size() < shortestPosition && !parts_.probe.gaveUp())
             parts_.probe.getVideoInfo(path, parts_.files.rowCount());
         if (!accepted) {
             reject(origin);

@@ -32,6 +32,8 @@ public:
         ListWindow& window;
         /// The question about a removable volume; see ConversionDialogs.
         std::function<int()> popUpforSdCardDelay;
+        /// Whether the user wants to close the window: no further movie is looked at.
+        std::function<bool()> isCloseAsked;
     };
 
     explicit AddFiles(Parts parts) : parts_(std::move(parts)) {}

@@ -74,6 +74,16 @@ bool isRowSelected(const QStyleOptionViewItem& option, const QModelIndex& index)
 
 } // namespace
 
+// A name may hold line breaks; a row has one line.
+QString TextDelegate::displayText(const QVariant& value, const QLocale& locale) const {
+    QString text = QStyledItemDelegate::displayText(value, locale);
+    for (QChar& each : text) {
+        if (each == u'\n' || each == u'\r' || each == QChar::LineSeparator)
+            each = u' ';
+    }
+    return text;
+}
+
 void TextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     option->features &= ~QStyleOptionViewItem::HasDecoration;
@@ -269,6 +279,16 @@ int RowButtonDelegate::columnWidth(const QWidget&) {
     return buttonSide + 3 * gap;
 }
 
+// On the colour of a selected row a blue image would not be seen.
+void RowButtonDelegate::paintDisc(QPainter* painter, const QRect& place) {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(Qt::white);
+    painter->drawEllipse(QRectF(place).adjusted(-0.5, -0.5, 0.5, 0.5));
+    painter->restore();
+}
+
 void RowButtonDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const {
     QStyleOptionViewItem cell = option;
@@ -294,5 +314,7 @@ void RowButtonDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         styleOf(option)->drawPrimitive(QStyle::PE_PanelButtonTool, &button, painter, option.widget);
     QRect place(0, 0, buttonSide, buttonSide);
     place.moveCenter(option.rect.center());
+    if (option.state & QStyle::State_Selected)
+        paintDisc(painter, place);
     image.paint(painter, place);
 }

@@ -16,6 +16,7 @@ public:
 
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+    [[nodiscard]] QString displayText(const QVariant& value, const QLocale& locale) const override;
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
@@ -85,5 +86,7 @@ public:
                const QModelIndex& index) const override;
 
 private:
+    static void paintDisc(QPainter* painter, const QRect& place);
+
     QPersistentModelIndex pressed_;
 };

@@ -5,6 +5,8 @@
 #include "widgets/ProgressCell.h"
 #include "widgets/ProgressObject.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 
 namespace {
@@ -82,7 +84,12 @@ QVariant FileTableModel::data(const QModelIndex& index, int role) const {
         return source_.toolTip(column, row);
     case Qt::ToolTipRole: {
         const QString tip = source_.toolTip(column, row);
-        return tip.isEmpty() ? QVariant() : tip;
+        if (tip.isEmpty())
+            return {};
+        // A movie may be called anything, also something that looks like markup.
+        return Qt::mightBeRichText(tip) ? QString(QStringLiteral("<span>") + tip.toHtmlEscaped() +
+                                                  QStringLiteral("</span>"))
+                                        : tip;
     }
     case IdRole:
         return source_.idAt(row);

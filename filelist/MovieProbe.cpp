@@ -36,7 +36,8 @@ void putInto(JobRecord& record, const RetryFindings& findings) {
 ProbeRunner::Result MovieProbe::run(const QString& moviePath, ProbeRunner::ChunkHandler handler) {
     const ProbeRunner::Result result = runner_.run(moviePath, std::move(handler));
     encoderMissing_ = result == ProbeRunner::Result::FailedToStart;
-    if (result == ProbeRunner::Result::Silent)
+    gaveUp_ = result == ProbeRunner::Result::Silent;
+    if (gaveUp_)
         qCWarning(log, "the examination of a movie was given up: %s", qPrintable(moviePath));
     return result;
 }

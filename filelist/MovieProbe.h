@@ -16,6 +16,8 @@ public:
 
     /// Whether the last probe found no program to run.
     [[nodiscard]] bool isEncoderMissing() const { return encoderMissing_; }
+    /// Whether the last probe was killed because it would not end.
+    [[nodiscard]] bool gaveUp() const { return gaveUp_; }
 
     /// The whole report on a movie, without what the movie says about itself. `rowNumber` is the
     /// number of rows with the new one.
@@ -30,4 +32,5 @@ private:
     FileList& files_;
     SharedState& state_;
     bool encoderMissing_ = false;
+    bool gaveUp_ = false;
 };

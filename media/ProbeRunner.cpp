@@ -17,8 +17,14 @@ constexpr auto longestGoodbye = 500ms;
 
 bool readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
                std::chrono::milliseconds patience) {
+    // One that goes on speaking, as about a playlist with missing parts, has its limit too.
+    const auto deadline = std::chrono::steady_clock::now() + 2 * patience;
     for (;;) {
         QByteArray chunk;
+        if (std::chrono::steady_clock::now() >= deadline) {
+            child.kill();
+            return false;
+        }
         switch (child.read(chunk, patience)) {
         case ChildProcess::Read::Data:
             if (handler(chunk) == ProbeRunner::Answer::Interrupt)

@@ -16,7 +16,7 @@ public:
     enum class Result {
         Ended,         ///< with whatever status: ffmpeg always misses an output
         FailedToStart, ///< the program is missing or cannot be executed
-        Silent         ///< killed after `patience` without a word
+        Silent         ///< killed after `patience` without a word, or after twice that in all
     };
 
     enum class Answer { ReadOn, Interrupt };

@@ -2,8 +2,6 @@
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "filelist/FileTableView.h"
-#include "filelist/StatusWords.h"
-#include "widgets/ProgressObject.h"
 
 #include <QCheckBox>
 #include <QFile>

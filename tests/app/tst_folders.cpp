@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <unistd.h>

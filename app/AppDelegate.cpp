@@ -128,6 +128,17 @@ void AppDelegate::addData() {
         addFiles_.close();
 }
 
+// A closing that was asked for before, and that a box has swallowed, must not end this add.
+void AppDelegate::addPicked(const QStringList& paths) {
+    closeAsked_ = false;
+    addFiles_.addPicked(paths);
+}
+
+void AppDelegate::addDropped(const QStringList& paths) {
+    closeAsked_ = false;
+    addFiles_.addDropped(paths);
+}
+
 void AppDelegate::remove() {
     removeFiles_.remove();
 }

@@ -79,9 +79,9 @@ public:
     // The window's actions. Each runs inside the gate.
     void addData();
     /// The movies of a confirmed panel.
-    void addPicked(const QStringList& paths) { addFiles_.addPicked(paths); }
+    void addPicked(const QStringList& paths);
     /// Movies that another program dropped on the table.
-    void addDropped(const QStringList& paths) { addFiles_.addDropped(paths); }
+    void addDropped(const QStringList& paths);
     void remove();
     void convert();
     void stop();

@@ -107,6 +107,8 @@ bool AddFiles::volumeIsRefused(const QString& path) {
     qCDebug(log, "%s: %.2lfM", qPrintable(path), static_cast<double>(facts.size) / 1'000'000.0);
     if (!facts.volume.removable)
         return false;
+    if (parts_.isCloseAsked())
+        return true;
     const SharedState& state = parts_.state;
     const int answer = state.checkStatusForSdCardDelay ? state.resultStoredForSdCardDelay
                                                        : parts_.popUpforSdCardDelay();
@@ -201,14 +203,14 @@ void AddFiles::undoHalfBuilt(const JobRecordPtr& record) {
 }
 
 void AddFiles::tellUnsupported() {
-    if (std::exchange(unsupportedTold_, true))
+    if (parts_.isCloseAsked() || std::exchange(unsupportedTold_, true))
         return;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg({getLocalString("IDS_TXT_UNSUPPORTED"), getLocalString("IDS_BTN_POPUP_OK")});
 }
 
 void AddFiles::tellEncoderMissing() {
-    if (std::exchange(encoderMissingTold_, true))
+    if (parts_.isCloseAsked() || std::exchange(encoderMissingTold_, true))
         return;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg({getLocalString("IDS_TXT_ENCODER_MISSING"), getLocalString("IDS_BTN_POPUP_OK")});

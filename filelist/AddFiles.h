@@ -32,7 +32,8 @@ public:
         ListWindow& window;
         /// The question about a removable volume; see ConversionDialogs.
         std::function<int()> popUpforSdCardDelay;
-        /// Whether the user wants to close the window: no further movie is looked at.
+        /// Whether the user wants to close the window: no further movie is looked at, and no box
+        /// opens that would swallow it.
         std::function<bool()> isCloseAsked;
     };
 

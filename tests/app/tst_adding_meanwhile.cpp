@@ -2,12 +2,15 @@
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "filelist/FileTableView.h"
+#include "widgets/PopUpBoxes.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
 
 #include <signal.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -39,6 +42,8 @@ private Q_SLOTS:
     void whatARunHasDisabledIsDropped();
     void nothingGoesThroughUnderTheBox();
     void windowClosedMeanwhile();
+    void windowClosedWhileARefusedMovieIsExamined();
+    void aCloseThatABoxSwallowedIsForgotten();
     void programEndsMeanwhile_data();
     void programEndsMeanwhile();
     void programEndsUnderAPanel_data();
@@ -151,11 +156,47 @@ void TestAddingMeanwhile::windowClosedMeanwhile() {
     });
     QTimer::singleShot(0, &program.app(), [&] { program.add({movie, good}); });
     QCOMPARE(QApplication::exec(), 0);
-    // The add had come to its end when the window closed.
+    // The movie that was looked at is in, the others were not looked at any more.
     QVERIFY(!program.app().window().isVisible());
     QVERIFY(program.app().mainThread().isClosing());
-    QCOMPARE(program.files().rowCount(), 2);
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(areInStep(program.files()));
     QVERIFY(QFile::exists(program.output(QStringLiteral("default_hevc_path.txt"))));
+}
+
+// A box about the movie would swallow the closing.
+void TestAddingMeanwhile::windowClosedWhileARefusedMovieIsExamined() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    const QString bad = program.movie(QStringLiteral("b.mp4"))
+                            .probeSteps({"touch started", "wait-file go", "report video=h264"})
+                            .write();
+    whileProbing(program, [&] {
+        program.app().window().close();
+        go(program);
+    });
+    program.boxes.promise(1000);
+    program.add({good, bad, good});
+    QTRY_VERIFY(!program.app().window().isVisible());
+    QVERIFY(program.boxes.seen.isEmpty());
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(areInStep(program.files()));
+}
+
+void TestAddingMeanwhile::aCloseThatABoxSwallowedIsForgotten() {
+    ControllerFixture program;
+    once([&] { return program.app().mainThread().isWaiting(); },
+         [&] { program.app().window().close(); });
+    program.app().mainThread().waitFor(100ms);
+    program.boxes.promise(1000);
+    PopUpBoxes(&program.app().window()).PopUpMesg({text("IDS_TXT_UNSUPPORTED")});
+    QVERIFY(program.app().window().isVisible());
+
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    program.add({good});
+    QCOMPARE(program.files().rowCount(), 1);
+    program.drop({good});
+    QCOMPARE(program.files().rowCount(), 2);
 }
 
 void TestAddingMeanwhile::programEndsMeanwhile_data() {

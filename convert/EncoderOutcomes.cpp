@@ -68,8 +68,10 @@ void EncoderOutcomes::endAsAsked(const EncoderRunPtr& run, EncoderReader& reader
             reader.awaitObedience();
         }
     }
-    const auto [verdict, isFinished] = context_.mainThread.onMainThread(
+    const std::pair ended = context_.mainThread.onMainThread(
         [&] { return std::pair(run->life.verdict(), run->life.isFinished()); });
+    const EncoderLife::Verdict verdict = ended.first; // clang 14 captures no structured binding
+    const bool isFinished = ended.second;
     if (verdict == EncoderLife::Verdict::Converted) {
         converted(run);
         return;

@@ -18,7 +18,6 @@ namespace {
 
 const QString a = QStringLiteral("a");
 const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
 
 } // namespace
 

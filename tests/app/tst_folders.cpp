@@ -101,6 +101,10 @@ void TestFolders::reading_data() {
     row("other letters", "F/\xc3\xa9t\xc3\xa9 \xf0\x9f\x8e\xac", QString::fromUtf8("F/été 🎬"));
     row("a plain file is taken as well", "F/plain", QStringLiteral("F/plain"));
     row("a slash at the end stays", "F/there/", QStringLiteral("F/there/"));
+    row("a byte-order mark belongs to the name",
+        "\xef\xbb\xbf"
+        "F/there",
+        defaultFolder);
     row("nothing in it", "", defaultFolder);
     row("a line end", "F/there\n", defaultFolder);
     row("a line end of another system", "F/there\r\n", defaultFolder);

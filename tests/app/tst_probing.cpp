@@ -29,6 +29,7 @@ private Q_SLOTS:
     void grandchildHoldsThePipe();
     void silentForEver();
     void slowButNotSilent();
+    void talksForEver();
 
     void encoderMissing();
     void encoderMissingWithMoviesInTheList();
@@ -245,7 +246,7 @@ void TestProbing::grandchildHoldsThePipe() {
 
 void TestProbing::silentForEver() {
     ControllerFixture program;
-    program.app().probeRunner().setPatience(150ms);
+    program.app().probeRunner().setPatience(500ms);
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     const QString silent =
         program.movie(QStringLiteral("b.mp4")).probeSteps({"ignore-term", "hang"}).write();
@@ -254,20 +255,38 @@ void TestProbing::silentForEver() {
     QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_UNSUPPORTED")});
     QCOMPARE(program.files().idList, (std::vector<int>{1, 3}));
     QVERIFY(areInStep(program.files()));
+    // Nobody waits for it a second time.
+    QCOMPARE(probes(program, silent), 1);
     QTRY_COMPARE(program.app().processes().liveCount(), 0);
 }
 
 void TestProbing::slowButNotSilent() {
     ControllerFixture program;
     program.state().probe.duration = QStringLiteral("00:00:01.00"); // one look is enough
-    program.app().probeRunner().setPatience(1000ms);
+    program.app().probeRunner().setPatience(1500ms);
     QElapsedTimer clock;
     clock.start();
     program.add({program.movie(QStringLiteral("a.mp4"))
-                     .probeSteps({"loop 12", "print .", "wait 100", "end", "print \\n", "report"})
+                     .probeSteps({"loop 16", "print .", "wait 100", "end", "print \\n", "report"})
                      .write()});
-    QVERIFY(clock.elapsed() >= 1200);
+    QVERIFY(clock.elapsed() >= 1600);
     QCOMPARE(program.files().rowCount(), 1);
+}
+
+void TestProbing::talksForEver() {
+    ControllerFixture program;
+    program.app().probeRunner().setPatience(400ms);
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    const QString talking = program.movie(QStringLiteral("b.mp4"))
+                                .probeSteps({"ignore-term", "report", "loop 1000000",
+                                             "print so on\\n", "wait 5", "end"})
+                                .write();
+    program.boxes.promise(1000);
+    program.add({good, talking, good});
+    QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_UNSUPPORTED")});
+    QCOMPARE(program.files().idList, (std::vector<int>{1, 3}));
+    QCOMPARE(probes(program, talking), 1);
+    QTRY_COMPARE(program.app().processes().liveCount(), 0);
 }
 
 void TestProbing::encoderMissing() {

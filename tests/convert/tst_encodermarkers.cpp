@@ -65,6 +65,8 @@ void TestEncoderMarkers::findsMarks_data() {
     row("write failure", u"av_interleaved_write_frame(): No space left on device\n"_s, "w");
     row("write failure alone", u"av_interleaved_write_frame(): Input/output error\n"_s, "ew");
     row("index", u"Error writing trailer of a.mp4: No space left on device\n"_s, "w");
+    row("index, other reasons", u"Error writing trailer of a.mp4: File too large\n"_s, "w");
+    row("end of the file", u"Error closing file a.mp4: Input/output error\n"_s, "ew");
     row("no space in lower case", u"no space left on device\n"_s, "");
     row("everything", u"error Invalid "_s + summary + u"No space left on device"_s, "peiws");
 }

@@ -278,7 +278,7 @@ void TestPieceCutter::namesAndMetadataAreBlanked_data() {
     row("output", "Output #0, mp4, to '/error/LPSNR= av_interleaved_write_frame.mp4':\n");
     row("refused output", "/error/LPSNR= av_interleaved_write_frame.mp4: Permission denied\n");
     row("output elsewhere in a line",
-        "Error closing file /error/LPSNR= av_interleaved_write_frame.mp4: Broken pipe\n");
+        "Could not write header for /error/LPSNR= av_interleaved_write_frame.mp4: Broken pipe\n");
     row("title", "  Metadata:\n    title           : trial and error\n");
     row("continued", "  Metadata:\n    comment         : Invalid\n                    : No space "
                      "left on device\n");

@@ -21,6 +21,7 @@ ARTIFACTS = os.environ.get("REELSHIFT_E2E_ARTIFACTS", os.path.join(tempfile.gett
 
 class ProgramTest(unittest.TestCase):
     maxDiff = None
+    program = PROGRAM
 
     def setUp(self):
         self.home = tempfile.mkdtemp(prefix="home-")
@@ -30,7 +31,7 @@ class ProgramTest(unittest.TestCase):
         self.app = self.start()
 
     def start(self):
-        app = window.Application(PROGRAM, self.home, self.log)
+        app = window.Application(self.program, self.home, self.log)
         self.addCleanup(app.__exit__)
         self.addCleanup(self._keep_evidence, app)
         app.window()

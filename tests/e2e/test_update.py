@@ -1,0 +1,343 @@
+#!/usr/bin/python3
+"""The offer of a new version in the real window, with an update server on this machine: the program
+under test is built with that server's address."""
+
+import hashlib
+import http.server
+import os
+import random
+import threading
+import unittest
+
+from harness import ProgramTest, main, window
+from texts import text
+
+PROGRAM = os.environ.get("REELSHIFT_LOOPBACK", "")
+PORT = int(os.environ.get("REELSHIFT_LOOPBACK_PORT", "0"))
+SCREENS = os.environ.get("REELSHIFT_E2E_ARTIFACTS", "")
+DOCUMENT_PATH = "/xmlcontainer/customer/data/reelshift/mac/server_version.xml"
+INSTALLER_NAME = "Quorvex Reelshift 9.9.9.9.run"
+INSTALLER_PATH = "/files/Quorvex%20Reelshift%209.9.9.9.run"
+INSTALLER = random.Random(9999).randbytes(20 * 1024 * 1024)
+PIECE = 64 * 1024
+FOLDER_FILES = ["add_hevc_file_path.txt", "default_hevc_path.txt"]
+CHECK_THREAD = "version check"
+
+
+def document(version, path=INSTALLER_PATH):
+    return (f'<?xml version="1.0" encoding="UTF-8"?>\n<product>\n'
+            f"  <version>{version}</version>\n"
+            f"  <setupFile><url>http://127.0.0.1:{PORT}{path}</url></setupFile>\n"
+            f"</product>\n").encode()
+
+
+class UpdateServer(http.server.ThreadingHTTPServer):
+    """Serves one document and one installer, the latter only as far as the test allows."""
+
+    def __init__(self, body):
+        super().__init__(("127.0.0.1", PORT), UpdateHandler)
+        self.body = body
+        self.says_length = True
+        self.asked = threading.Event()      # somebody wants the document
+        self.may_answer = threading.Event()
+        self.may_answer.set()
+        self.answered = threading.Event()   # all of the document is on its way
+        self._progress = threading.Condition()
+        self._allowed = 0
+        self._closed = False
+        threading.Thread(target=self.serve_forever, args=(0.05,), daemon=True).start()
+
+    def handle_error(self, request, client_address):
+        pass  # a program that has ended does not wait for the rest
+
+    def allow(self, share):
+        with self._progress:
+            self._allowed = int(len(INSTALLER) * share)
+            self._progress.notify_all()
+
+    def wait_for_more(self, sent):
+        """How far the installer may be sent, once that is further than `sent`."""
+        with self._progress:
+            self._progress.wait_for(lambda: self._allowed > sent or self._closed)
+            return 0 if self._closed else self._allowed
+
+    def end(self):
+        with self._progress:
+            self._closed = True
+            self._progress.notify_all()
+        self.may_answer.set()
+        self.shutdown()
+        self.server_close()
+
+
+class UpdateHandler(http.server.BaseHTTPRequestHandler):
+    def log_message(self, *_):
+        pass
+
+    def do_GET(self):
+        if self.path == DOCUMENT_PATH:
+            self.server.asked.set()
+            self.server.may_answer.wait()
+            self._begin(len(self.server.body))
+            self.wfile.write(self.server.body)
+            self.server.answered.set()
+        elif self.path == INSTALLER_PATH:
+            self._begin(len(INSTALLER) if self.server.says_length else None)
+            self._send_installer()
+        else:
+            self.send_error(404)
+
+    def _begin(self, length):
+        self.send_response(200)
+        self.send_header("Content-Type", "application/octet-stream")
+        if length is not None:
+            self.send_header("Content-Length", str(length))
+        self.end_headers()
+
+    def _send_installer(self):
+        sent = 0
+        while sent < len(INSTALLER):
+            allowed = self.server.wait_for_more(sent)
+            if allowed == 0:
+                return
+            while sent < allowed:
+                end = min(sent + PIECE, allowed)
+                self.wfile.write(INSTALLER[sent:end])
+                sent = end
+
+
+@unittest.skipUnless(PROGRAM and PORT, "no program that looks for versions on this machine")
+class UpdateTest(ProgramTest):
+    program = PROGRAM
+
+    def setUp(self):
+        self.server = None
+        super().setUp()
+
+    def start(self):
+        """Nothing is started here: every test has a server of its own first."""
+
+    def serve(self, body):
+        try:
+            self.server = UpdateServer(body)
+        except OSError as error:
+            self.skipTest(f"port {PORT} cannot be had: {error}")
+        self.addCleanup(self.server.end)
+        return self.server
+
+    def begin(self):
+        """Starts the program; the system's handler for files is one that only takes notes."""
+        self.downloads = os.path.join(self.home, "Downloads")
+        self.notes = os.path.join(self.home, "opened")
+        handlers = os.path.join(self.home, "bin")
+        os.mkdir(handlers)
+        handler = os.path.join(handlers, "xdg-open")
+        with open(handler, "w", encoding="utf-8") as file:
+            file.write(f'#!/bin/sh\nprintf "%s\\n" "$@" >>"{self.notes}.new"\n'
+                       f'mv "{self.notes}.new" "{self.notes}"\n')
+        os.chmod(handler, 0o755)
+        path = os.environ["PATH"]
+        os.environ["PATH"] = handlers + os.pathsep + path
+        try:
+            self.app = super().start()
+        finally:
+            os.environ["PATH"] = path
+
+    def offered(self):
+        """Serves a newer version, starts the program and gives the window that asks."""
+        self.serve(document("9.9.9.9"))
+        self.begin()
+        return self.question()
+
+    def question(self):
+        box = self.app.box()
+        self.assertEqual(text("IDS_TXT_UPDATE_TITLE"), box.node.get_name())
+        return box
+
+    def accept(self, box):
+        """Presses OK and gives the bar that appears in the same window."""
+        window.press(window.find(box.node, "push button", text("IDS_BTN_POPUP_OK")))
+        return window.wait_for(
+            lambda: window.find(box.node, "progress bar", text("IDS_A11Y_DOWNLOAD_PROGRESS"),
+                                required=False), "the progress bar")
+
+    @staticmethod
+    def bar_share(bar):
+        """From 0.0 to 1.0; -1.0 while the bar is only busy."""
+        low = window.Atspi.Value.get_minimum_value(bar)
+        high = window.Atspi.Value.get_maximum_value(bar)
+        now = window.Atspi.Value.get_current_value(bar)
+        return (now - low) / (high - low) if high > low else -1.0
+
+    def send_until(self, bar, share):
+        self.server.allow(share)
+        window.wait_for(lambda: abs(self.bar_share(bar) - share) < 0.002,
+                        f"the bar to stand at {share}")
+
+    def screen(self, name):
+        if SCREENS:
+            window.screenshot(os.path.join(SCREENS, self.id(), name + ".png"))
+
+    def partial_files(self):
+        return [name for name in os.listdir(self.downloads) if name.endswith(".part")]
+
+    def check_ended_with_folders(self):
+        self.assertEqual(0, self.app.wait_until_ended())
+        self.assertEqual(FOLDER_FILES, sorted(os.listdir(self.documents)))
+
+    def check_installer(self):
+        self.assertEqual([INSTALLER_NAME], os.listdir(self.downloads))
+        path = os.path.join(self.downloads, INSTALLER_NAME)
+        with open(path, "rb") as file:
+            self.assertEqual(hashlib.sha256(INSTALLER).hexdigest(),
+                             hashlib.sha256(file.read()).hexdigest())
+        self.assertEqual(0, os.stat(path).st_mode & 0o111)
+        window.wait_for(lambda: os.path.exists(self.notes), "the handler to be called")
+        with open(self.notes, encoding="utf-8") as file:
+            self.assertEqual([f"file://{self.downloads}/{os.path.basename(INSTALLER_PATH)}"],
+                             file.read().splitlines())
+
+
+class Download(UpdateTest):
+    def test_to_the_very_end(self):
+        server = self.serve(document("9.9.9.9"))
+        server.may_answer.clear()
+        self.begin()
+        self.assertTrue(server.asked.wait(window.LIMIT), "nobody asks for the document")
+        # The window is there and answers while the server does not.
+        self.assertTrue(window.is_enabled(self.app.button("IDS_BTN_ADD_FILE")))
+        self.assertEqual([], self.app.dialogs())
+        server.may_answer.set()
+
+        box = self.question()
+        window.find(box.node, "label", text("IDS_TXT_NEWVERSION"))
+        self.assertEqual([text("IDS_BTN_POPUP_OK"), text("IDS_BTN_POPUP_CANCEL")],
+                         [name for name in box.buttons if name])
+        self.assertFalse(os.path.exists(self.downloads))
+        self.screen("question")
+        bar = self.accept(box)
+        for share in (0.1, 0.25, 0.5):
+            self.send_until(bar, share)
+        self.assertEqual(1, len(self.partial_files()))
+        self.assertEqual(self.partial_files(), os.listdir(self.downloads))
+        self.screen("half_way")
+        self.send_until(bar, 0.75)
+        server.allow(1)
+        self.check_ended_with_folders()
+        self.check_installer()
+
+    def test_of_unknown_size(self):
+        box = self.offered()
+        self.server.says_length = False
+        bar = self.accept(box)
+        self.server.allow(0.5)
+        window.wait_for(lambda: os.path.isdir(self.downloads) and any(
+            os.path.getsize(os.path.join(self.downloads, name)) == len(INSTALLER) // 2
+            for name in self.partial_files()), "half of the file")
+        self.assertEqual(-1.0, self.bar_share(bar))
+        self.screen("unknown_size")
+        self.server.allow(1)
+        self.check_ended_with_folders()
+        self.check_installer()
+
+    def test_cancel_in_the_middle(self):
+        box = self.offered()
+        self.send_until(self.accept(box), 0.5)
+        box.press(text("IDS_BTN_POPUP_CANCEL"))
+        window.wait_for(lambda: not os.listdir(self.downloads), "the partial file to go")
+        self.assertTrue(window.is_enabled(self.app.button("IDS_BTN_ADD_FILE")))
+        self.app.close()
+        self.check_ended_with_folders()
+        self.assertEqual([], os.listdir(self.downloads))
+        self.assertFalse(os.path.exists(self.notes))
+
+    def test_sigterm_in_the_middle(self):
+        self.send_until(self.accept(self.offered()), 0.5)
+        self.assertEqual(1, len(self.partial_files()))
+        self.app.terminate()
+        self.check_ended_with_folders()
+        self.assertEqual([], os.listdir(self.downloads))
+        self.assertFalse(os.path.exists(self.notes))
+
+
+class Question(UpdateTest):
+    def test_cancel_goes_on_without(self):
+        self.offered().press(text("IDS_BTN_POPUP_CANCEL"))
+        self.assertEqual([], self.app.dialogs())
+        self.assertTrue(window.is_enabled(self.app.button("IDS_BTN_ADD_FILE")))
+        self.app.close()
+        self.check_ended_with_folders()
+        self.assertFalse(os.path.exists(self.downloads))
+
+    def close_main_window(self):
+        main_window = self.app.window()
+        # To the front by its title bar, which the small window does not cover.
+        box = window.Atspi.Component.get_extents(main_window, window.Atspi.CoordType.SCREEN)
+        window.Atspi.generate_mouse_event(box.x + box.width // 2, box.y - 8, "b1c")
+        self.app.close()
+        window.wait_for(window.Dialog(main_window).is_gone, "the main window to go")
+
+    def test_outlives_the_main_window(self):
+        box = self.offered()
+        self.close_main_window()
+        window.find(box.node, "label", text("IDS_TXT_NEWVERSION"))
+        self.assertIsNone(self.app.process.poll())
+        self.assertEqual([], os.listdir(self.documents))
+        window.press(window.find(box.node, "push button", text("IDS_BTN_POPUP_CANCEL")))
+        self.check_ended_with_folders()
+
+
+class Nothing(UpdateTest):
+    """What is no newer version is not shown at all."""
+
+    def check_nothing_is_shown(self):
+        window.wait_for(lambda: CHECK_THREAD not in self.threads(), "the check to end")
+        self.assertTrue(window.is_enabled(self.app.button("IDS_BTN_ADD_FILE")))
+        self.assertEqual([], self.app.dialogs())
+        self.assertEqual(1, len(self.app.tops()))
+        self.app.close()
+        self.check_ended_with_folders()
+
+    def threads(self):
+        tasks = f"/proc/{self.app.process.pid}/task"
+        names = []
+        for task in os.listdir(tasks):
+            try:
+                with open(f"{tasks}/{task}/comm", encoding="utf-8") as file:
+                    names.append(file.read().strip())
+            except OSError:
+                pass  # it has just ended
+        return names
+
+    def check_document(self, body):
+        server = self.serve(body)
+        server.may_answer.clear()
+        self.begin()
+        self.assertTrue(server.asked.wait(window.LIMIT), "nobody asks for the document")
+        self.assertIn(CHECK_THREAD, self.threads())
+        server.may_answer.set()
+        self.assertTrue(server.answered.wait(window.LIMIT), "nobody takes the document")
+        self.check_nothing_is_shown()
+
+    def test_for_the_same_version(self):
+        self.check_document(document("1.0.0.0"))
+
+    def test_for_three_parts(self):
+        self.check_document(document("9.9.9"))
+
+    def test_for_rubbish(self):
+        self.check_document(b"\0\xff<html><p>9.9.9.9" * 1000)
+
+    def test_without_a_server(self):
+        self.serve(b"").end()
+        self.begin()
+        window.wait_for(lambda: "document was not read" in self.logged(), "the check to fail")
+        self.check_nothing_is_shown()
+
+    def logged(self):
+        with open(self.log, encoding="utf-8") as file:
+            return file.read()
+
+
+if __name__ == "__main__":
+    main()

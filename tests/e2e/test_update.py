@@ -125,28 +125,32 @@ class UpdateTest(ProgramTest):
         self.addCleanup(self.server.end)
         return self.server
 
-    def begin(self):
-        """Starts the program; the system's handler for files is one that only takes notes."""
+    def begin(self, with_handler=True):
+        """Starts the program; the system's handler for files, if any, is one that takes notes."""
         self.downloads = os.path.join(self.home, "Downloads")
         self.notes = os.path.join(self.home, "opened")
         handlers = os.path.join(self.home, "bin")
         os.mkdir(handlers)
-        handler = os.path.join(handlers, "xdg-open")
-        with open(handler, "w", encoding="utf-8") as file:
-            file.write(f'#!/bin/sh\nprintf "%s\\n" "$@" >>"{self.notes}.new"\n'
-                       f'mv "{self.notes}.new" "{self.notes}"\n')
-        os.chmod(handler, 0o755)
         path = os.environ["PATH"]
-        os.environ["PATH"] = handlers + os.pathsep + path
+        os.environ["PATH"] = handlers
+        if with_handler:
+            self.write_handler(os.path.join(handlers, "xdg-open"))
+            os.environ["PATH"] += os.pathsep + path
         try:
             self.app = super().start()
         finally:
             os.environ["PATH"] = path
 
-    def offered(self):
+    def write_handler(self, path):
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(f'#!/bin/sh\nprintf "%s\\n" "$@" >>"{self.notes}.new"\n'
+                       f'mv "{self.notes}.new" "{self.notes}"\n')
+        os.chmod(path, 0o755)
+
+    def offered(self, with_handler=True):
         """Serves a newer version, starts the program and gives the window that asks."""
         self.serve(document("9.9.9.9"))
-        self.begin()
+        self.begin(with_handler)
         return self.question()
 
     def question(self):
@@ -186,16 +190,38 @@ class UpdateTest(ProgramTest):
         self.assertEqual(FOLDER_FILES, sorted(os.listdir(self.documents)))
 
     def check_installer(self):
+        self.check_file()
+        window.wait_for(lambda: os.path.exists(self.notes), "the handler to be called")
+        with open(self.notes, encoding="utf-8") as file:
+            self.assertEqual([f"file://{self.downloads}/{os.path.basename(INSTALLER_PATH)}"],
+                             file.read().splitlines())
+
+    def check_file(self):
         self.assertEqual([INSTALLER_NAME], os.listdir(self.downloads))
         path = os.path.join(self.downloads, INSTALLER_NAME)
         with open(path, "rb") as file:
             self.assertEqual(hashlib.sha256(INSTALLER).hexdigest(),
                              hashlib.sha256(file.read()).hexdigest())
         self.assertEqual(0, os.stat(path).st_mode & 0o111)
-        window.wait_for(lambda: os.path.exists(self.notes), "the handler to be called")
-        with open(self.notes, encoding="utf-8") as file:
-            self.assertEqual([f"file://{self.downloads}/{os.path.basename(INSTALLER_PATH)}"],
-                             file.read().splitlines())
+
+    def close_main_window(self):
+        main_window = self.app.window()
+        # To the front by its title bar, which the small window does not cover.
+        box = window.Atspi.Component.get_extents(main_window, window.Atspi.CoordType.SCREEN)
+        window.Atspi.generate_mouse_event(box.x + box.width // 2, box.y - 8, "b1c")
+        self.app.close()
+        window.wait_for(window.Dialog(main_window).is_gone, "the main window to go")
+
+    def check_told_where_it_is(self):
+        """The box about an installer that nothing opens; ends the program with it."""
+        alert = window.wait_for(
+            lambda: next((box for box in self.app.boxes()
+                          if text("IDS_TXT_UPDATE_NOT_OPENED") in box.message), None), "the box")
+        self.assertIn(os.path.join(self.downloads, INSTALLER_NAME), alert.message)
+        self.assertIsNone(self.app.process.poll())
+        window.press(window.find(alert.node, "push button", text("IDS_BTN_POPUP_OK")))
+        self.check_ended_with_folders()
+        self.check_file()
 
 
 class Download(UpdateTest):
@@ -240,6 +266,12 @@ class Download(UpdateTest):
         self.check_ended_with_folders()
         self.check_installer()
 
+    def test_that_nothing_opens(self):
+        bar = self.accept(self.offered(with_handler=False))
+        self.send_until(bar, 0.5)
+        self.server.allow(1)
+        self.check_told_where_it_is()
+
     def test_cancel_in_the_middle(self):
         box = self.offered()
         self.send_until(self.accept(box), 0.5)
@@ -268,14 +300,6 @@ class Question(UpdateTest):
         self.app.close()
         self.check_ended_with_folders()
         self.assertFalse(os.path.exists(self.downloads))
-
-    def close_main_window(self):
-        main_window = self.app.window()
-        # To the front by its title bar, which the small window does not cover.
-        box = window.Atspi.Component.get_extents(main_window, window.Atspi.CoordType.SCREEN)
-        window.Atspi.generate_mouse_event(box.x + box.width // 2, box.y - 8, "b1c")
-        self.app.close()
-        window.wait_for(window.Dialog(main_window).is_gone, "the main window to go")
 
     def test_outlives_the_main_window(self):
         box = self.offered()

@@ -7,8 +7,21 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <QWidget>
 
+#include <algorithm>
 #include <cstdlib>
+
+namespace {
+
+bool isWindowOpen() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+        const Qt::WindowType type = widget->windowType();
+        return widget->isVisible() && (type == Qt::Window || type == Qt::Dialog);
+    });
+}
+
+} // namespace
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
@@ -32,8 +45,14 @@ int main(int argc, char* argv[]) {
         {resourceFolder, update.version, PersistedFolders(), volumes, fileManager, update});
     const QuitSignals signals_;
     QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::terminate);
-    QObject::connect(&application, &QApplication::lastWindowClosed, &controller,
-                     &AppDelegate::terminate);
+    // Queued: the window that closes is not to be destroyed while it does, and may open a box yet.
+    QObject::connect(
+        &application, &QApplication::lastWindowClosed, &controller,
+        [&controller] {
+            if (!isWindowOpen())
+                controller.terminate();
+        },
+        Qt::QueuedConnection);
 
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();

@@ -104,7 +104,16 @@ void EncoderOutcomes::settleRemoved(const EncoderRunPtr& run) {
             paused.erase(paused.begin());
         context_.state.pausedFileIsDeleted = false;
     }
-    queue_.startConverting();
+    // After rows were dragged the row that went may have been another movie's.
+    if (context_.files.recordWithId(run->record->id()))
+        context_.showWaiting(*run);
+    goOn();
+}
+
+// A stop that is under way clears up by itself, and shows no summary.
+void EncoderOutcomes::goOn() {
+    if (!context_.state.stopped)
+        queue_.startConverting();
 }
 
 void EncoderOutcomes::settleFailed(const EncoderRunPtr& run, Answer answer) {
@@ -117,10 +126,10 @@ void EncoderOutcomes::settleFailed(const EncoderRunPtr& run, Answer answer) {
     if (!queue_.settle(run))
         return;
     context_.showWaiting(*run);
-    if (answer == Answer::EndRun)
+    if (answer != Answer::EndRun)
+        goOn();
+    else if (!context_.state.stopped)
         queue_.endRunAfterFailure();
-    else
-        queue_.startConverting();
 }
 
 void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {

@@ -33,6 +33,7 @@ private:
     [[nodiscard]] int answerToConversionError(const EncoderRunPtr& run);
     void settleStopped(const EncoderRunPtr& run);
     void settleRemoved(const EncoderRunPtr& run);
+    void goOn();
     void settleFailed(const EncoderRunPtr& run, Answer answer);
 
     ConversionContext& context_;

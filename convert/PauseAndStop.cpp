@@ -197,8 +197,10 @@ void PauseAndStop::rowRemoved(int recordId) {
     }
     (void)queue_.settle(run);
     // Not now: the removal comes to its own end first.
-    QTimer::singleShot(0, &context_.mainThread,
-                       [this] { runGuarded([this] { queue_.startConverting(); }); });
+    QTimer::singleShot(0, &context_.mainThread, [this] {
+        if (!context_.state.stopped)
+            runGuarded([this] { queue_.startConverting(); });
+    });
 }
 
 void PauseAndStop::endPausedTask(const PausedTask& paused) {

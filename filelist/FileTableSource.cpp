@@ -186,3 +186,7 @@ QString FileTableSource::textOverStatus(int row) const {
     const ProgressObject& progress = *list_.progressObjects.at(size_t(row));
     return progress.showsBar() ? progress.textProgress().text() : progress.statusString();
 }
+
+bool FileTableSource::isButtonTrue(int row) const {
+    return isShown(row) && list_.recordAt(row)->text(key::image) == imageAt(row);
+}

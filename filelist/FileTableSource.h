@@ -46,6 +46,9 @@ public:
     [[nodiscard]] QString toolTip(TableColumn column, int row) const;
     /// Image name of the row's button.
     [[nodiscard]] QString imageAt(int row) const;
+    /// Whether the movie that the row's button acts on has the image that is shown: after rows were
+    /// dragged it is another one.
+    [[nodiscard]] bool isButtonTrue(int row) const;
     /// Null where the row is not complete.
     [[nodiscard]] std::shared_ptr<const ProgressObject> progressAt(int row) const;
 

@@ -240,7 +240,8 @@ void FileTableView::pressRowButton(const QModelIndex& index) {
     // A button that has another meaning by now was not the one that was meant.
     const auto isStillMeant = [this, id, image] {
         const int row = model_->rowOfId(id);
-        return isEnabled() && row >= 0 && model_->source().imageAt(row) == image;
+        return isEnabled() && row >= 0 && model_->source().imageAt(row) == image &&
+               model_->source().isButtonTrue(row);
     };
     QMetaObject::invokeMethod(
         this, [this, press, isStillMeant] { model_->gate().pass(press, isStillMeant); },

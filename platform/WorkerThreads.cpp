@@ -2,9 +2,17 @@
 
 #include "platform/MainThreadCalls.h"
 
+#include <QLoggingCategory>
+
 #include <condition_variable>
 #include <mutex>
 #include <thread>
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.platform")
+
+} // namespace
 
 struct WorkerThreads::Shared {
     std::mutex mutex;
@@ -33,6 +41,8 @@ void WorkerThreads::start(std::function<void()> body) {
         try {
             body();
         } catch (const Cancelled&) {
+        } catch (const std::exception& failure) {
+            qCWarning(log, "a thread ended early: %s", failure.what());
         }
         // What it captured goes before the thread counts as ended.
         body = nullptr;

@@ -16,8 +16,8 @@ public:
 
     [[nodiscard]] int runningCount() const;
 
-    /// Runs `body` on a thread of its own. Cancelled ends it quietly; whatever else it throws
-    /// ends the program.
+    /// Runs `body` on a thread of its own. Cancelled ends it quietly; a failure that it throws is
+    /// logged.
     void start(std::function<void()> body);
     /// Waits on a worker thread; throws Cancelled when the program closes meanwhile.
     void sleep(std::chrono::milliseconds time) const;

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTest>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 const QString a = QStringLiteral("a");
@@ -32,6 +34,8 @@ private Q_SLOTS:
     void theConvertingRowBeforeItsLaunch_data();
     void theConvertingRowBeforeItsLaunch();
     void aFinishedFileOfARemovedRowStays();
+    void asItsOutcomeIsOnItsWay_data();
+    void asItsOutcomeIsOnItsWay();
     void aConvertedRow_data();
     void aConvertedRow();
     void aQueuedRow_data();
@@ -188,6 +192,45 @@ void TestRemoveInARun::aFinishedFileOfARemovedRowStays() {
     QCOMPARE(scene.program.state().noOfConvertedFile, 0);
     QVERIFY(scene.end({b}));
     QVERIFY(scene.hasOutput(b));
+}
+
+void TestRemoveInARun::asItsOutcomeIsOnItsWay_data() {
+    QTest::addColumn<int>("moment");
+    QTest::addColumn<bool>("andStop");
+
+    for (int moment = 0; moment < 5; ++moment) {
+        QTest::addRow("removed %d", moment) << moment << false;
+        QTest::addRow("removed and stopped %d", moment) << moment << true;
+    }
+}
+
+// Its encoder's end is known, what it means is being settled: between any two steps of that.
+void TestRemoveInARun::asItsOutcomeIsOnItsWay() {
+    QFETCH(int, moment);
+    QFETCH(bool, andStop);
+    RunScene scene(5ms);
+    scene.program.app().engine().setPatience({5s, 1s});
+    scene.add({a, b});
+    removeRow(scene, 1, true);
+    QVERIFY(scene.begin());
+    const EncoderRunPtr run = scene.run();
+    scene.goToEnd(a);
+    scene.program.boxes.promise(1000); // a summary, where it was too late
+    QVERIFY(eventually([&] { return run->life.isFinished(); }));
+    for (int step = 0; step < moment && !run->life.isSettled(); ++step)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    scene.program.click("btnRemoveFile");
+    if (andStop)
+        scene.program.app().engine().pauseAndStop().stopConversion();
+    QVERIFY(scene.program.waitUntilIdle());
+    QVERIFY(scene.hasOutput(a));
+    QCOMPARE(scene.program.files().rowCount(), 0);
+    QVERIFY(scene.program.boxes.seen.size() <= 1);
+    scene.add({c});
+    QVERIFY(scene.begin());
+    scene.goToEnd(c);
+    QVERIFY(scene.program.waitUntilIdle() || !scene.program.boxes.allKept());
+    QVERIFY(eventually([&] { return scene.hasOutput(c); }));
 }
 
 void TestRemoveInARun::aConvertedRow_data() {

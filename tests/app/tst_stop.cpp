@@ -37,6 +37,7 @@ class TestStop final : public QObject {
 private Q_SLOTS:
     void nothingQueued();
     void cancelChangesNothing();
+    void rightAfterARemovalNoSummaryIsShown();
     void stopped();
     void everyKindOfEncoderEnds_data();
     void everyKindOfEncoderEnds();
@@ -95,6 +96,21 @@ void TestStop::cancelChangesNothing() {
     QVERIFY(scene.end({a, b}));
     QVERIFY(scene.hasOutput(a));
     QVERIFY(scene.hasOutput(b));
+}
+
+void TestStop::rightAfterARemovalNoSummaryIsShown() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    scene.program.files().check = {1, 0};
+    scene.program.click("btnRemoveFile");
+    QCOMPARE(scene.names(), QStringList(b));
+    scene.program.boxes.promise(1001);
+    scene.program.click("btnStop");
+    QVERIFY(scene.program.waitUntilIdle());
+    QCOMPARE(scene.program.boxes.seen.size(), 1);
+    QCOMPARE(scene.program.status(0), status::STATWT);
+    QVERIFY(!scene.hasOutput(a));
 }
 
 void TestStop::stopped() {

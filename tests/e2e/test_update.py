@@ -310,6 +310,22 @@ class Question(UpdateTest):
         window.press(window.find(box.node, "push button", text("IDS_BTN_POPUP_CANCEL")))
         self.check_ended_with_folders()
 
+    def test_downloads_without_the_main_window(self):
+        box = self.offered()
+        self.close_main_window()
+        self.send_until(self.accept(box), 0.5)
+        self.assertIsNone(self.app.process.poll())
+        self.server.allow(1)
+        self.check_ended_with_folders()
+        self.check_installer()
+
+    def test_tells_without_the_main_window(self):
+        box = self.offered(with_handler=False)
+        self.close_main_window()
+        self.send_until(self.accept(box), 0.5)
+        self.server.allow(1)
+        self.check_told_where_it_is()
+
 
 class Nothing(UpdateTest):
     """What is no newer version is not shown at all."""

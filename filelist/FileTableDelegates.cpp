@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOptionToolButton>
@@ -233,6 +234,19 @@ QWidget* ComboDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     connect(combo, &QComboBox::activated, self, &ComboDelegate::finishEditing);
     editor_ = combo;
     return combo;
+}
+
+// With its list closed a combo box takes an arrow key for a choice, which would store the value and
+// end the editing at the first press.
+bool ComboDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == editor_ && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down) {
+            editor_->showPopup();
+            return true;
+        }
+    }
+    return TextDelegate::eventFilter(watched, event);
 }
 
 void ComboDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {

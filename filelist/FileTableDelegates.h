@@ -66,6 +66,9 @@ public:
     /// Stores what the open editor holds, if it may be stored, and closes it.
     void finishEditing();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     mutable QPointer<QComboBox> editor_;
 };

@@ -89,6 +89,7 @@ private Q_SLOTS:
     void whatIsNoSizeIsNotStored();
     void aTypedQualityTakesTheOfferedSpelling();
     void escapeLeavesTheCellAsItWas();
+    void anArrowKeyOpensTheListAndStoresNothing();
     void aReloadLeavesTypedTextAlone();
     void lockedCellsOpenNoEditor();
     void closeEditorsStoresAndCloses();
@@ -249,6 +250,20 @@ void TestTableView::escapeLeavesTheCellAsItWas() {
     w.key(0, TableColumn::Res, Qt::Key_F2);
     QTest::keyClicks(w.editor()->lineEdit(), QStringLiteral("800x600"));
     QTest::keyClick(w.editor(), Qt::Key_Escape);
+    QTRY_VERIFY(!w.editor());
+    QCOMPARE(w.f.list.resolutionListForTable.at(0), QStringLiteral("1920x1080"));
+}
+
+void TestTableView::anArrowKeyOpensTheListAndStoresNothing() {
+    Window w(1);
+    w.key(0, TableColumn::Res, Qt::Key_F2);
+    QTest::keyClick(w.editor()->lineEdit(), Qt::Key_Down);
+    QVERIFY(w.editor());
+    QTRY_VERIFY(w.editor()->view()->isVisible());
+    QTest::keyClick(w.editor()->view(), Qt::Key_Escape);
+    QTRY_VERIFY(!w.editor() || !w.editor()->view()->isVisible());
+    if (w.editor())
+        QTest::keyClick(w.editor(), Qt::Key_Escape);
     QTRY_VERIFY(!w.editor());
     QCOMPARE(w.f.list.resolutionListForTable.at(0), QStringLiteral("1920x1080"));
 }

@@ -39,6 +39,11 @@ void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) 
 
 void EncoderOutcomes::converted(const EncoderRunPtr& run) {
     context_.mainThread.onMainThread([&] {
+        // The row went after its end was looked at.
+        if (run->life.request() == EncoderLife::Request::Remove) {
+            settleRemoved(run);
+            return;
+        }
         if (!queue_.settle(run))
             return;
         ++context_.state.noOfConvertedFile;

@@ -144,8 +144,8 @@ void TestFailures::failedConversion_data() {
         {"create", "header", "progress 5", "write 10", "summary 10", "exit 1"});
     row("summary, status 69", {"create", "header", "write 10", "summary 10", "exit 69"});
     row("summary, status 255", {"create", "header", "write 10", "summary 10", "exit 255"});
-    row("summary and status 0 with nothing there",
-        {"create", "header", "write 10", "summary 10", "unlink ../home/Documents/a_HQ_640x480.mp4"});
+    row("summary and status 0 with nothing there", {"create", "header", "write 10", "summary 10",
+                                                    "unlink ../home/Documents/a_HQ_640x480.mp4"});
     row("crash", {"create", "header", "progress 5", "write 10", "abort"});
     row("crash after the summary", {"create", "header", "write 10", "summary 10", "abort"});
     row("unknown option", {"print Unrecognized option 'psnr'.\\n", "exit 8"});

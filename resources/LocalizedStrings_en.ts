@@ -5,50 +5,50 @@
     <name></name>
     <!-- Main window: buttons and captions -->
     <message id="IDS_BTN_ADD_FILE">
-        <source>Add Movies…</source>
-        <translation>Add Movies…</translation>
+        <source>&amp;Add Movies…</source>
+        <translation>&amp;Add Movies…</translation>
     </message>
     <message id="IDS_BTN_REMOVE_FILE">
         <extracomment>Removes every checked movie from the list.</extracomment>
-        <source>Remove Checked</source>
-        <translation>Remove Checked</translation>
+        <source>&amp;Remove Checked</source>
+        <translation>&amp;Remove Checked</translation>
     </message>
     <message id="IDS_BTN_CONVERT">
         <extracomment>Also a button of the box about paused movies.</extracomment>
-        <source>Convert</source>
-        <translation>Convert</translation>
+        <source>&amp;Convert</source>
+        <translation>&amp;Convert</translation>
     </message>
     <message id="IDS_BTN_STOP">
         <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
-        <source>Stop</source>
-        <translation>Stop</translation>
+        <source>&amp;Stop</source>
+        <translation>&amp;Stop</translation>
     </message>
     <message id="IDS_BTN_SELECT_FOLDER">
-        <source>Select Folder…</source>
-        <translation>Select Folder…</translation>
+        <source>Select &amp;Folder…</source>
+        <translation>Select &amp;Folder…</translation>
     </message>
     <message id="IDS_BTN_OPEN_FOLDER">
         <extracomment>Also a button of the box at the end of a conversion.</extracomment>
-        <source>Open Folder</source>
-        <translation>Open Folder</translation>
+        <source>&amp;Open Folder</source>
+        <translation>&amp;Open Folder</translation>
     </message>
     <message id="IDS_TXTFLD_OUTPUTFOLDER">
-        <source>Output folder</source>
-        <translation>Output folder</translation>
+        <source>O&amp;utput folder</source>
+        <translation>O&amp;utput folder</translation>
     </message>
     <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
-        <source>Open the folder when finished</source>
-        <translation>Open the folder when finished</translation>
+        <source>Open the folder &amp;when finished</source>
+        <translation>Open the folder &amp;when finished</translation>
     </message>
     <message id="IDS_TXT_PROFILE_CAPTION">
         <extracomment>Caption of the quality list beside the output folder.</extracomment>
-        <source>Quality of checked movies</source>
-        <translation>Quality of checked movies</translation>
+        <source>&amp;Quality of checked movies</source>
+        <translation>&amp;Quality of checked movies</translation>
     </message>
     <message id="IDS_TXT_FILELIST">
         <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
-        <source>Movies</source>
-        <translation>Movies</translation>
+        <source>&amp;Movies</source>
+        <translation>&amp;Movies</translation>
     </message>
     <message id="IDS_TXT_EMPTY_LIST">
         <extracomment>Shown in the empty list.</extracomment>
@@ -124,35 +124,35 @@
     </message>
     <!-- Message boxes: buttons -->
     <message id="IDS_BTN_POPUP_OK">
-        <source>OK</source>
-        <translation>OK</translation>
+        <source>O&amp;K</source>
+        <translation>O&amp;K</translation>
     </message>
     <message id="IDS_BTN_POPUP_CANCEL">
-        <source>Cancel</source>
-        <translation>Cancel</translation>
+        <source>Ca&amp;ncel</source>
+        <translation>Ca&amp;ncel</translation>
     </message>
     <message id="IDS_BTN_POPUP_SKIP">
-        <source>Skip</source>
-        <translation>Skip</translation>
+        <source>Sk&amp;ip</source>
+        <translation>Sk&amp;ip</translation>
     </message>
     <message id="IDS_BTN_POPUP_REPLACE">
-        <source>Replace</source>
-        <translation>Replace</translation>
+        <source>&amp;Replace</source>
+        <translation>&amp;Replace</translation>
     </message>
     <message id="IDS_BTN_POPUP_DUPLICATE">
         <extracomment>The new movie gets a number in its name.</extracomment>
-        <source>Keep Both</source>
-        <translation>Keep Both</translation>
+        <source>Keep &amp;Both</source>
+        <translation>Keep &amp;Both</translation>
     </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
-        <source>Try Again</source>
-        <translation>Try Again</translation>
+        <source>&amp;Try Again</source>
+        <translation>&amp;Try Again</translation>
     </message>
     <message id="IDS_TXT_POPUP_DOFORERROR">
         <extracomment>A check box below the buttons' question.</extracomment>
-        <source>Do the same for the other movies</source>
-        <translation>Do the same for the other movies</translation>
+        <source>&amp;Do the same for the other movies</source>
+        <translation>&amp;Do the same for the other movies</translation>
     </message>
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
@@ -456,6 +456,71 @@ Pro keeps the most detail in the largest files; Normal makes the smallest ones</
     <message id="IDS_TXT_UNCHECKED">
         <source>not checked</source>
         <translation>not checked</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_UNSUITABLE">
+        <extracomment>Shown once, like IDS_TXT_ENCODER_MISSING. libx264 is a name.</extracomment>
+        <source>Movies cannot be converted now, because the installed ffmpeg has no H.264 encoder (libx264).</source>
+        <translation>Movies cannot be converted now, because the installed ffmpeg has no H.264 encoder (libx264).</translation>
+    </message>
+    <message id="IDS_TXT_NOT_KEPT_AWAKE">
+        <extracomment>A quiet line in the window during a conversion.</extracomment>
+        <source>The computer may go to sleep during the conversion.</source>
+        <translation>The computer may go to sleep during the conversion.</translation>
+    </message>
+    <message id="IDS_TXT_KEEP_AWAKE_REASON">
+        <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>
+        <source>Movies are being converted</source>
+        <translation>Movies are being converted</translation>
+    </message>
+    <message id="IDS_TXT_RUN_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Converted: %1</source>
+        <translation>Converted: %1</translation>
+    </message>
+    <message id="IDS_TXT_RUN_NOT_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Not converted: %1</source>
+        <translation>Not converted: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MOVIE">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for this movie: %1</source>
+        <translation>Time left for this movie: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_RUN">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for all movies: %1</source>
+        <translation>Time left for all movies: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_HOURS">
+        <extracomment>%1 hours and %2 minutes, abbreviated.</extracomment>
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MINUTES">
+        <extracomment>%1 minutes, abbreviated.</extracomment>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_SECONDS">
+        <extracomment>%1 seconds, abbreviated.</extracomment>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message id="IDS_TIP_WITH_SHORTCUT">
+        <extracomment>A tooltip %1 followed by the shortcut %2, for example Ctrl+O.</extracomment>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_STATUS">
+        <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PROGRESS">
+        <extracomment>Status of a movie while it is converted, for screen readers.</extracomment>
+        <source>Converting</source>
+        <translation>Converting</translation>
     </message>
 </context>
 </TS>

@@ -29,11 +29,6 @@ constexpr int widestMessage = 70;
 // Share of the screen that a box may cover; the rest is for its frame and for air.
 constexpr double screenShare = 0.85;
 
-/// A title as a button needs it: an ampersand in it is an ampersand.
-QString withoutMnemonic(QString title) {
-    return title.replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
 QLabel* makeIcon(QWidget* parent) {
     auto* const icon = new QLabel(parent);
     const QIcon image(QStringLiteral(":/images/Popup_I.png"));
@@ -59,7 +54,7 @@ MessageBox::MessageBox(const Request& request, QWidget* parent) : QDialog(parent
     column->setSpacing(margin / 2);
     column->addWidget(makeMessage(request.message));
     if (!request.checkBox.isEmpty()) {
-        checkBox_ = new QCheckBox(withoutMnemonic(request.checkBox), this);
+        checkBox_ = new QCheckBox(request.checkBox, this);
         checkBox_->setObjectName(QStringLiteral("popUpCheckBox"));
         column->addWidget(checkBox_);
     }
@@ -148,7 +143,7 @@ QLayout* MessageBox::makeButtons(const QStringList& titles) {
     buttonRow_->setSpacing(margin / 2);
     buttonRow_->addStretch();
     for (int index = 0; index < shown.size(); ++index) {
-        auto* const button = new QPushButton(withoutMnemonic(shown[index]), this);
+        auto* const button = new QPushButton(shown[index], this);
         button->setObjectName(QStringLiteral("popUpButton%1").arg(firstButtonCode + index));
         connect(button, &QPushButton::clicked, this, [this, index] {
             answer_ = firstButtonCode + index;

@@ -15,4 +15,5 @@ def _table():
 
 
 def text(key):
-    return _table()[key]
+    """As it is shown: the mnemonic's ampersand is not."""
+    return _table()[key].replace("&", "")

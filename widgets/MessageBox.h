@@ -19,10 +19,10 @@ class MessageBox final : public QDialog {
 public:
     struct Request {
         QString title;
-        QString message;
-        /// One OK button where there is none.
+        QString message; ///< never with mnemonics: names of files come in it
+        /// Titles with mnemonics. One OK button where there is none.
         QStringList buttons;
-        /// No check box where it is empty.
+        /// Title with a mnemonic; no check box where it is empty.
         QString checkBox;
     };
     struct Answer {

@@ -2,6 +2,7 @@
 
 import functools
 import os
+import re
 import xml.etree.ElementTree
 
 TABLE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "resources",
@@ -17,3 +18,8 @@ def _table():
 def text(key):
     """As it is shown: the mnemonic's ampersand is not."""
     return _table()[key].replace("&", "")
+
+
+def mnemonic(key):
+    """The letter that is pressed together with Alt, in lower case."""
+    return re.search("&([^&])", _table()[key]).group(1).lower()

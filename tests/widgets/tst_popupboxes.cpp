@@ -69,6 +69,7 @@ private Q_SLOTS:
     void checkBox();
     void logsTheAnswer();
     void showsPlainText();
+    void mnemonicsAnswer();
     void isReadable();
     void staysOnTheScreen_data();
     void staysOnTheScreen();
@@ -277,6 +278,25 @@ void tst_PopUpBoxes::showsPlainText() {
         press(box, 1001);
     });
     PopUpBoxes().PopUpMesgWithCheckBox({message, button, QStringLiteral("Other"), check});
+}
+
+void tst_PopUpBoxes::mnemonicsAnswer() {
+    const QStringList request{QStringLiteral("A file called &Replace.mp4 && more"),
+                              QStringLiteral("Ca&ncel"), QStringLiteral("&Replace"),
+                              QStringLiteral("&Do the same")};
+    onceBoxOpen([](MessageBox& box) {
+        QVERIFY(QTest::qWaitForWindowActive(&box));
+        auto* const tick = box.findChild<QCheckBox*>();
+        QTest::keyClick(&box, Qt::Key_D, Qt::AltModifier);
+        QTRY_VERIFY(tick->isChecked());
+        QTest::keyClick(&box, Qt::Key_D, Qt::AltModifier);
+        QTRY_VERIFY(!tick->isChecked());
+        QTest::keyClick(&box, Qt::Key_D, Qt::AltModifier);
+        QTRY_VERIFY(tick->isChecked());
+        QTest::keyClick(&box, Qt::Key_R, Qt::AltModifier);
+    });
+    QCOMPARE(PopUpBoxes().PopUpMesgWithCheckBox(request),
+             (QStringList{QStringLiteral("1001"), QStringLiteral("1")}));
 }
 
 void tst_PopUpBoxes::isReadable() {

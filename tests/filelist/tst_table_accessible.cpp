@@ -1,0 +1,148 @@
+#include "filelist/StatusWords.h"
+#include "filelist/TableWindow.h"
+#include "platform/LocalizedStrings.h"
+#include "widgets/ProgressObject.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+class TestTableAccessible final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void screenReadersSeeTheCells();
+    void screenReadersPressTheCells();
+    void screenReadersAreRefusedUnderABox();
+    void screenReadersSelectRows();
+    void accessibleCellsFollowRemovedRows();
+};
+
+void TestTableAccessible::screenReadersSeeTheCells() {
+    TableWindow w(2);
+    w.f.list.check[1] = 0;
+    w.f.list.progressObjects[1]->changestat(status::STATCR);
+    w.f.list.progressObjects[1]->incrementStep(37);
+    w.f.state.isConversionRunning = true;
+    QAccessibleInterface* const table = w.accessible();
+    QCOMPARE(table->role(), QAccessible::Table);
+    QVERIFY(!table->text(QAccessible::Name).isEmpty());
+    QCOMPARE(table->tableInterface()->rowCount(), 2);
+    QCOMPARE(table->tableInterface()->columnCount(), 8);
+    const auto cell = [&](TableColumn column) { return w.accessibleCell(1, column); };
+    QCOMPARE(cell(TableColumn::Name)->text(QAccessible::Name), QStringLiteral("movie 1.mp4"));
+    QCOMPARE(cell(TableColumn::Progress)->text(QAccessible::Name), QStringLiteral("37 %"));
+    QVERIFY(!cell(TableColumn::Im)->text(QAccessible::Name).isEmpty());
+    QVERIFY(cell(TableColumn::Check)->state().checkable);
+    QVERIFY(!cell(TableColumn::Check)->state().checked);
+    QVERIFY(w.accessibleCell(0, TableColumn::Check)->state().checked);
+    QVERIFY(cell(TableColumn::Res)->state().disabled);
+    QVERIFY(cell(TableColumn::Cmb)->state().disabled);
+    QVERIFY(!cell(TableColumn::Im)->state().disabled);
+    // Every child knows its parent and its place.
+    bool hasBox = false;
+    for (int i = 0; i < table->childCount(); ++i) {
+        QAccessibleInterface* const child = table->child(i);
+        QVERIFY(child && child->isValid());
+        QCOMPARE(table->indexOfChild(child), i);
+        QCOMPARE(child->parent(), table);
+        hasBox = hasBox || child->object() == w.view.btnSelectAll();
+    }
+    QVERIFY(hasBox);
+    QCOMPARE(cell(TableColumn::Name)->tableCellInterface()->columnHeaderCells().size(), 1);
+    QCOMPARE(cell(TableColumn::Name)
+                 ->tableCellInterface()
+                 ->columnHeaderCells()
+                 .first()
+                 ->text(QAccessible::Name),
+             w.f.model.headerData(1, Qt::Horizontal, Qt::DisplayRole).toString());
+    const QRect rect = cell(TableColumn::Im)->rect();
+    QCOMPARE(table->childAt(rect.center().x(), rect.center().y()), cell(TableColumn::Im));
+}
+
+void TestTableAccessible::screenReadersPressTheCells() {
+    TableWindow w(2);
+    const QSignalSpy pressed(&w.view, &FileTableView::rowButtonPressed);
+    QAccessibleActionInterface* const check =
+        w.accessibleCell(1, TableColumn::Check)->actionInterface();
+    QVERIFY(check->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+    check->doAction(QAccessibleActionInterface::toggleAction());
+    QCOMPARE(w.f.list.check, (std::vector<int>{1, 0}));
+    check->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(w.f.list.check, (std::vector<int>{1, 1}));
+    w.accessibleCell(1, TableColumn::Im)
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(pressed.size(), 0);
+    QTRY_COMPARE(pressed.size(), 1);
+    QCOMPARE(w.view.selectedRow(), 1);
+    w.accessibleCell(0, TableColumn::Res)
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(w.editor());
+    w.view.closeEditors();
+    w.f.state.isConversionRunning = true;
+    QVERIFY(w.accessibleCell(0, TableColumn::Res)->actionInterface()->actionNames().isEmpty());
+    w.accessibleCell(0, TableColumn::Res)
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(!w.editor());
+}
+
+void TestTableAccessible::screenReadersAreRefusedUnderABox() {
+    TableWindow w(2);
+    QDialog box;
+    QTimer::singleShot(0, &box, [&] {
+        w.accessibleCell(1, TableColumn::Check)
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::toggleAction());
+        w.accessibleCell(1, TableColumn::Res)
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        box.reject();
+    });
+    box.exec();
+    QCOMPARE(w.f.list.check, (std::vector<int>{1, 1}));
+    QVERIFY(!w.editor());
+}
+
+void TestTableAccessible::screenReadersSelectRows() {
+    TableWindow w(3);
+    QAccessibleTableInterface* const table = w.accessible()->tableInterface();
+    const QSignalSpy selected(&w.view, &FileTableView::rowSelected);
+    QVERIFY(table->selectRow(1));
+    QVERIFY(table->selectRow(2));
+    QVERIFY(!table->selectRow(3));
+    QCOMPARE(table->selectedRows(), (QList<int>{1, 2}));
+    QCOMPARE(w.view.selectedRow(), 2);
+    QVERIFY(selected.size() >= 2);
+    QVERIFY(table->unselectRow(1));
+    QVERIFY(!table->isRowSelected(1));
+    QVERIFY(w.accessibleCell(2, TableColumn::Name)->state().selected);
+}
+
+void TestTableAccessible::accessibleCellsFollowRemovedRows() {
+    TableWindow w(3);
+    QAccessibleInterface* const last = w.accessibleCell(2, TableColumn::Name);
+    QCOMPARE(last->text(QAccessible::Name), QStringLiteral("movie 2.mp4"));
+    w.f.removeRows({0});
+    QCOMPARE(w.accessibleCell(1, TableColumn::Name), last);
+    QCOMPARE(last->text(QAccessible::Name), QStringLiteral("movie 2.mp4"));
+    w.f.removeRows({1});
+    QVERIFY(!last->isValid());
+    QVERIFY(last->state().invalid);
+    QVERIFY(last->actionInterface()->actionNames().isEmpty());
+}
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
+    TestTableAccessible test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_table_accessible.moc"

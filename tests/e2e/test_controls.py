@@ -178,8 +178,9 @@ class PauseAndStop(ControlsTest):
         self.wait_for_progress()
         again, = self.app.encoders()
         self.assertNotEqual(pid, again)
-        # Now without a look at anything between the two.
+        # Now as soon as the button can be pressed, while the old encoder still ends.
         self.stop("IDS_BTN_POPUP_OK")
+        self.wait(lambda: window.is_enabled(self.app.button("IDS_BTN_CONVERT")), "Convert")
         self.app.convert()
         self.wait(lambda: again not in self.app.encoders(), "the old encoder to end")
         self.wait_for_progress()

@@ -1,11 +1,12 @@
 #include "app/PersistedFolders.h"
 
+#include "app/FolderText.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QStringDecoder>
 
 namespace {
 
@@ -23,15 +24,8 @@ QString PersistedFolders::readDefaultFilePath(const QString& fileName) const {
     QFile file(filePath(fileName));
     if (!file.open(QIODevice::ReadOnly))
         return defaultFolder();
-    // Stateless: a character that is cut by the file's end is an error, too.
-    // A byte-order mark belongs to the text like everything else.
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless |
-                                                       QStringConverter::Flag::ConvertInitialBom);
-    const QString text = decoder.decode(file.readAll());
-    if (decoder.hasError() || text.isEmpty() || text.contains(QChar::Null) ||
-        !QFileInfo::exists(text))
-        return defaultFolder();
-    return text;
+    const auto folder = folderInText(file.read(maximumFolderText + 1));
+    return folder && QFileInfo::exists(*folder) ? *folder : defaultFolder();
 }
 
 void PersistedFolders::remeberFolderPath(const QString& outputFolder,

@@ -1,6 +1,7 @@
 #include "filelist/RowDrag.h"
 
 #include "filelist/DraggedRows.h"
+#include "filelist/DroppedFiles.h"
 #include "filelist/FileList.h"
 #include "filelist/ListWindow.h"
 #include "filelist/SharedState.h"
@@ -8,29 +9,12 @@
 
 #include <QApplication>
 #include <QMimeData>
-#include <QSysInfo>
-#include <QUrl>
 
 #include <utility>
 
 namespace {
 
 const QString plainText = QStringLiteral("text/plain");
-
-/// Empty where the address names no file of this machine.
-QString localPath(QUrl url) {
-    if (url.scheme() != QLatin1String("file"))
-        return {};
-    const QString host = url.host();
-    // Some file managers write this machine's name before the path.
-    if (!host.isEmpty() && host != QLatin1String("localhost") &&
-        host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) != 0)
-        return {};
-    url.setHost(QString());
-    const QString path = url.toLocalFile();
-    const bool isPath = path.startsWith(u'/') && !path.contains(QChar::Null);
-    return isPath ? path : QString();
-}
 
 } // namespace
 
@@ -43,13 +27,7 @@ RowDrag::Kind RowDrag::kindOf(const QMimeData& offered) {
 }
 
 QStringList RowDrag::filePaths(const QMimeData& offered) {
-    QStringList paths;
-    const QList<QUrl> urls = offered.urls();
-    for (const QUrl& url : urls) {
-        if (const QString path = localPath(url); !path.isEmpty())
-            paths += path;
-    }
-    return paths;
+    return droppedFiles(offered.urls());
 }
 
 std::unique_ptr<QMimeData> RowDrag::writeRowsWithIndexes(const std::vector<int>& rows) {

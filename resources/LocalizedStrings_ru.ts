@@ -1,0 +1,526 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru" sourcelanguage="en">
+<context>
+    <name></name>
+    <!-- Main window: buttons and captions -->
+    <message id="IDS_BTN_ADD_FILE">
+        <source>&amp;Add Movies…</source>
+        <translation>&amp;Добавить видео…</translation>
+    </message>
+    <message id="IDS_BTN_REMOVE_FILE">
+        <extracomment>Removes every checked movie from the list.</extracomment>
+        <source>&amp;Remove Checked</source>
+        <translation>&amp;Убрать отмеченные</translation>
+    </message>
+    <message id="IDS_BTN_CONVERT">
+        <extracomment>Also a button of the box about paused movies.</extracomment>
+        <source>&amp;Convert</source>
+        <translation>&amp;Преобразовать</translation>
+    </message>
+    <message id="IDS_BTN_STOP">
+        <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
+        <source>&amp;Stop</source>
+        <translation>&amp;Остановить</translation>
+    </message>
+    <message id="IDS_BTN_SELECT_FOLDER">
+        <source>Select &amp;Folder…</source>
+        <translation>&amp;Выбрать папку…</translation>
+    </message>
+    <message id="IDS_BTN_OPEN_FOLDER">
+        <extracomment>Also a button of the box at the end of a conversion.</extracomment>
+        <source>&amp;Open Folder</source>
+        <translation>О&amp;ткрыть папку</translation>
+    </message>
+    <message id="IDS_TXTFLD_OUTPUTFOLDER">
+        <source>O&amp;utput folder</source>
+        <translation>Папка &amp;назначения</translation>
+    </message>
+    <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
+        <source>Open the folder &amp;when finished</source>
+        <translation>Открыть папку по &amp;завершении</translation>
+    </message>
+    <message id="IDS_TXT_PROFILE_CAPTION">
+        <extracomment>Caption of the quality list beside the output folder.</extracomment>
+        <source>&amp;Quality of checked movies</source>
+        <translation>&amp;Качество отмеченных видео</translation>
+    </message>
+    <message id="IDS_TXT_FILELIST">
+        <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
+        <source>&amp;Movies</source>
+        <translation>Видео&amp;файлы</translation>
+    </message>
+    <message id="IDS_TXT_EMPTY_LIST">
+        <extracomment>Shown in the empty list.</extracomment>
+        <source>Drop HEVC movies here, or press Add Movies…</source>
+        <translation>Перетащите сюда видео HEVC или нажмите «Добавить видео…»</translation>
+    </message>
+    <message id="IDS_TXT_APP_DESCRIPTION">
+        <source>Turns HEVC movies into H.264 MP4 files</source>
+        <translation>Преобразует видео HEVC в файлы MP4 с H.264</translation>
+    </message>
+    <!-- Movie list: column titles -->
+    <message id="IDS_TXT_FILENAME">
+        <source>File name</source>
+        <translation>Имя файла</translation>
+    </message>
+    <message id="IDS_TXT_DURATION">
+        <source>Duration</source>
+        <translation>Длительность</translation>
+    </message>
+    <message id="IDS_TXT_AUDIO">
+        <source>Audio</source>
+        <translation>Звук</translation>
+    </message>
+    <message id="IDS_TXTFLD_RESOLUTION">
+        <extracomment>The picture size of the new movie.</extracomment>
+        <source>Resolution</source>
+        <translation>Разрешение</translation>
+    </message>
+    <message id="IDS_TXTFLD_QUALITY">
+        <source>Quality</source>
+        <translation>Качество</translation>
+    </message>
+    <message id="IDS_TXT_STATUS">
+        <extracomment>Also the whole text of the box shown when a download turns out to be empty.</extracomment>
+        <source>Status</source>
+        <translation>Состояние</translation>
+    </message>
+    <!-- Movie list: what the status column says -->
+    <message id="IDS_TXT_STATUS_WAITING">
+        <source>Waiting</source>
+        <translation>Ожидание</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_PAUSED">
+        <source>Paused</source>
+        <translation>Приостановлено</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_CONVERTED">
+        <source>Converted</source>
+        <translation>Преобразовано</translation>
+    </message>
+    <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
+    <message id="IDS_TXT_PROFILELIST">
+        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
+        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_DROPDOWN">
+        <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
+        <source>Pro, for editing;Best quality;Normal quality</source>
+        <translation>Pro, для монтажа;Наилучшее качество;Обычное качество</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_1">
+        <source>Pro, for editing</source>
+        <translation>Pro, для монтажа</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_2">
+        <source>Best quality</source>
+        <translation>Наилучшее качество</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_3">
+        <source>Normal quality</source>
+        <translation>Обычное качество</translation>
+    </message>
+    <!-- Message boxes: buttons -->
+    <message id="IDS_BTN_POPUP_OK">
+        <source>O&amp;K</source>
+        <translation>О&amp;К</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_CANCEL">
+        <source>Ca&amp;ncel</source>
+        <translation>От&amp;мена</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_SKIP">
+        <source>Sk&amp;ip</source>
+        <translation>Пропу&amp;стить</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_REPLACE">
+        <source>&amp;Replace</source>
+        <translation>&amp;Заменить</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_DUPLICATE">
+        <extracomment>The new movie gets a number in its name.</extracomment>
+        <source>Keep &amp;Both</source>
+        <translation>Оставить о&amp;ба</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_TRYAGAIN">
+        <extracomment>A button.</extracomment>
+        <source>&amp;Try Again</source>
+        <translation>По&amp;вторить</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_DOFORERROR">
+        <extracomment>A check box below the buttons' question.</extracomment>
+        <source>&amp;Do the same for the other movies</source>
+        <translation>Поступать &amp;так же с остальными видео</translation>
+    </message>
+    <!-- Message boxes: output folder -->
+    <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
+        <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
+        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <translation>Папка назначения не может находиться на карте памяти, флеш-накопителе или другом съёмном диске.</translation>
+    </message>
+    <message id="IDS_TXT_USE_ANOTHER_FOLDER">
+        <extracomment>Second line, after IDS_TXT_SDCARD_CANNOT_BEUSED.</extracomment>
+        <source>Please choose another folder, for example one in your home folder.</source>
+        <translation>Выберите другую папку, например в своей домашней папке.</translation>
+    </message>
+    <message id="IDS_TXT_FAT32_UNSUPPORTED">
+        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+Please choose a folder on another disk.</source>
+        <translation>Эта папка находится на диске с файловой системой FAT, на котором нельзя сохранить видео больше 4 ГБ.
+Выберите папку на другом диске.</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
+        <extracomment>A message, in spite of its name.</extracomment>
+        <source>The output folder cannot be found. It may have been moved or deleted, or its disk is not connected.
+Please press Select Folder… and choose a folder.</source>
+        <translation>Папка назначения не найдена. Возможно, она перемещена или удалена либо её диск не подключён.
+Нажмите «Выбрать папку…» и укажите папку.</translation>
+    </message>
+    <!-- Message boxes: adding movies -->
+    <message id="IDS_TXT_UNSUPPORTED">
+        <extracomment>Shown once, for one file or for several.</extracomment>
+        <source>Only movies with HEVC (H.265) video can be added.
+Files of another kind, and damaged ones, were left out.</source>
+        <translation>Добавить можно только видео в формате HEVC (H.265).
+Файлы других форматов и повреждённые файлы не добавлены.</translation>
+    </message>
+    <message id="IDS_TXT_SDCARD_DELAY">
+        <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
+        <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
+        <translation>Это видео находится на карте памяти или другом съёмном диске. Преобразование оттуда может занять больше времени.</translation>
+    </message>
+    <message id="IDS_TXT_CONTINUE">
+        <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
+        <source>Do you want to add it all the same?</source>
+        <translation>Всё равно добавить его?</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_MISSING">
+        <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
+Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+        <translation>Сейчас видео нельзя прочитать или преобразовать: программа ffmpeg отсутствует или её запуск не разрешён.
+Установите пакет «ffmpeg» с помощью менеджера программ вашей системы, затем снова запустите Quorvex Reelshift.</translation>
+    </message>
+    <!-- Message boxes: converting -->
+    <message id="IDS_TXT_POPUP_SAMENAME">
+        <extracomment>The movie's path follows on a line of its own. Buttons: Cancel, Keep Both, Skip, Replace.</extracomment>
+        <source>The output folder already has a movie with this name. Cancel stops the whole conversion.</source>
+        <translation>В папке назначения уже есть видео с таким именем. Кнопка «Отмена» останавливает всё преобразование.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_ERROR">
+        <extracomment>First line; IDS_TXT_POPUP_WANTTOSKIP and the movie's name follow. Buttons: Stop, Skip.</extracomment>
+        <source>This movie could not be converted.</source>
+        <translation>Не удалось преобразовать это видео.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOSKIP">
+        <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
+        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <translation>Пропустить его и продолжить или остановить преобразование?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
+        <extracomment>Buttons: Skip, Try Again.</extracomment>
+        <source>The original movie cannot be found. It may have been moved or deleted, or its disk is not connected.
+Skip this movie, or put it back and try again.</source>
+        <translation>Исходное видео не найдено. Возможно, оно перемещено или удалено либо его диск не подключён.
+Пропустите это видео или верните его на место и повторите попытку.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
+        <extracomment>Buttons: OK, Try Again.</extracomment>
+        <source>The original movie disappeared while it was being converted. Was its disk disconnected?
+OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+        <translation>Исходное видео исчезло во время преобразования. Возможно, его диск отключён?
+Кнопка «ОК» завершает преобразование. Чтобы продолжить, верните видео на место и нажмите «Повторить».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_MEMORYFULL">
+        <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
+        <source>The output folder is full, or nothing can be written there any more.</source>
+        <translation>Папка назначения переполнена, или запись в неё больше невозможна.</translation>
+    </message>
+    <message id="IDS_TXT_DATA_NOTCONVERTED">
+        <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
+        <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
+        <translation>Видео не преобразовано. Освободите место или выберите другую папку, затем снова нажмите «Преобразовать».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING">
+        <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>
+        <source>Do you want to stop the conversion?</source>
+        <translation>Остановить преобразование?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING2">
+        <extracomment>Second line, after IDS_TXT_POPUP_STOPCONVERTING.</extracomment>
+        <source>Movies that are already converted are kept. An unfinished one has to be converted again from its beginning.</source>
+        <translation>Уже преобразованные видео сохранятся. Незавершённое видео придётся преобразовывать с самого начала.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_PUASEDJOBS">
+        <extracomment>First line; IDS_TXT_POPUP_CLICKTOCONTINUE follows. Buttons: Cancel, Convert.</extracomment>
+        <source>Some movies are still paused.</source>
+        <translation>Некоторые видео ещё приостановлены.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
+        <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
+        <source>Press Convert to go on with them.</source>
+        <translation>Чтобы продолжить их преобразование, нажмите «Преобразовать».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
+        <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
+        <source>The conversion has ended.
+Converted movies are in the output folder. Movies that were not converted stay in the list.</source>
+        <translation>Преобразование закончено.
+Преобразованные видео находятся в папке назначения. Непреобразованные видео остаются в списке.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CONVERSIONCOMPLETE">
+        <source>Conversion complete</source>
+        <translation>Преобразование завершено</translation>
+    </message>
+    <!-- Update window -->
+    <message id="IDS_TXT_NEWVERSION">
+        <extracomment>Buttons: OK, Cancel.</extracomment>
+        <source>A new version of Quorvex Reelshift is available.
+Do you want to download it now? When the installer opens, Quorvex Reelshift closes.</source>
+        <translation>Доступна новая версия Quorvex Reelshift.
+Загрузить её сейчас? Когда откроется установщик, Quorvex Reelshift закроется.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TITLE">
+        <extracomment>Title of the window.</extracomment>
+        <source>Quorvex Reelshift Update</source>
+        <translation>Обновление Quorvex Reelshift</translation>
+    </message>
+    <message id="IDS_TXT_DOWNLOADING">
+        <extracomment>Above the progress bar.</extracomment>
+        <source>Downloading the new version…</source>
+        <translation>Загрузка новой версии…</translation>
+    </message>
+    <message id="IDS_A11Y_DOWNLOAD_PROGRESS">
+        <source>Download progress</source>
+        <translation>Ход загрузки</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TIMEOUT">
+        <source>The update server does not answer.</source>
+        <translation>Сервер обновлений не отвечает.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_UNUSABLE">
+        <source>The answer of the update server cannot be used.</source>
+        <translation>Не удалось обработать ответ сервера обновлений.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
+        <source>The folder for downloads cannot be created.</source>
+        <translation>Не удалось создать папку для загрузок.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_OPENED">
+        <extracomment>First line; the path of the downloaded file follows.</extracomment>
+        <source>The installer could not be opened. It is here:</source>
+        <translation>Не удалось открыть установщик. Он находится здесь:</translation>
+    </message>
+    <!-- Panels -->
+    <message id="IDS_TXT_PANEL_ADD">
+        <source>Add Movies</source>
+        <translation>Добавление видео</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FILTER">
+        <extracomment>The patterns in parentheses stay as they are.</extracomment>
+        <source>MP4 movies (*.mp4 *.MP4)</source>
+        <translation>Видео MP4 (*.mp4 *.MP4)</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FOLDER">
+        <source>Select Output Folder</source>
+        <translation>Выбор папки назначения</translation>
+    </message>
+    <!-- Tooltips -->
+    <message id="IDS_TIP_ADD_FILE">
+        <source>Choose HEVC movies to add to the list</source>
+        <translation>Выбрать видео HEVC, чтобы добавить их в список</translation>
+    </message>
+    <message id="IDS_TIP_REMOVE_FILE">
+        <source>Take all checked movies off the list. The files themselves stay where they are</source>
+        <translation>Убрать все отмеченные видео из списка. Сами файлы останутся на своих местах</translation>
+    </message>
+    <message id="IDS_TIP_CONVERT">
+        <source>Convert every waiting movie in the list, checked or not</source>
+        <translation>Преобразовать все ожидающие видео из списка, отмеченные и неотмеченные</translation>
+    </message>
+    <message id="IDS_TIP_STOP">
+        <source>Stop the whole conversion</source>
+        <translation>Остановить всё преобразование</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_FOLDER">
+        <source>Choose where the converted movies are saved</source>
+        <translation>Выбрать, куда сохранять преобразованные видео</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_FOLDER">
+        <source>Show the output folder in the file manager</source>
+        <translation>Показать папку назначения в диспетчере файлов</translation>
+    </message>
+    <message id="IDS_TIP_OUTPUT_FOLDER">
+        <source>Converted movies are saved here</source>
+        <translation>Сюда сохраняются преобразованные видео</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_AFTER_FINISH">
+        <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
+        <translation>По завершении преобразования в окне сообщения можно открыть папку назначения. Если открыть её там, этот флажок снимется</translation>
+    </message>
+    <message id="IDS_TIP_PROFILE">
+        <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
+Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+        <translation>Задаёт качество всех отмеченных видео или, если ни одно не отмечено, выбранного видео.
+Pro сохраняет больше всего деталей, но файлы самые большие; при обычном качестве файлы самые маленькие</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_ALL">
+        <source>Check or uncheck all movies</source>
+        <translation>Отметить все видео или снять все отметки</translation>
+    </message>
+    <message id="IDS_TIP_TABLE">
+        <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
+        <translation>Перетащите сюда видео, чтобы добавить их. Перетаскивайте строки, чтобы изменить порядок преобразования</translation>
+    </message>
+    <message id="IDS_TIP_CELL_CHECK">
+        <source>Checked movies take the quality chosen above the list and can be removed together</source>
+        <translation>Отмеченные видео получают качество, выбранное над списком, и их можно убрать все сразу</translation>
+    </message>
+    <message id="IDS_TIP_CELL_PROFILE">
+        <source>Click to choose this movie's quality</source>
+        <translation>Нажмите, чтобы выбрать качество этого видео</translation>
+    </message>
+    <message id="IDS_TIP_CELL_RESOLUTION">
+        <source>Click to choose this movie's picture size</source>
+        <translation>Нажмите, чтобы выбрать размер изображения этого видео</translation>
+    </message>
+    <message id="IDS_TIP_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1 from the list</source>
+        <translation>Убрать %1 из списка</translation>
+    </message>
+    <message id="IDS_TIP_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause the conversion of %1</source>
+        <translation>Приостановить преобразование %1</translation>
+    </message>
+    <message id="IDS_TIP_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Go on converting %1</source>
+        <translation>Продолжить преобразование %1</translation>
+    </message>
+    <!-- Names that screen readers speak, for what carries no text of its own -->
+    <message id="IDS_A11Y_TABLE">
+        <source>Movies to convert</source>
+        <translation>Видео для преобразования</translation>
+    </message>
+    <message id="IDS_A11Y_OUTPUT_FOLDER">
+        <source>Output folder</source>
+        <translation>Папка назначения</translation>
+    </message>
+    <message id="IDS_A11Y_OPEN_AFTER_FINISH">
+        <source>Open the folder when finished</source>
+        <translation>Открыть папку по завершении</translation>
+    </message>
+    <message id="IDS_A11Y_PROFILE">
+        <source>Quality of checked movies</source>
+        <translation>Качество отмеченных видео</translation>
+    </message>
+    <message id="IDS_A11Y_SELECT_ALL">
+        <source>Check all movies</source>
+        <translation>Отметить все видео</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_CHECK">
+        <source>Checked</source>
+        <translation>Отметка</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_BUTTON">
+        <source>Action</source>
+        <translation>Действие</translation>
+    </message>
+    <message id="IDS_A11Y_CHECK">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Check %1</source>
+        <translation>Отметить %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1</source>
+        <translation>Убрать %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause %1</source>
+        <translation>Приостановить %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Resume %1</source>
+        <translation>Продолжить %1</translation>
+    </message>
+    <message id="IDS_TXT_CHECKED">
+        <source>checked</source>
+        <translation>отмечено</translation>
+    </message>
+    <message id="IDS_TXT_UNCHECKED">
+        <source>not checked</source>
+        <translation>не отмечено</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_UNSUITABLE">
+        <extracomment>Shown once, like IDS_TXT_ENCODER_MISSING. libx264 is a name.</extracomment>
+        <source>Movies cannot be converted now, because the installed ffmpeg has no H.264 encoder (libx264).</source>
+        <translation>Сейчас видео нельзя преобразовать: в установленной программе ffmpeg нет кодировщика H.264 (libx264).</translation>
+    </message>
+    <message id="IDS_TXT_NOT_KEPT_AWAKE">
+        <extracomment>A quiet line in the window during a conversion.</extracomment>
+        <source>The computer may go to sleep during the conversion.</source>
+        <translation>Во время преобразования компьютер может перейти в спящий режим.</translation>
+    </message>
+    <message id="IDS_TXT_KEEP_AWAKE_REASON">
+        <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>
+        <source>Movies are being converted</source>
+        <translation>Идёт преобразование видео</translation>
+    </message>
+    <message id="IDS_TXT_RUN_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Converted: %1</source>
+        <translation>Преобразовано: %1</translation>
+    </message>
+    <message id="IDS_TXT_RUN_NOT_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Not converted: %1</source>
+        <translation>Не преобразовано: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MOVIE">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for this movie: %1</source>
+        <translation>Осталось для этого видео: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_RUN">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for all movies: %1</source>
+        <translation>Осталось для всех видео: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_HOURS">
+        <extracomment>%1 hours and %2 minutes, abbreviated.</extracomment>
+        <source>%1 h %2 min</source>
+        <translation>%1 ч %2 мин</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MINUTES">
+        <extracomment>%1 minutes, abbreviated.</extracomment>
+        <source>%1 min</source>
+        <translation>%1 мин</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_SECONDS">
+        <extracomment>%1 seconds, abbreviated.</extracomment>
+        <source>%1 s</source>
+        <translation>%1 с</translation>
+    </message>
+    <message id="IDS_TIP_WITH_SHORTCUT">
+        <extracomment>A tooltip %1 followed by the shortcut %2, for example Ctrl+O.</extracomment>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_STATUS">
+        <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PROGRESS">
+        <extracomment>Status of a movie while it is converted, for screen readers.</extracomment>
+        <source>Converting</source>
+        <translation>Преобразуется</translation>
+    </message>
+</context>
+</TS>

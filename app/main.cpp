@@ -35,6 +35,8 @@ int main(int argc, char* argv[]) {
     const QString resourceFolder =
         QApplication::applicationDirPath() + QStringLiteral("/../share/reelshift");
     const StringTable strings(resourceFolder, QLocale());
+    // Said outright: left alone, it follows Qt's own texts, which need not be on the system.
+    QApplication::setLayoutDirection(strings.direction());
     SystemVolumeInfo volumes;
     DesktopFileManager fileManager;
     UpdateSettings update;

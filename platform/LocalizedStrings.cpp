@@ -1,25 +1,55 @@
 #include "platform/LocalizedStrings.h"
 
+#include "platform/LanguageChoice.h"
+
 #include <QCoreApplication>
+#include <QDir>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+
+namespace {
+
+constexpr QLatin1String prefix("LocalizedStrings_");
+
+QStringList languagesIn(const QString& folder) {
+    QStringList names = QDir(folder).entryList({prefix + QLatin1String("*.qm")}, QDir::Files);
+    for (QString& name : names)
+        name = name.chopped(3).mid(prefix.size());
+    return names;
+}
+
+std::unique_ptr<QTranslator> install(const QString& table, const QString& folder) {
+    auto translator = std::make_unique<QTranslator>();
+    if (!translator->load(table, folder))
+        return nullptr;
+    QCoreApplication::installTranslator(translator.get());
+    return translator;
+}
+
+void remove(QTranslator* translator) {
+    if (translator)
+        QCoreApplication::removeTranslator(translator);
+}
+
+} // namespace
 
 QString getLocalString(const char* key) {
     return qtTrId(key);
 }
 
-StringTable::StringTable(const QString& resourceFolder, const QLocale& locale) {
-    auto translator = std::make_unique<QTranslator>();
-    const QString name = QStringLiteral("LocalizedStrings");
-    const QString separator = QStringLiteral("_");
-    if (!translator->load(locale, name, separator, resourceFolder) &&
-        !translator->load(name + separator + QStringLiteral("en"), resourceFolder))
-        return;
-    translator_ = std::move(translator);
-    QCoreApplication::installTranslator(translator_.get());
-}
+StringTable::StringTable(const QString& resourceFolder, const QLocale& locale)
+    // Not QTranslator::load(locale): it tries only one of the user's languages with any country.
+    : language_(chooseLanguage(locale.uiLanguages(), languagesIn(resourceFolder))),
+      qtTranslator_(install(QStringLiteral("qtbase_") + language_,
+                            QLibraryInfo::path(QLibraryInfo::TranslationsPath))),
+      translator_(install(prefix + language_, resourceFolder)) {}
 
 StringTable::~StringTable() {
-    if (translator_)
-        QCoreApplication::removeTranslator(translator_.get());
+    remove(translator_.get());
+    remove(qtTranslator_.get());
+}
+
+Qt::LayoutDirection StringTable::direction() const {
+    return QLocale(language_).textDirection();
 }

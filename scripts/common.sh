@@ -4,8 +4,9 @@
 
 # What the build takes.
 BUILD_PACKAGES=(cmake ninja-build g++ qt6-base-dev qt6-tools-dev qt6-l10n-tools)
-# What the program takes to work: the encoder, the window system's plugin, a font.
-PROGRAM_PACKAGES=(ffmpeg qt6-qpa-plugins fonts-dejavu-core)
+# What the program takes to work: the encoder, the window system's plugin, a font, Qt's own texts in
+# other languages.
+PROGRAM_PACKAGES=(ffmpeg qt6-qpa-plugins fonts-dejavu-core qt6-translations-l10n)
 # A desktop that nobody sees, and what uses the window there.
 DESKTOP_PACKAGES=(xvfb openbox dbus dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi
     imagemagick)

@@ -66,6 +66,14 @@ bool AppDelegate::isOpenFolderChecked() const {
 
 void AppDelegate::setRunControlsEnabled(bool enabled) {
     Ui::MainWindow& form = window_.form();
+    const QWidget* const focused = window_.focusWidget();
+    // From a control that is being disabled the focus would go on to the Remove button, where a
+    // second press of the key that began the run would take all checked movies off the list.
+    if (!enabled && (focused == form.btnConvertFile || focused == form.btnAddFile ||
+                     focused == form.btnSelectFolder || focused == form.comboBox))
+        form.theTableNew->setFocus(window_.testAttribute(Qt::WA_KeyboardFocusChange)
+                                       ? Qt::TabFocusReason
+                                       : Qt::OtherFocusReason);
     form.btnConvertFile->setEnabled(enabled);
     form.btnAddFile->setEnabled(enabled);
     form.btnSelectFolder->setEnabled(enabled);

@@ -11,14 +11,15 @@
 
 namespace {
 
-void setTip(QWidget* widget, const char* key) {
-    widget->setToolTip(getLocalString(key));
+std::unique_ptr<Ui::MainWindow> setUpForm(QMainWindow* window) {
+    auto form = std::make_unique<Ui::MainWindow>();
+    form->setupUi(window);
+    return form;
 }
 
 } // namespace
 
-MainWindow::MainWindow() : form_(std::make_unique<Ui::MainWindow>()) {
-    form_->setupUi(this);
+MainWindow::MainWindow() : form_(setUpForm(this)), keys_(this, *form_) {
     setWindowIcon(applicationIcon());
     // The caption beside the check box is a label of its own; a click on it is meant for the box.
     form_->openFldrAftrFnsh->installEventFilter(this);
@@ -48,11 +49,15 @@ void MainWindow::setTexts() {
     setTip(form_->btnSelectFolder, "IDS_TIP_SELECT_FOLDER");
     setTip(form_->btnAddFile, "IDS_TIP_ADD_FILE");
     setTip(form_->btnRemoveFile, "IDS_TIP_REMOVE_FILE");
-    setTip(form_->outputFolderPath, "IDS_TIP_OUTPUT_FOLDER");
+    form_->outputFolderPath->setToolTip(getLocalString("IDS_TIP_OUTPUT_FOLDER"));
     setTip(form_->openFolderCheckBtn, "IDS_TIP_OPEN_AFTER_FINISH");
-    setTip(form_->comboBox, "IDS_TIP_PROFILE");
+    form_->comboBox->setToolTip(getLocalString("IDS_TIP_PROFILE"));
     form_->theTableNew->setTexts();
     widenButtons();
+}
+
+void MainWindow::setTip(QAbstractButton* button, const char* id) {
+    button->setToolTip(keys_.withKey(button, getLocalString(id)));
 }
 
 void MainWindow::fitToScreen() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/WindowKeys.h"
+
 #include <QMainWindow>
 
 #include <functional>
@@ -35,7 +37,9 @@ protected:
 
 private:
     void widenButtons();
+    void setTip(QAbstractButton* button, const char* id);
 
     const std::unique_ptr<Ui::MainWindow> form_;
+    const WindowKeys keys_;
     std::function<bool()> closeHandler_;
 };

@@ -181,6 +181,24 @@ bool FileTableModel::setData(const QModelIndex& index, const QVariant& value, in
     return *done;
 }
 
+void FileTableModel::checkRows(const std::vector<int>& rows, bool checked) {
+    std::vector<int> ids;
+    for (const int row : rows)
+        ids.push_back(source_.idAt(listRow(row)));
+    gate_.pass([=, this] {
+        int last = -1;
+        for (const int id : ids) {
+            const int row = rowOfId(id);
+            if (row < 0)
+                continue;
+            list_.check.at(size_t(row)) = checked ? 1 : 0;
+            last = row;
+        }
+        if (last >= 0)
+            store(TableColumn::Check, checked ? 1 : 0, last);
+    });
+}
+
 bool FileTableModel::store(TableColumn column, const QVariant& value, int row) {
     const std::optional<bool> headerState = editing_.storeEdit(identifierOf(column), value, row);
     reload();

@@ -42,6 +42,8 @@ public:
 
     /// Takes an edit if the action gate is open, later if a wait is on; true when it was stored.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    /// Checks or unchecks rows in one edit, now or after the wait that is on.
+    void checkRows(const std::vector<int>& rows, bool checked);
     /// Shows what the lists hold now: rows at the end come and go, all others are shown anew.
     void reload();
     /// The lists have lost these rows (numbers from before, in any order).

@@ -1,5 +1,6 @@
 #include "filelist/FileTableSource.h"
 
+#include "filelist/FileTableKeys.h"
 #include "filelist/StatusWords.h"
 #include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
@@ -16,12 +17,18 @@ const QString& textAt(const QStringList& list, int position) {
 }
 
 /// Names the movie in a text about its button.
-QString aboutButton(const QString& image, const QString& name, bool asToolTip) {
-    if (image == rowimage::pause)
-        return getLocalString(asToolTip ? "IDS_TIP_ROW_PAUSE" : "IDS_A11Y_ROW_PAUSE").arg(name);
-    if (image == rowimage::resume)
-        return getLocalString(asToolTip ? "IDS_TIP_ROW_RESUME" : "IDS_A11Y_ROW_RESUME").arg(name);
-    return getLocalString(asToolTip ? "IDS_TIP_ROW_REMOVE" : "IDS_A11Y_ROW_REMOVE").arg(name);
+QString spokenButton(const QString& image, const QString& name) {
+    return getLocalString(image == rowimage::pause    ? "IDS_A11Y_ROW_PAUSE"
+                          : image == rowimage::resume ? "IDS_A11Y_ROW_RESUME"
+                                                      : "IDS_A11Y_ROW_REMOVE")
+        .arg(name);
+}
+
+QString tipOfButton(const QString& image, const QString& name) {
+    if (image != rowimage::pause && image != rowimage::resume)
+        return getLocalString("IDS_TIP_ROW_REMOVE").arg(name);
+    const char* const id = image == rowimage::pause ? "IDS_TIP_ROW_PAUSE" : "IDS_TIP_ROW_RESUME";
+    return tipWithKey(getLocalString(id).arg(name), tablekey::pauseOrResume);
 }
 
 } // namespace
@@ -149,7 +156,7 @@ QString FileTableSource::spokenText(TableColumn column, int row) const {
         return over.isEmpty() ? shownText(column, row) : over;
     }
     case TableColumn::Im:
-        return aboutButton(imageAt(row), shownText(TableColumn::Name, row), false);
+        return spokenButton(imageAt(row), shownText(TableColumn::Name, row));
     default:
         return shownText(column, row);
     }
@@ -168,7 +175,7 @@ QString FileTableSource::toolTip(TableColumn column, int row) const {
         return willDisplayCellEnabled(column::cmb) ? getLocalString("IDS_TIP_CELL_PROFILE")
                                                    : QString();
     case TableColumn::Im:
-        return aboutButton(imageAt(row), shownText(TableColumn::Name, row), true);
+        return tipOfButton(imageAt(row), shownText(TableColumn::Name, row));
     default:
         return {}; // the delegate shows the text where it is cut
     }

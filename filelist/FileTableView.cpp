@@ -2,6 +2,7 @@
 
 #include "filelist/FileTableAccessible.h"
 #include "filelist/FileTableDelegates.h"
+#include "filelist/FileTableKeys.h"
 #include "filelist/FileTableModel.h"
 #include "platform/LocalizedStrings.h"
 #include "widgets/ActionGate.h"
@@ -10,7 +11,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
-#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -116,7 +117,8 @@ void FileTableView::setFileModel(FileTableModel* model) {
 void FileTableView::setTexts() {
     setAccessibleName(getLocalString("IDS_A11Y_TABLE"));
     btnSelectAll_->setAccessibleName(getLocalString("IDS_A11Y_SELECT_ALL"));
-    btnSelectAll_->setToolTip(getLocalString("IDS_TIP_SELECT_ALL"));
+    btnSelectAll_->setToolTip(
+        tipWithKey(getLocalString("IDS_TIP_SELECT_ALL"), tablekey::selectAll));
 }
 
 void FileTableView::setUpColumns() {
@@ -287,51 +289,6 @@ void FileTableView::closeEditors() {
     cmbDelegate_->finishEditing();
 }
 
-void FileTableView::focusInEvent(QFocusEvent* event) {
-    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
-        isByKeyboard_ = true;
-    QTableView::focusInEvent(event);
-}
-
-void FileTableView::keyPressEvent(QKeyEvent* event) {
-    isByKeyboard_ = true;
-    // From a cell that a run has locked the arrow keys would lead nowhere.
-    if (currentIndex().isValid() && !(currentIndex().flags() & Qt::ItemIsEnabled))
-        selectionModel()->setCurrentIndex(
-            currentIndex().siblingAtColumn(section(TableColumn::Name)),
-            QItemSelectionModel::NoUpdate);
-    const QModelIndex index = currentIndex();
-    const bool isPlain = !(event->modifiers() & ~Qt::KeypadModifier);
-    if (!model_ || !index.isValid() || !isPlain || state() == EditingState) {
-        QTableView::keyPressEvent(event);
-        return;
-    }
-    const TableColumn column = columnOf(index);
-    const bool isCombo = column == TableColumn::Res || column == TableColumn::Cmb;
-    switch (event->key()) {
-    case Qt::Key_Space:
-        // In a cell that has nothing of its own to press, the space bar checks the row.
-        activateCell(isCombo || column == TableColumn::Im
-                         ? index
-                         : index.siblingAtColumn(section(TableColumn::Check)));
-        return;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (isCombo || column == TableColumn::Im) {
-            activateCell(index);
-            return;
-        }
-        break;
-    case Qt::Key_F2:
-        if (isCombo)
-            openEditor(index, false);
-        return;
-    default:
-        break;
-    }
-    QTableView::keyPressEvent(event);
-}
-
 void FileTableView::mousePressEvent(QMouseEvent* event) {
     const QModelIndex cell = indexAt(event->position().toPoint());
     const bool isPress = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
@@ -394,22 +351,12 @@ void FileTableView::paintEvent(QPaintEvent* event) {
         paintCurrentCell(painter);
         return;
     }
+    paintFocusOfEmptyList(painter);
     QColor faint = palette().color(QPalette::Text);
     faint.setAlphaF(0.6F);
     painter.setPen(faint);
     painter.drawText(viewport()->rect().adjusted(24, 24, -24, -24),
                      Qt::AlignCenter | Qt::TextWordWrap, getLocalString("IDS_TXT_EMPTY_LIST"));
-}
-
-void FileTableView::paintCurrentCell(QPainter& painter) const {
-    // The style's own focus frame is lost in the band of a selected row. Who uses the mouse needs
-    // none.
-    const QModelIndex current = currentIndex();
-    if (!current.isValid() || !hasFocus() || !isByKeyboard_)
-        return;
-    const bool isSelected = selectionModel()->isRowSelected(current.row());
-    painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
-    painter.drawRect(visualRect(current).adjusted(1, 1, -2, -2));
 }
 
 void FileTableView::resizeEvent(QResizeEvent* event) {

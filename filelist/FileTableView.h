@@ -43,6 +43,9 @@ public:
     bool addToSelection(int row);
     /// Stores and closes the editors that are open; to be called before a run locks the cells.
     void closeEditors();
+    /// Presses the pause or resume button of the selected row or, where that row has none, of the
+    /// row that is converted, else of the first paused one.
+    void pauseOrResume();
 
 Q_SIGNALS:
     /// A row was selected, or clicked anew.
@@ -54,6 +57,7 @@ Q_SIGNALS:
     void selectAllPressed();
 
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -95,7 +99,9 @@ private:
     void chooseRow(const QModelIndex& index);
     void openEditor(const QModelIndex& index, bool withList);
     void activateClicked(const QModelIndex& index);
+    void checkRows(int current);
     void paintCurrentCell(QPainter& painter) const;
+    void paintFocusOfEmptyList(QPainter& painter) const;
     void setPressedButton(const QModelIndex& index);
     /// Row before which a drop at this height goes; the number of rows behind the last one.
     [[nodiscard]] int proposedRow(int y) const;

@@ -1,3 +1,4 @@
+#include "filelist/StatusWords.h"
 #include "filelist/TableWindow.h"
 #include "platform/LocalizedStrings.h"
 
@@ -5,14 +6,24 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QSignalSpy>
 #include <QTest>
+
+#include <algorithm>
 
 class TestTableKeys final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void spaceChecksTheRow();
+    void spaceChecksAllSelectedRows();
+    void aSelectionOfManyRowsIsCheckedAsOne();
+    void theMenuKeyOffersTheRowsButton();
+    void theMenuOfARowThatChangedDoesNothing();
+    void theFocusOfAnEmptyListIsSeen();
     void keysOpenTheEditor_data();
     void keysOpenTheEditor();
     void aTypedSizeIsStored();
@@ -32,6 +43,83 @@ void TestTableKeys::spaceChecksTheRow() {
     QCOMPARE(w.f.list.check, (std::vector<int>{1, 0}));
     w.key(1, TableColumn::Name, Qt::Key_Space);
     QCOMPARE(w.f.list.check, (std::vector<int>{1, 1}));
+}
+
+void TestTableKeys::spaceChecksAllSelectedRows() {
+    TableWindow w(4);
+    w.f.list.check = {0, 1, 0, 0};
+    w.view.setCurrentIndex(w.f.cell(0, TableColumn::Name));
+    QTest::keyClick(&w.view, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&w.view, Qt::Key_Down, Qt::ShiftModifier);
+    // The current row is the third one, and all take its new state.
+    QTest::keyClick(&w.view, Qt::Key_Space);
+    QCOMPARE(w.f.list.check, (std::vector<int>{1, 1, 1, 0}));
+    QCOMPARE(w.f.list.recordAt(2)->number(key::check), 1);
+    QTest::keySequence(&w.view, QKeySequence(QKeySequence::SelectAll));
+    QCOMPARE(w.selection().size(), size_t{4});
+    const QSignalSpy header(&w.f.model, &FileTableModel::headerStateChanged);
+    QTest::keyClick(&w.view, Qt::Key_Space);
+    QCOMPARE(w.f.list.check, (std::vector<int>{0, 0, 0, 0}));
+    QTest::keyClick(&w.view, Qt::Key_Space);
+    QCOMPARE(w.f.list.check, (std::vector<int>{1, 1, 1, 1}));
+    QCOMPARE(header.size(), 2);
+    QVERIFY(header.last().first().toBool());
+    QCOMPARE(w.selection().size(), size_t{4});
+}
+
+void TestTableKeys::aSelectionOfManyRowsIsCheckedAsOne() {
+    TableWindow w(10000);
+    w.view.selectAll();
+    w.view.setCurrentIndex(w.f.cell(0, TableColumn::Name));
+    w.view.selectAll();
+    const QSignalSpy header(&w.f.model, &FileTableModel::headerStateChanged);
+    QTest::keyClick(&w.view, Qt::Key_Space);
+    QCOMPARE(header.size(), 1);
+    QCOMPARE(std::count(w.f.list.check.begin(), w.f.list.check.end(), 0), 10000);
+}
+
+void TestTableKeys::theMenuKeyOffersTheRowsButton() {
+    TableWindow w(2);
+    w.f.list.recordAt(1)->set(key::name, QStringLiteral("R&B.mp4"));
+    w.f.list.recordAt(1)->set(key::image, rowimage::pause);
+    const QSignalSpy pressed(&w.view, &FileTableView::rowButtonPressed);
+    w.view.setCurrentIndex(w.f.cell(1, TableColumn::Name));
+    QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(&w.view, &ask);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    QCOMPARE(menu->actions().size(), 1);
+    QCOMPARE(menu->activeAction(), menu->actions().constFirst());
+    QCOMPARE(menu->actions().constFirst()->text(),
+             getLocalString("IDS_A11Y_ROW_PAUSE").arg(QStringLiteral("R&&B.mp4")));
+    QTest::keyClick(menu, Qt::Key_Return);
+    QTRY_COMPARE(pressed.size(), 1);
+    QCOMPARE(pressed.first().first().toInt(), 1);
+    QTRY_VERIFY(w.view.findChildren<QMenu*>().isEmpty());
+}
+
+void TestTableKeys::theMenuOfARowThatChangedDoesNothing() {
+    TableWindow w(2);
+    w.f.list.recordAt(1)->set(key::image, rowimage::pause);
+    const QSignalSpy pressed(&w.view, &FileTableView::rowButtonPressed);
+    w.view.setCurrentIndex(w.f.cell(1, TableColumn::Name));
+    QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(&w.view, &ask);
+    QVERIFY(QApplication::activePopupWidget());
+    w.f.list.recordAt(1)->set(key::image, rowimage::remove);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    QCOMPARE(pressed.size(), 0);
+}
+
+void TestTableKeys::theFocusOfAnEmptyListIsSeen() {
+    TableWindow w(0);
+    w.view.clearFocus();
+    const QImage without = w.view.grab().toImage();
+    w.view.setFocus(Qt::TabFocusReason);
+    QVERIFY(w.view.grab().toImage() != without);
+    w.view.clearFocus();
+    QCOMPARE(w.view.grab().toImage(), without);
 }
 
 void TestTableKeys::keysOpenTheEditor_data() {

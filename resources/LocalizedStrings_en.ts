@@ -361,9 +361,9 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</translation>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

@@ -1,0 +1,526 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ar" sourcelanguage="en">
+<context>
+    <name></name>
+    <!-- Main window: buttons and captions -->
+    <message id="IDS_BTN_ADD_FILE">
+        <source>&amp;Add Movies…</source>
+        <translation>إ&amp;ضافة مقاطع…</translation>
+    </message>
+    <message id="IDS_BTN_REMOVE_FILE">
+        <extracomment>Removes every checked movie from the list.</extracomment>
+        <source>&amp;Remove Checked</source>
+        <translation>إ&amp;زالة المعلّمة</translation>
+    </message>
+    <message id="IDS_BTN_CONVERT">
+        <extracomment>Also a button of the box about paused movies.</extracomment>
+        <source>&amp;Convert</source>
+        <translation>ت&amp;حويل</translation>
+    </message>
+    <message id="IDS_BTN_STOP">
+        <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
+        <source>&amp;Stop</source>
+        <translation>إي&amp;قاف</translation>
+    </message>
+    <message id="IDS_BTN_SELECT_FOLDER">
+        <source>Select &amp;Folder…</source>
+        <translation>ا&amp;ختيار مجلد…</translation>
+    </message>
+    <message id="IDS_BTN_OPEN_FOLDER">
+        <extracomment>Also a button of the box at the end of a conversion.</extracomment>
+        <source>&amp;Open Folder</source>
+        <translation>&amp;فتح المجلد</translation>
+    </message>
+    <message id="IDS_TXTFLD_OUTPUTFOLDER">
+        <source>O&amp;utput folder</source>
+        <translation>مجلد الإخرا&amp;ج</translation>
+    </message>
+    <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
+        <source>Open the folder &amp;when finished</source>
+        <translation>فتح المجلد عند الا&amp;نتهاء</translation>
+    </message>
+    <message id="IDS_TXT_PROFILE_CAPTION">
+        <extracomment>Caption of the quality list beside the output folder.</extracomment>
+        <source>&amp;Quality of checked movies</source>
+        <translation>جو&amp;دة المقاطع المعلّمة</translation>
+    </message>
+    <message id="IDS_TXT_FILELIST">
+        <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
+        <source>&amp;Movies</source>
+        <translation>مقا&amp;طع الفيديو</translation>
+    </message>
+    <message id="IDS_TXT_EMPTY_LIST">
+        <extracomment>Shown in the empty list.</extracomment>
+        <source>Drop HEVC movies here, or press Add Movies…</source>
+        <translation>أفلت مقاطع فيديو HEVC هنا، أو اضغط على «إضافة مقاطع…»</translation>
+    </message>
+    <message id="IDS_TXT_APP_DESCRIPTION">
+        <source>Turns HEVC movies into H.264 MP4 files</source>
+        <translation>يحوّل مقاطع فيديو HEVC إلى ملفات MP4 بترميز H.264</translation>
+    </message>
+    <!-- Movie list: column titles -->
+    <message id="IDS_TXT_FILENAME">
+        <source>File name</source>
+        <translation>اسم الملف</translation>
+    </message>
+    <message id="IDS_TXT_DURATION">
+        <source>Duration</source>
+        <translation>المدة</translation>
+    </message>
+    <message id="IDS_TXT_AUDIO">
+        <source>Audio</source>
+        <translation>الصوت</translation>
+    </message>
+    <message id="IDS_TXTFLD_RESOLUTION">
+        <extracomment>The picture size of the new movie.</extracomment>
+        <source>Resolution</source>
+        <translation>الدقة</translation>
+    </message>
+    <message id="IDS_TXTFLD_QUALITY">
+        <source>Quality</source>
+        <translation>الجودة</translation>
+    </message>
+    <message id="IDS_TXT_STATUS">
+        <extracomment>Also the whole text of the box shown when a download turns out to be empty.</extracomment>
+        <source>Status</source>
+        <translation>الحالة</translation>
+    </message>
+    <!-- Movie list: what the status column says -->
+    <message id="IDS_TXT_STATUS_WAITING">
+        <source>Waiting</source>
+        <translation>في الانتظار</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_PAUSED">
+        <source>Paused</source>
+        <translation>متوقف مؤقتًا</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_CONVERTED">
+        <source>Converted</source>
+        <translation>تم التحويل</translation>
+    </message>
+    <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
+    <message id="IDS_TXT_PROFILELIST">
+        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
+        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_DROPDOWN">
+        <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
+        <source>Pro, for editing;Best quality;Normal quality</source>
+        <translation>احترافية، للمونتاج;أفضل جودة;جودة عادية</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_1">
+        <source>Pro, for editing</source>
+        <translation>احترافية، للمونتاج</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_2">
+        <source>Best quality</source>
+        <translation>أفضل جودة</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_3">
+        <source>Normal quality</source>
+        <translation>جودة عادية</translation>
+    </message>
+    <!-- Message boxes: buttons -->
+    <message id="IDS_BTN_POPUP_OK">
+        <source>O&amp;K</source>
+        <translation>م&amp;وافق</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_CANCEL">
+        <source>Ca&amp;ncel</source>
+        <translation>إ&amp;لغاء</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_SKIP">
+        <source>Sk&amp;ip</source>
+        <translation>ت&amp;خطي</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_REPLACE">
+        <source>&amp;Replace</source>
+        <translation>ا&amp;ستبدال</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_DUPLICATE">
+        <extracomment>The new movie gets a number in its name.</extracomment>
+        <source>Keep &amp;Both</source>
+        <translation>الاحتفاظ &amp;بكليهما</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_TRYAGAIN">
+        <extracomment>A button.</extracomment>
+        <source>&amp;Try Again</source>
+        <translation>إعادة ال&amp;محاولة</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_DOFORERROR">
+        <extracomment>A check box below the buttons' question.</extracomment>
+        <source>&amp;Do the same for the other movies</source>
+        <translation>تطبيق الإجراء &amp;نفسه على المقاطع الأخرى</translation>
+    </message>
+    <!-- Message boxes: output folder -->
+    <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
+        <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
+        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <translation>لا يمكن أن يكون مجلد الإخراج على بطاقة ذاكرة أو ذاكرة USB أو أي قرص آخر قابل للإزالة.</translation>
+    </message>
+    <message id="IDS_TXT_USE_ANOTHER_FOLDER">
+        <extracomment>Second line, after IDS_TXT_SDCARD_CANNOT_BEUSED.</extracomment>
+        <source>Please choose another folder, for example one in your home folder.</source>
+        <translation>يُرجى اختيار مجلد آخر، في مجلد المنزل مثلًا.</translation>
+    </message>
+    <message id="IDS_TXT_FAT32_UNSUPPORTED">
+        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+Please choose a folder on another disk.</source>
+        <translation>هذا المجلد على قرص بنظام ملفات FAT لا يتسع لمقطع فيديو أكبر من 4 غيغابايت.
+يُرجى اختيار مجلد على قرص آخر.</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
+        <extracomment>A message, in spite of its name.</extracomment>
+        <source>The output folder cannot be found. It may have been moved or deleted, or its disk is not connected.
+Please press Select Folder… and choose a folder.</source>
+        <translation>تعذّر العثور على مجلد الإخراج. ربما نُقل أو حُذف، أو أن القرص الذي يحتويه غير متصل.
+يُرجى الضغط على «اختيار مجلد…» واختيار مجلد.</translation>
+    </message>
+    <!-- Message boxes: adding movies -->
+    <message id="IDS_TXT_UNSUPPORTED">
+        <extracomment>Shown once, for one file or for several.</extracomment>
+        <source>Only movies with HEVC (H.265) video can be added.
+Files of another kind, and damaged ones, were left out.</source>
+        <translation>لا يمكن إضافة سوى مقاطع الفيديو بصيغة HEVC (H.265).
+لم تُضف الملفات من الأنواع الأخرى ولا الملفات التالفة.</translation>
+    </message>
+    <message id="IDS_TXT_SDCARD_DELAY">
+        <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
+        <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
+        <translation>مقطع الفيديو هذا على بطاقة ذاكرة أو قرص آخر قابل للإزالة. قد يستغرق تحويله من هناك وقتًا أطول.</translation>
+    </message>
+    <message id="IDS_TXT_CONTINUE">
+        <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
+        <source>Do you want to add it all the same?</source>
+        <translation>هل تريد إضافته على أي حال؟</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_MISSING">
+        <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
+Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+        <translation>لا يمكن قراءة مقاطع الفيديو أو تحويلها الآن، لأن برنامج ffmpeg غير موجود أو لا يُسمح بتشغيله.
+يُرجى تثبيت الحزمة «ffmpeg» باستخدام مدير البرامج في نظامك، ثم إعادة تشغيل Quorvex Reelshift.</translation>
+    </message>
+    <!-- Message boxes: converting -->
+    <message id="IDS_TXT_POPUP_SAMENAME">
+        <extracomment>The movie's path follows on a line of its own. Buttons: Cancel, Keep Both, Skip, Replace.</extracomment>
+        <source>The output folder already has a movie with this name. Cancel stops the whole conversion.</source>
+        <translation>يوجد بالفعل مقطع فيديو بهذا الاسم في مجلد الإخراج. الزر «إلغاء» يوقف التحويل بأكمله.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_ERROR">
+        <extracomment>First line; IDS_TXT_POPUP_WANTTOSKIP and the movie's name follow. Buttons: Stop, Skip.</extracomment>
+        <source>This movie could not be converted.</source>
+        <translation>تعذّر تحويل مقطع الفيديو هذا.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOSKIP">
+        <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
+        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <translation>هل تريد تخطيه والمتابعة أم إيقاف التحويل؟</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
+        <extracomment>Buttons: Skip, Try Again.</extracomment>
+        <source>The original movie cannot be found. It may have been moved or deleted, or its disk is not connected.
+Skip this movie, or put it back and try again.</source>
+        <translation>تعذّر العثور على مقطع الفيديو الأصلي. ربما نُقل أو حُذف، أو أن القرص الذي يحتويه غير متصل.
+تخطَّ هذا المقطع، أو أعده إلى مكانه ثم حاول مرة أخرى.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
+        <extracomment>Buttons: OK, Try Again.</extracomment>
+        <source>The original movie disappeared while it was being converted. Was its disk disconnected?
+OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+        <translation>اختفى مقطع الفيديو الأصلي أثناء تحويله. هل فُصل القرص الذي يحتويه؟
+الزر «موافق» ينهي التحويل. للمتابعة، أعد المقطع إلى مكانه ثم اختر «إعادة المحاولة».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_MEMORYFULL">
+        <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
+        <source>The output folder is full, or nothing can be written there any more.</source>
+        <translation>مجلد الإخراج ممتلئ، أو لم تعد الكتابة فيه ممكنة.</translation>
+    </message>
+    <message id="IDS_TXT_DATA_NOTCONVERTED">
+        <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
+        <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
+        <translation>لم يُحوَّل مقطع الفيديو. يُرجى توفير مساحة أو اختيار مجلد آخر، ثم الضغط على «تحويل» مرة أخرى.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING">
+        <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>
+        <source>Do you want to stop the conversion?</source>
+        <translation>هل تريد إيقاف التحويل؟</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING2">
+        <extracomment>Second line, after IDS_TXT_POPUP_STOPCONVERTING.</extracomment>
+        <source>Movies that are already converted are kept. An unfinished one has to be converted again from its beginning.</source>
+        <translation>تبقى المقاطع التي تم تحويلها. أما المقطع الذي لم يكتمل فيجب تحويله من بدايته مرة أخرى.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_PUASEDJOBS">
+        <extracomment>First line; IDS_TXT_POPUP_CLICKTOCONTINUE follows. Buttons: Cancel, Convert.</extracomment>
+        <source>Some movies are still paused.</source>
+        <translation>لا تزال بعض المقاطع متوقفة مؤقتًا.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
+        <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
+        <source>Press Convert to go on with them.</source>
+        <translation>اضغط على «تحويل» لمتابعة تحويلها.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
+        <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
+        <source>The conversion has ended.
+Converted movies are in the output folder. Movies that were not converted stay in the list.</source>
+        <translation>انتهى التحويل.
+المقاطع المحوّلة موجودة في مجلد الإخراج. المقاطع التي لم تُحوَّل تبقى في القائمة.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CONVERSIONCOMPLETE">
+        <source>Conversion complete</source>
+        <translation>اكتمل التحويل</translation>
+    </message>
+    <!-- Update window -->
+    <message id="IDS_TXT_NEWVERSION">
+        <extracomment>Buttons: OK, Cancel.</extracomment>
+        <source>A new version of Quorvex Reelshift is available.
+Do you want to download it now? When the installer opens, Quorvex Reelshift closes.</source>
+        <translation>يتوفر إصدار جديد من Quorvex Reelshift.
+هل تريد تنزيله الآن؟ عند فتح برنامج التثبيت، يُغلق Quorvex Reelshift.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TITLE">
+        <extracomment>Title of the window.</extracomment>
+        <source>Quorvex Reelshift Update</source>
+        <translation>تحديث Quorvex Reelshift</translation>
+    </message>
+    <message id="IDS_TXT_DOWNLOADING">
+        <extracomment>Above the progress bar.</extracomment>
+        <source>Downloading the new version…</source>
+        <translation>جارٍ تنزيل الإصدار الجديد…</translation>
+    </message>
+    <message id="IDS_A11Y_DOWNLOAD_PROGRESS">
+        <source>Download progress</source>
+        <translation>تقدم التنزيل</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TIMEOUT">
+        <source>The update server does not answer.</source>
+        <translation>خادم التحديث لا يستجيب.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_UNUSABLE">
+        <source>The answer of the update server cannot be used.</source>
+        <translation>تعذّر استخدام رد خادم التحديث.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
+        <source>The folder for downloads cannot be created.</source>
+        <translation>تعذّر إنشاء مجلد التنزيلات.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_OPENED">
+        <extracomment>First line; the path of the downloaded file follows.</extracomment>
+        <source>The installer could not be opened. It is here:</source>
+        <translation>تعذّر فتح برنامج التثبيت. تجده هنا:</translation>
+    </message>
+    <!-- Panels -->
+    <message id="IDS_TXT_PANEL_ADD">
+        <source>Add Movies</source>
+        <translation>إضافة مقاطع فيديو</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FILTER">
+        <extracomment>The patterns in parentheses stay as they are.</extracomment>
+        <source>MP4 movies (*.mp4 *.MP4)</source>
+        <translation>مقاطع فيديو MP4 (*.mp4 *.MP4)</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FOLDER">
+        <source>Select Output Folder</source>
+        <translation>اختيار مجلد الإخراج</translation>
+    </message>
+    <!-- Tooltips -->
+    <message id="IDS_TIP_ADD_FILE">
+        <source>Choose HEVC movies to add to the list</source>
+        <translation>اختيار مقاطع فيديو HEVC لإضافتها إلى القائمة</translation>
+    </message>
+    <message id="IDS_TIP_REMOVE_FILE">
+        <source>Take all checked movies off the list. The files themselves stay where they are</source>
+        <translation>إزالة كل المقاطع المعلّمة من القائمة. تبقى الملفات نفسها في مكانها</translation>
+    </message>
+    <message id="IDS_TIP_CONVERT">
+        <source>Convert every waiting movie in the list, checked or not</source>
+        <translation>تحويل كل المقاطع المنتظرة في القائمة، المعلّمة وغير المعلّمة</translation>
+    </message>
+    <message id="IDS_TIP_STOP">
+        <source>Stop the whole conversion</source>
+        <translation>إيقاف التحويل بأكمله</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_FOLDER">
+        <source>Choose where the converted movies are saved</source>
+        <translation>اختيار مكان حفظ المقاطع المحوّلة</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_FOLDER">
+        <source>Show the output folder in the file manager</source>
+        <translation>عرض مجلد الإخراج في مدير الملفات</translation>
+    </message>
+    <message id="IDS_TIP_OUTPUT_FOLDER">
+        <source>Converted movies are saved here</source>
+        <translation>تُحفظ المقاطع المحوّلة هنا</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_AFTER_FINISH">
+        <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
+        <translation>تعرض الرسالة التي تظهر في نهاية التحويل فتح مجلد الإخراج. فتحه من هناك يزيل هذه العلامة</translation>
+    </message>
+    <message id="IDS_TIP_PROFILE">
+        <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
+        <translation>يحدد جودة كل المقاطع المعلّمة، أو جودة المقطع المحدّد عندما لا يكون أي مقطع معلّمًا.
+الجودة الاحترافية تحتفظ بأكبر قدر من التفاصيل في أكبر الملفات حجمًا. الجودة العادية تنتج أصغر الملفات</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_ALL">
+        <source>Check or uncheck all movies</source>
+        <translation>وضع علامة على كل المقاطع أو إزالتها</translation>
+    </message>
+    <message id="IDS_TIP_TABLE">
+        <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
+        <translation>أفلت مقاطع الفيديو هنا لإضافتها. اسحب الصفوف لتغيير ترتيب التحويل</translation>
+    </message>
+    <message id="IDS_TIP_CELL_CHECK">
+        <source>Checked movies take the quality chosen above the list and can be removed together</source>
+        <translation>تأخذ المقاطع المعلّمة الجودة المختارة أعلى القائمة، ويمكن إزالتها معًا</translation>
+    </message>
+    <message id="IDS_TIP_CELL_PROFILE">
+        <source>Click to choose this movie's quality</source>
+        <translation>انقر لاختيار جودة هذا المقطع</translation>
+    </message>
+    <message id="IDS_TIP_CELL_RESOLUTION">
+        <source>Click to choose this movie's picture size</source>
+        <translation>انقر لاختيار حجم صورة هذا المقطع</translation>
+    </message>
+    <message id="IDS_TIP_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1 from the list</source>
+        <translation>إزالة ⁨%1⁩ من القائمة</translation>
+    </message>
+    <message id="IDS_TIP_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause the conversion of %1</source>
+        <translation>إيقاف تحويل ⁨%1⁩ مؤقتًا</translation>
+    </message>
+    <message id="IDS_TIP_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Go on converting %1</source>
+        <translation>متابعة تحويل ⁨%1⁩</translation>
+    </message>
+    <!-- Names that screen readers speak, for what carries no text of its own -->
+    <message id="IDS_A11Y_TABLE">
+        <source>Movies to convert</source>
+        <translation>مقاطع الفيديو المراد تحويلها</translation>
+    </message>
+    <message id="IDS_A11Y_OUTPUT_FOLDER">
+        <source>Output folder</source>
+        <translation>مجلد الإخراج</translation>
+    </message>
+    <message id="IDS_A11Y_OPEN_AFTER_FINISH">
+        <source>Open the folder when finished</source>
+        <translation>فتح المجلد عند الانتهاء</translation>
+    </message>
+    <message id="IDS_A11Y_PROFILE">
+        <source>Quality of checked movies</source>
+        <translation>جودة المقاطع المعلّمة</translation>
+    </message>
+    <message id="IDS_A11Y_SELECT_ALL">
+        <source>Check all movies</source>
+        <translation>وضع علامة على كل المقاطع</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_CHECK">
+        <source>Checked</source>
+        <translation>العلامة</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_BUTTON">
+        <source>Action</source>
+        <translation>الإجراء</translation>
+    </message>
+    <message id="IDS_A11Y_CHECK">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Check %1</source>
+        <translation>وضع علامة على %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1</source>
+        <translation>إزالة %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause %1</source>
+        <translation>إيقاف %1 مؤقتًا</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Resume %1</source>
+        <translation>متابعة %1</translation>
+    </message>
+    <message id="IDS_TXT_CHECKED">
+        <source>checked</source>
+        <translation>معلّم</translation>
+    </message>
+    <message id="IDS_TXT_UNCHECKED">
+        <source>not checked</source>
+        <translation>غير معلّم</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_UNSUITABLE">
+        <extracomment>Shown once, like IDS_TXT_ENCODER_MISSING. libx264 is a name.</extracomment>
+        <source>Movies cannot be converted now, because the installed ffmpeg has no H.264 encoder (libx264).</source>
+        <translation>لا يمكن تحويل مقاطع الفيديو الآن، لأن ffmpeg المثبّت لا يحتوي على مُرمِّز H.264 (libx264).</translation>
+    </message>
+    <message id="IDS_TXT_NOT_KEPT_AWAKE">
+        <extracomment>A quiet line in the window during a conversion.</extracomment>
+        <source>The computer may go to sleep during the conversion.</source>
+        <translation>قد يدخل الحاسوب في وضع السكون أثناء التحويل.</translation>
+    </message>
+    <message id="IDS_TXT_KEEP_AWAKE_REASON">
+        <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>
+        <source>Movies are being converted</source>
+        <translation>يجري تحويل مقاطع الفيديو</translation>
+    </message>
+    <message id="IDS_TXT_RUN_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Converted: %1</source>
+        <translation>تم تحويلها: %1</translation>
+    </message>
+    <message id="IDS_TXT_RUN_NOT_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Not converted: %1</source>
+        <translation>لم يتم تحويلها: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MOVIE">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for this movie: %1</source>
+        <translation>الوقت المتبقي لهذا المقطع: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_RUN">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for all movies: %1</source>
+        <translation>الوقت المتبقي لكل المقاطع: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_HOURS">
+        <extracomment>%1 hours and %2 minutes, abbreviated.</extracomment>
+        <source>%1 h %2 min</source>
+        <translation>%1 س %2 د</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MINUTES">
+        <extracomment>%1 minutes, abbreviated.</extracomment>
+        <source>%1 min</source>
+        <translation>%1 د</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_SECONDS">
+        <extracomment>%1 seconds, abbreviated.</extracomment>
+        <source>%1 s</source>
+        <translation>%1 ث</translation>
+    </message>
+    <message id="IDS_TIP_WITH_SHORTCUT">
+        <extracomment>A tooltip %1 followed by the shortcut %2, for example Ctrl+O.</extracomment>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_STATUS">
+        <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PROGRESS">
+        <extracomment>Status of a movie while it is converted, for screen readers.</extracomment>
+        <source>Converting</source>
+        <translation>يجري التحويل</translation>
+    </message>
+</context>
+</TS>

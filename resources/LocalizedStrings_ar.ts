@@ -510,7 +510,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_TIP_WITH_SHORTCUT">
         <extracomment>A tooltip %1 followed by the shortcut %2, for example Ctrl+O.</extracomment>
         <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
+        <translation>%1 (⁦%2⁩)</translation>
     </message>
     <message id="IDS_A11Y_ROW_STATUS">
         <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>

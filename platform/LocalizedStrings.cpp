@@ -39,7 +39,7 @@ QString getLocalString(const char* key) {
 }
 
 StringTable::StringTable(const QString& resourceFolder, const QLocale& locale)
-    // Not QTranslator::load(locale): it tries only one of the user's languages with any country.
+    // Not QTranslator::load(locale): it tries one of the wishes alone.
     : language_(chooseLanguage(locale.uiLanguages(), languagesIn(resourceFolder))),
       qtTranslator_(install(QStringLiteral("qtbase_") + language_,
                             QLibraryInfo::path(QLibraryInfo::TranslationsPath))),

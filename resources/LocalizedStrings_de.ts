@@ -1,0 +1,526 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name></name>
+    <!-- Main window: buttons and captions -->
+    <message id="IDS_BTN_ADD_FILE">
+        <source>&amp;Add Movies…</source>
+        <translation>Filme &amp;hinzufügen …</translation>
+    </message>
+    <message id="IDS_BTN_REMOVE_FILE">
+        <extracomment>Removes every checked movie from the list.</extracomment>
+        <source>&amp;Remove Checked</source>
+        <translation>Markierte &amp;entfernen</translation>
+    </message>
+    <message id="IDS_BTN_CONVERT">
+        <extracomment>Also a button of the box about paused movies.</extracomment>
+        <source>&amp;Convert</source>
+        <translation>&amp;Umwandeln</translation>
+    </message>
+    <message id="IDS_BTN_STOP">
+        <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
+        <source>&amp;Stop</source>
+        <translation>&amp;Stoppen</translation>
+    </message>
+    <message id="IDS_BTN_SELECT_FOLDER">
+        <source>Select &amp;Folder…</source>
+        <translation>Ordner aus&amp;wählen …</translation>
+    </message>
+    <message id="IDS_BTN_OPEN_FOLDER">
+        <extracomment>Also a button of the box at the end of a conversion.</extracomment>
+        <source>&amp;Open Folder</source>
+        <translation>Ordner ö&amp;ffnen</translation>
+    </message>
+    <message id="IDS_TXTFLD_OUTPUTFOLDER">
+        <source>O&amp;utput folder</source>
+        <translation>&amp;Ausgabeordner</translation>
+    </message>
+    <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
+        <source>Open the folder &amp;when finished</source>
+        <translation>O&amp;rdner am Ende öffnen</translation>
+    </message>
+    <message id="IDS_TXT_PROFILE_CAPTION">
+        <extracomment>Caption of the quality list beside the output folder.</extracomment>
+        <source>&amp;Quality of checked movies</source>
+        <translation>&amp;Qualität der markierten Filme</translation>
+    </message>
+    <message id="IDS_TXT_FILELIST">
+        <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
+        <source>&amp;Movies</source>
+        <translation>Fi&amp;lme</translation>
+    </message>
+    <message id="IDS_TXT_EMPTY_LIST">
+        <extracomment>Shown in the empty list.</extracomment>
+        <source>Drop HEVC movies here, or press Add Movies…</source>
+        <translation>Ziehen Sie HEVC-Filme hierher oder klicken Sie auf „Filme hinzufügen …“</translation>
+    </message>
+    <message id="IDS_TXT_APP_DESCRIPTION">
+        <source>Turns HEVC movies into H.264 MP4 files</source>
+        <translation>Wandelt HEVC-Filme in H.264-MP4-Dateien um</translation>
+    </message>
+    <!-- Movie list: column titles -->
+    <message id="IDS_TXT_FILENAME">
+        <source>File name</source>
+        <translation>Dateiname</translation>
+    </message>
+    <message id="IDS_TXT_DURATION">
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+    <message id="IDS_TXT_AUDIO">
+        <source>Audio</source>
+        <translation>Ton</translation>
+    </message>
+    <message id="IDS_TXTFLD_RESOLUTION">
+        <extracomment>The picture size of the new movie.</extracomment>
+        <source>Resolution</source>
+        <translation>Auflösung</translation>
+    </message>
+    <message id="IDS_TXTFLD_QUALITY">
+        <source>Quality</source>
+        <translation>Qualität</translation>
+    </message>
+    <message id="IDS_TXT_STATUS">
+        <extracomment>Also the whole text of the box shown when a download turns out to be empty.</extracomment>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <!-- Movie list: what the status column says -->
+    <message id="IDS_TXT_STATUS_WAITING">
+        <source>Waiting</source>
+        <translation>Wartet</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_PAUSED">
+        <source>Paused</source>
+        <translation>Angehalten</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_CONVERTED">
+        <source>Converted</source>
+        <translation>Umgewandelt</translation>
+    </message>
+    <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
+    <message id="IDS_TXT_PROFILELIST">
+        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
+        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_DROPDOWN">
+        <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
+        <source>Pro, for editing;Best quality;Normal quality</source>
+        <translation>Profi, zum Schneiden;Beste Qualität;Normale Qualität</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_1">
+        <source>Pro, for editing</source>
+        <translation>Profi, zum Schneiden</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_2">
+        <source>Best quality</source>
+        <translation>Beste Qualität</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_3">
+        <source>Normal quality</source>
+        <translation>Normale Qualität</translation>
+    </message>
+    <!-- Message boxes: buttons -->
+    <message id="IDS_BTN_POPUP_OK">
+        <source>O&amp;K</source>
+        <translation>O&amp;K</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_CANCEL">
+        <source>Ca&amp;ncel</source>
+        <translation>Abbre&amp;chen</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_SKIP">
+        <source>Sk&amp;ip</source>
+        <translation>Ü&amp;berspringen</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_REPLACE">
+        <source>&amp;Replace</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_DUPLICATE">
+        <extracomment>The new movie gets a number in its name.</extracomment>
+        <source>Keep &amp;Both</source>
+        <translation>Bei&amp;de behalten</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_TRYAGAIN">
+        <extracomment>A button.</extracomment>
+        <source>&amp;Try Again</source>
+        <translation>Erneut &amp;versuchen</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_DOFORERROR">
+        <extracomment>A check box below the buttons' question.</extracomment>
+        <source>&amp;Do the same for the other movies</source>
+        <translation>Für die übrigen Filme &amp;genauso verfahren</translation>
+    </message>
+    <!-- Message boxes: output folder -->
+    <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
+        <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
+        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <translation>Der Ausgabeordner darf nicht auf einer Speicherkarte, einem USB-Stick oder einem anderen Wechseldatenträger liegen.</translation>
+    </message>
+    <message id="IDS_TXT_USE_ANOTHER_FOLDER">
+        <extracomment>Second line, after IDS_TXT_SDCARD_CANNOT_BEUSED.</extracomment>
+        <source>Please choose another folder, for example one in your home folder.</source>
+        <translation>Bitte wählen Sie einen anderen Ordner, zum Beispiel einen in Ihrem persönlichen Ordner.</translation>
+    </message>
+    <message id="IDS_TXT_FAT32_UNSUPPORTED">
+        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+Please choose a folder on another disk.</source>
+        <translation>Dieser Ordner liegt auf einem Datenträger mit dem Dateisystem FAT, auf dem ein Film von mehr als 4 GB keinen Platz hat.
+Bitte wählen Sie einen Ordner auf einem anderen Datenträger.</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
+        <extracomment>A message, in spite of its name.</extracomment>
+        <source>The output folder cannot be found. It may have been moved or deleted, or its disk is not connected.
+Please press Select Folder… and choose a folder.</source>
+        <translation>Der Ausgabeordner wurde nicht gefunden. Vielleicht wurde er verschoben oder gelöscht, oder sein Datenträger ist nicht angeschlossen.
+Bitte klicken Sie auf „Ordner auswählen …“ und wählen Sie einen Ordner.</translation>
+    </message>
+    <!-- Message boxes: adding movies -->
+    <message id="IDS_TXT_UNSUPPORTED">
+        <extracomment>Shown once, for one file or for several.</extracomment>
+        <source>Only movies with HEVC (H.265) video can be added.
+Files of another kind, and damaged ones, were left out.</source>
+        <translation>Nur Filme mit HEVC-Video (H.265) können hinzugefügt werden.
+Andere und beschädigte Dateien wurden ausgelassen.</translation>
+    </message>
+    <message id="IDS_TXT_SDCARD_DELAY">
+        <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
+        <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
+        <translation>Dieser Film liegt auf einer Speicherkarte oder einem anderen Wechseldatenträger. Das Umwandeln kann von dort länger dauern.</translation>
+    </message>
+    <message id="IDS_TXT_CONTINUE">
+        <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
+        <source>Do you want to add it all the same?</source>
+        <translation>Möchten Sie ihn trotzdem hinzufügen?</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_MISSING">
+        <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
+Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+        <translation>Zurzeit können keine Filme gelesen oder umgewandelt werden, weil das Programm ffmpeg fehlt oder nicht ausgeführt werden darf.
+Bitte installieren Sie das Paket „ffmpeg“ mit der Softwareverwaltung Ihres Systems und starten Sie Quorvex Reelshift dann neu.</translation>
+    </message>
+    <!-- Message boxes: converting -->
+    <message id="IDS_TXT_POPUP_SAMENAME">
+        <extracomment>The movie's path follows on a line of its own. Buttons: Cancel, Keep Both, Skip, Replace.</extracomment>
+        <source>The output folder already has a movie with this name. Cancel stops the whole conversion.</source>
+        <translation>Im Ausgabeordner gibt es bereits einen Film mit diesem Namen. „Abbrechen“ beendet das gesamte Umwandeln.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_ERROR">
+        <extracomment>First line; IDS_TXT_POPUP_WANTTOSKIP and the movie's name follow. Buttons: Stop, Skip.</extracomment>
+        <source>This movie could not be converted.</source>
+        <translation>Dieser Film konnte nicht umgewandelt werden.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOSKIP">
+        <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
+        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <translation>Möchten Sie ihn überspringen und fortfahren oder das Umwandeln stoppen?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
+        <extracomment>Buttons: Skip, Try Again.</extracomment>
+        <source>The original movie cannot be found. It may have been moved or deleted, or its disk is not connected.
+Skip this movie, or put it back and try again.</source>
+        <translation>Der Originalfilm wurde nicht gefunden. Vielleicht wurde er verschoben oder gelöscht, oder sein Datenträger ist nicht angeschlossen.
+Überspringen Sie diesen Film, oder legen Sie ihn zurück und versuchen Sie es erneut.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
+        <extracomment>Buttons: OK, Try Again.</extracomment>
+        <source>The original movie disappeared while it was being converted. Was its disk disconnected?
+OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+        <translation>Der Originalfilm ist während des Umwandelns verschwunden. Wurde sein Datenträger getrennt?
+„OK“ beendet das Umwandeln. Um fortzufahren, legen Sie den Film zurück und wählen Sie „Erneut versuchen“.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_MEMORYFULL">
+        <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
+        <source>The output folder is full, or nothing can be written there any more.</source>
+        <translation>Der Ausgabeordner ist voll, oder es kann dort nichts mehr gespeichert werden.</translation>
+    </message>
+    <message id="IDS_TXT_DATA_NOTCONVERTED">
+        <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
+        <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
+        <translation>Der Film wurde nicht umgewandelt. Bitte schaffen Sie Platz oder wählen Sie einen anderen Ordner und klicken Sie dann erneut auf „Umwandeln“.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING">
+        <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>
+        <source>Do you want to stop the conversion?</source>
+        <translation>Möchten Sie das Umwandeln stoppen?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING2">
+        <extracomment>Second line, after IDS_TXT_POPUP_STOPCONVERTING.</extracomment>
+        <source>Movies that are already converted are kept. An unfinished one has to be converted again from its beginning.</source>
+        <translation>Bereits umgewandelte Filme bleiben erhalten. Ein nicht fertiger Film muss von Anfang an neu umgewandelt werden.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_PUASEDJOBS">
+        <extracomment>First line; IDS_TXT_POPUP_CLICKTOCONTINUE follows. Buttons: Cancel, Convert.</extracomment>
+        <source>Some movies are still paused.</source>
+        <translation>Einige Filme sind noch angehalten.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
+        <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
+        <source>Press Convert to go on with them.</source>
+        <translation>Klicken Sie auf „Umwandeln“, um mit ihnen fortzufahren.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
+        <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
+        <source>The conversion has ended.
+Converted movies are in the output folder. Movies that were not converted stay in the list.</source>
+        <translation>Das Umwandeln ist beendet.
+Umgewandelte Filme liegen im Ausgabeordner. Nicht umgewandelte Filme bleiben in der Liste.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CONVERSIONCOMPLETE">
+        <source>Conversion complete</source>
+        <translation>Umwandeln abgeschlossen</translation>
+    </message>
+    <!-- Update window -->
+    <message id="IDS_TXT_NEWVERSION">
+        <extracomment>Buttons: OK, Cancel.</extracomment>
+        <source>A new version of Quorvex Reelshift is available.
+Do you want to download it now? When the installer opens, Quorvex Reelshift closes.</source>
+        <translation>Eine neue Version von Quorvex Reelshift ist verfügbar.
+Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öffnet, wird Quorvex Reelshift beendet.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TITLE">
+        <extracomment>Title of the window.</extracomment>
+        <source>Quorvex Reelshift Update</source>
+        <translation>Aktualisierung von Quorvex Reelshift</translation>
+    </message>
+    <message id="IDS_TXT_DOWNLOADING">
+        <extracomment>Above the progress bar.</extracomment>
+        <source>Downloading the new version…</source>
+        <translation>Die neue Version wird heruntergeladen …</translation>
+    </message>
+    <message id="IDS_A11Y_DOWNLOAD_PROGRESS">
+        <source>Download progress</source>
+        <translation>Fortschritt des Herunterladens</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TIMEOUT">
+        <source>The update server does not answer.</source>
+        <translation>Der Aktualisierungsserver antwortet nicht.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_UNUSABLE">
+        <source>The answer of the update server cannot be used.</source>
+        <translation>Die Antwort des Aktualisierungsservers ist unbrauchbar.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
+        <source>The folder for downloads cannot be created.</source>
+        <translation>Der Ordner für Downloads kann nicht angelegt werden.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_OPENED">
+        <extracomment>First line; the path of the downloaded file follows.</extracomment>
+        <source>The installer could not be opened. It is here:</source>
+        <translation>Das Installationsprogramm konnte nicht geöffnet werden. Es liegt hier:</translation>
+    </message>
+    <!-- Panels -->
+    <message id="IDS_TXT_PANEL_ADD">
+        <source>Add Movies</source>
+        <translation>Filme hinzufügen</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FILTER">
+        <extracomment>The patterns in parentheses stay as they are.</extracomment>
+        <source>MP4 movies (*.mp4 *.MP4)</source>
+        <translation>MP4-Filme (*.mp4 *.MP4)</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FOLDER">
+        <source>Select Output Folder</source>
+        <translation>Ausgabeordner auswählen</translation>
+    </message>
+    <!-- Tooltips -->
+    <message id="IDS_TIP_ADD_FILE">
+        <source>Choose HEVC movies to add to the list</source>
+        <translation>HEVC-Filme für die Liste auswählen</translation>
+    </message>
+    <message id="IDS_TIP_REMOVE_FILE">
+        <source>Take all checked movies off the list. The files themselves stay where they are</source>
+        <translation>Alle markierten Filme aus der Liste nehmen. Die Dateien selbst bleiben, wo sie sind</translation>
+    </message>
+    <message id="IDS_TIP_CONVERT">
+        <source>Convert every waiting movie in the list, checked or not</source>
+        <translation>Alle wartenden Filme der Liste umwandeln, ob markiert oder nicht</translation>
+    </message>
+    <message id="IDS_TIP_STOP">
+        <source>Stop the whole conversion</source>
+        <translation>Das gesamte Umwandeln stoppen</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_FOLDER">
+        <source>Choose where the converted movies are saved</source>
+        <translation>Auswählen, wo die umgewandelten Filme gespeichert werden</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_FOLDER">
+        <source>Show the output folder in the file manager</source>
+        <translation>Den Ausgabeordner in der Dateiverwaltung anzeigen</translation>
+    </message>
+    <message id="IDS_TIP_OUTPUT_FOLDER">
+        <source>Converted movies are saved here</source>
+        <translation>Hier werden die umgewandelten Filme gespeichert</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_AFTER_FINISH">
+        <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
+        <translation>Am Ende des Umwandelns wird angeboten, den Ausgabeordner zu öffnen. Wird er dort geöffnet, verschwindet dieses Häkchen</translation>
+    </message>
+    <message id="IDS_TIP_PROFILE">
+        <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
+Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+        <translation>Legt die Qualität aller markierten Filme fest, oder die des ausgewählten Films, wenn keiner markiert ist.
+„Profi“ erhält die meisten Einzelheiten in den größten Dateien; „Normal“ ergibt die kleinsten</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_ALL">
+        <source>Check or uncheck all movies</source>
+        <translation>Alle Filme markieren oder keinen</translation>
+    </message>
+    <message id="IDS_TIP_TABLE">
+        <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
+        <translation>Filme hierher ziehen, um sie hinzuzufügen. Zeilen ziehen, um die Reihenfolge des Umwandelns zu ändern</translation>
+    </message>
+    <message id="IDS_TIP_CELL_CHECK">
+        <source>Checked movies take the quality chosen above the list and can be removed together</source>
+        <translation>Markierte Filme erhalten die oberhalb der Liste gewählte Qualität und können zusammen entfernt werden</translation>
+    </message>
+    <message id="IDS_TIP_CELL_PROFILE">
+        <source>Click to choose this movie's quality</source>
+        <translation>Klicken, um die Qualität dieses Films zu wählen</translation>
+    </message>
+    <message id="IDS_TIP_CELL_RESOLUTION">
+        <source>Click to choose this movie's picture size</source>
+        <translation>Klicken, um die Bildgröße dieses Films zu wählen</translation>
+    </message>
+    <message id="IDS_TIP_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1 from the list</source>
+        <translation>%1 aus der Liste entfernen</translation>
+    </message>
+    <message id="IDS_TIP_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause the conversion of %1</source>
+        <translation>Das Umwandeln von %1 anhalten</translation>
+    </message>
+    <message id="IDS_TIP_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Go on converting %1</source>
+        <translation>Das Umwandeln von %1 fortsetzen</translation>
+    </message>
+    <!-- Names that screen readers speak, for what carries no text of its own -->
+    <message id="IDS_A11Y_TABLE">
+        <source>Movies to convert</source>
+        <translation>Umzuwandelnde Filme</translation>
+    </message>
+    <message id="IDS_A11Y_OUTPUT_FOLDER">
+        <source>Output folder</source>
+        <translation>Ausgabeordner</translation>
+    </message>
+    <message id="IDS_A11Y_OPEN_AFTER_FINISH">
+        <source>Open the folder when finished</source>
+        <translation>Ordner am Ende öffnen</translation>
+    </message>
+    <message id="IDS_A11Y_PROFILE">
+        <source>Quality of checked movies</source>
+        <translation>Qualität der markierten Filme</translation>
+    </message>
+    <message id="IDS_A11Y_SELECT_ALL">
+        <source>Check all movies</source>
+        <translation>Alle Filme markieren</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_CHECK">
+        <source>Checked</source>
+        <translation>Markiert</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_BUTTON">
+        <source>Action</source>
+        <translation>Aktion</translation>
+    </message>
+    <message id="IDS_A11Y_CHECK">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Check %1</source>
+        <translation>%1 markieren</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1</source>
+        <translation>%1 entfernen</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause %1</source>
+        <translation>%1 anhalten</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Resume %1</source>
+        <translation>%1 fortsetzen</translation>
+    </message>
+    <message id="IDS_TXT_CHECKED">
+        <source>checked</source>
+        <translation>markiert</translation>
+    </message>
+    <message id="IDS_TXT_UNCHECKED">
+        <source>not checked</source>
+        <translation>nicht markiert</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_UNSUITABLE">
+        <extracomment>Shown once, like IDS_TXT_ENCODER_MISSING. libx264 is a name.</extracomment>
+        <source>Movies cannot be converted now, because the installed ffmpeg has no H.264 encoder (libx264).</source>
+        <translation>Zurzeit können keine Filme umgewandelt werden, weil das installierte ffmpeg keinen H.264-Encoder (libx264) enthält.</translation>
+    </message>
+    <message id="IDS_TXT_NOT_KEPT_AWAKE">
+        <extracomment>A quiet line in the window during a conversion.</extracomment>
+        <source>The computer may go to sleep during the conversion.</source>
+        <translation>Der Rechner könnte während des Umwandelns in den Ruhezustand gehen.</translation>
+    </message>
+    <message id="IDS_TXT_KEEP_AWAKE_REASON">
+        <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>
+        <source>Movies are being converted</source>
+        <translation>Filme werden umgewandelt</translation>
+    </message>
+    <message id="IDS_TXT_RUN_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Converted: %1</source>
+        <translation>Umgewandelt: %1</translation>
+    </message>
+    <message id="IDS_TXT_RUN_NOT_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Not converted: %1</source>
+        <translation>Nicht umgewandelt: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MOVIE">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for this movie: %1</source>
+        <translation>Verbleibende Zeit für diesen Film: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_RUN">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for all movies: %1</source>
+        <translation>Verbleibende Zeit für alle Filme: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_HOURS">
+        <extracomment>%1 hours and %2 minutes, abbreviated.</extracomment>
+        <source>%1 h %2 min</source>
+        <translation>%1 Std. %2 Min.</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MINUTES">
+        <extracomment>%1 minutes, abbreviated.</extracomment>
+        <source>%1 min</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_SECONDS">
+        <extracomment>%1 seconds, abbreviated.</extracomment>
+        <source>%1 s</source>
+        <translation>%1 Sek.</translation>
+    </message>
+    <message id="IDS_TIP_WITH_SHORTCUT">
+        <extracomment>A tooltip %1 followed by the shortcut %2, for example Ctrl+O.</extracomment>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_STATUS">
+        <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PROGRESS">
+        <extracomment>Status of a movie while it is converted, for screen readers.</extracomment>
+        <source>Converting</source>
+        <translation>Wird umgewandelt</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,526 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="en">
+<context>
+    <name></name>
+    <!-- Main window: buttons and captions -->
+    <message id="IDS_BTN_ADD_FILE">
+        <source>&amp;Add Movies…</source>
+        <translation>&amp;Añadir películas…</translation>
+    </message>
+    <message id="IDS_BTN_REMOVE_FILE">
+        <extracomment>Removes every checked movie from the list.</extracomment>
+        <source>&amp;Remove Checked</source>
+        <translation>&amp;Quitar las marcadas</translation>
+    </message>
+    <message id="IDS_BTN_CONVERT">
+        <extracomment>Also a button of the box about paused movies.</extracomment>
+        <source>&amp;Convert</source>
+        <translation>&amp;Convertir</translation>
+    </message>
+    <message id="IDS_BTN_STOP">
+        <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
+        <source>&amp;Stop</source>
+        <translation>&amp;Detener</translation>
+    </message>
+    <message id="IDS_BTN_SELECT_FOLDER">
+        <source>Select &amp;Folder…</source>
+        <translation>&amp;Seleccionar carpeta…</translation>
+    </message>
+    <message id="IDS_BTN_OPEN_FOLDER">
+        <extracomment>Also a button of the box at the end of a conversion.</extracomment>
+        <source>&amp;Open Folder</source>
+        <translation>Abr&amp;ir la carpeta</translation>
+    </message>
+    <message id="IDS_TXTFLD_OUTPUTFOLDER">
+        <source>O&amp;utput folder</source>
+        <translation>Carpeta de sa&amp;lida</translation>
+    </message>
+    <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
+        <source>Open the folder &amp;when finished</source>
+        <translation>Abrir la carpeta al &amp;terminar</translation>
+    </message>
+    <message id="IDS_TXT_PROFILE_CAPTION">
+        <extracomment>Caption of the quality list beside the output folder.</extracomment>
+        <source>&amp;Quality of checked movies</source>
+        <translation>Calidad de las &amp;marcadas</translation>
+    </message>
+    <message id="IDS_TXT_FILELIST">
+        <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
+        <source>&amp;Movies</source>
+        <translation>&amp;Películas</translation>
+    </message>
+    <message id="IDS_TXT_EMPTY_LIST">
+        <extracomment>Shown in the empty list.</extracomment>
+        <source>Drop HEVC movies here, or press Add Movies…</source>
+        <translation>Suelte aquí películas HEVC o pulse «Añadir películas…»</translation>
+    </message>
+    <message id="IDS_TXT_APP_DESCRIPTION">
+        <source>Turns HEVC movies into H.264 MP4 files</source>
+        <translation>Convierte películas HEVC en archivos MP4 H.264</translation>
+    </message>
+    <!-- Movie list: column titles -->
+    <message id="IDS_TXT_FILENAME">
+        <source>File name</source>
+        <translation>Nombre de archivo</translation>
+    </message>
+    <message id="IDS_TXT_DURATION">
+        <source>Duration</source>
+        <translation>Duración</translation>
+    </message>
+    <message id="IDS_TXT_AUDIO">
+        <source>Audio</source>
+        <translation>Sonido</translation>
+    </message>
+    <message id="IDS_TXTFLD_RESOLUTION">
+        <extracomment>The picture size of the new movie.</extracomment>
+        <source>Resolution</source>
+        <translation>Resolución</translation>
+    </message>
+    <message id="IDS_TXTFLD_QUALITY">
+        <source>Quality</source>
+        <translation>Calidad</translation>
+    </message>
+    <message id="IDS_TXT_STATUS">
+        <extracomment>Also the whole text of the box shown when a download turns out to be empty.</extracomment>
+        <source>Status</source>
+        <translation>Estado</translation>
+    </message>
+    <!-- Movie list: what the status column says -->
+    <message id="IDS_TXT_STATUS_WAITING">
+        <source>Waiting</source>
+        <translation>En espera</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_PAUSED">
+        <source>Paused</source>
+        <translation>En pausa</translation>
+    </message>
+    <message id="IDS_TXT_STATUS_CONVERTED">
+        <source>Converted</source>
+        <translation>Convertida</translation>
+    </message>
+    <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
+    <message id="IDS_TXT_PROFILELIST">
+        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
+        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_DROPDOWN">
+        <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
+        <source>Pro, for editing;Best quality;Normal quality</source>
+        <translation>Pro, para edición;Calidad óptima;Calidad normal</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_1">
+        <source>Pro, for editing</source>
+        <translation>Pro, para edición</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_2">
+        <source>Best quality</source>
+        <translation>Calidad óptima</translation>
+    </message>
+    <message id="IDS_TXT_PROFILELIST_3">
+        <source>Normal quality</source>
+        <translation>Calidad normal</translation>
+    </message>
+    <!-- Message boxes: buttons -->
+    <message id="IDS_BTN_POPUP_OK">
+        <source>O&amp;K</source>
+        <translation>Ac&amp;eptar</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_CANCEL">
+        <source>Ca&amp;ncel</source>
+        <translation>Ca&amp;ncelar</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_SKIP">
+        <source>Sk&amp;ip</source>
+        <translation>&amp;Omitir</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_REPLACE">
+        <source>&amp;Replace</source>
+        <translation>&amp;Reemplazar</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_DUPLICATE">
+        <extracomment>The new movie gets a number in its name.</extracomment>
+        <source>Keep &amp;Both</source>
+        <translation>Conservar am&amp;bas</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_TRYAGAIN">
+        <extracomment>A button.</extracomment>
+        <source>&amp;Try Again</source>
+        <translation>Rein&amp;tentar</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_DOFORERROR">
+        <extracomment>A check box below the buttons' question.</extracomment>
+        <source>&amp;Do the same for the other movies</source>
+        <translation>&amp;Hacer lo mismo con las demás películas</translation>
+    </message>
+    <!-- Message boxes: output folder -->
+    <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
+        <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
+        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <translation>La carpeta de salida no puede estar en una tarjeta de memoria, una memoria USB ni otro disco extraíble.</translation>
+    </message>
+    <message id="IDS_TXT_USE_ANOTHER_FOLDER">
+        <extracomment>Second line, after IDS_TXT_SDCARD_CANNOT_BEUSED.</extracomment>
+        <source>Please choose another folder, for example one in your home folder.</source>
+        <translation>Elija otra carpeta, por ejemplo una de su carpeta personal.</translation>
+    </message>
+    <message id="IDS_TXT_FAT32_UNSUPPORTED">
+        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+Please choose a folder on another disk.</source>
+        <translation>Esta carpeta está en un disco con el sistema de archivos FAT, en el que no cabe una película de más de 4 GB.
+Elija una carpeta de otro disco.</translation>
+    </message>
+    <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
+        <extracomment>A message, in spite of its name.</extracomment>
+        <source>The output folder cannot be found. It may have been moved or deleted, or its disk is not connected.
+Please press Select Folder… and choose a folder.</source>
+        <translation>No se encuentra la carpeta de salida. Puede que se haya movido o eliminado, o que su disco no esté conectado.
+Pulse «Seleccionar carpeta…» y elija una carpeta.</translation>
+    </message>
+    <!-- Message boxes: adding movies -->
+    <message id="IDS_TXT_UNSUPPORTED">
+        <extracomment>Shown once, for one file or for several.</extracomment>
+        <source>Only movies with HEVC (H.265) video can be added.
+Files of another kind, and damaged ones, were left out.</source>
+        <translation>Solo se pueden añadir películas con vídeo HEVC (H.265).
+Se han descartado los archivos de otro tipo y los dañados.</translation>
+    </message>
+    <message id="IDS_TXT_SDCARD_DELAY">
+        <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
+        <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
+        <translation>Esta película está en una tarjeta de memoria o en otro disco extraíble. Convertirla desde ahí puede tardar más.</translation>
+    </message>
+    <message id="IDS_TXT_CONTINUE">
+        <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
+        <source>Do you want to add it all the same?</source>
+        <translation>¿Quiere añadirla de todos modos?</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_MISSING">
+        <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
+Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+        <translation>Ahora no se pueden leer ni convertir películas, porque el programa ffmpeg falta o no se puede ejecutar.
+Instale el paquete «ffmpeg» con el gestor de software de su sistema y vuelva a iniciar Quorvex Reelshift.</translation>
+    </message>
+    <!-- Message boxes: converting -->
+    <message id="IDS_TXT_POPUP_SAMENAME">
+        <extracomment>The movie's path follows on a line of its own. Buttons: Cancel, Keep Both, Skip, Replace.</extracomment>
+        <source>The output folder already has a movie with this name. Cancel stops the whole conversion.</source>
+        <translation>La carpeta de salida ya contiene una película con este nombre. «Cancelar» detiene toda la conversión.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_ERROR">
+        <extracomment>First line; IDS_TXT_POPUP_WANTTOSKIP and the movie's name follow. Buttons: Stop, Skip.</extracomment>
+        <source>This movie could not be converted.</source>
+        <translation>No se ha podido convertir esta película.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOSKIP">
+        <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
+        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <translation>¿Quiere omitirla y continuar, o detener la conversión?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
+        <extracomment>Buttons: Skip, Try Again.</extracomment>
+        <source>The original movie cannot be found. It may have been moved or deleted, or its disk is not connected.
+Skip this movie, or put it back and try again.</source>
+        <translation>No se encuentra la película original. Puede que se haya movido o eliminado, o que su disco no esté conectado.
+Omita esta película, o vuelva a ponerla en su sitio y reinténtelo.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
+        <extracomment>Buttons: OK, Try Again.</extracomment>
+        <source>The original movie disappeared while it was being converted. Was its disk disconnected?
+OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+        <translation>La película original ha desaparecido mientras se convertía. ¿Se ha desconectado su disco?
+«Aceptar» termina la conversión. Para continuar, vuelva a poner la película en su sitio y elija «Reintentar».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_MEMORYFULL">
+        <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
+        <source>The output folder is full, or nothing can be written there any more.</source>
+        <translation>La carpeta de salida está llena o ya no se puede escribir en ella.</translation>
+    </message>
+    <message id="IDS_TXT_DATA_NOTCONVERTED">
+        <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
+        <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
+        <translation>La película no se ha convertido. Libere espacio o elija otra carpeta y pulse de nuevo «Convertir».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING">
+        <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>
+        <source>Do you want to stop the conversion?</source>
+        <translation>¿Quiere detener la conversión?</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_STOPCONVERTING2">
+        <extracomment>Second line, after IDS_TXT_POPUP_STOPCONVERTING.</extracomment>
+        <source>Movies that are already converted are kept. An unfinished one has to be converted again from its beginning.</source>
+        <translation>Las películas ya convertidas se conservan. Una película sin terminar tendrá que convertirse de nuevo desde el principio.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_PUASEDJOBS">
+        <extracomment>First line; IDS_TXT_POPUP_CLICKTOCONTINUE follows. Buttons: Cancel, Convert.</extracomment>
+        <source>Some movies are still paused.</source>
+        <translation>Todavía hay películas en pausa.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
+        <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
+        <source>Press Convert to go on with them.</source>
+        <translation>Pulse «Convertir» para continuar con ellas.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
+        <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
+        <source>The conversion has ended.
+Converted movies are in the output folder. Movies that were not converted stay in the list.</source>
+        <translation>La conversión ha terminado.
+Las películas convertidas están en la carpeta de salida. Las que no se han convertido siguen en la lista.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_CONVERSIONCOMPLETE">
+        <source>Conversion complete</source>
+        <translation>Conversión terminada</translation>
+    </message>
+    <!-- Update window -->
+    <message id="IDS_TXT_NEWVERSION">
+        <extracomment>Buttons: OK, Cancel.</extracomment>
+        <source>A new version of Quorvex Reelshift is available.
+Do you want to download it now? When the installer opens, Quorvex Reelshift closes.</source>
+        <translation>Hay una versión nueva de Quorvex Reelshift.
+¿Quiere descargarla ahora? Cuando se abra el instalador, Quorvex Reelshift se cerrará.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TITLE">
+        <extracomment>Title of the window.</extracomment>
+        <source>Quorvex Reelshift Update</source>
+        <translation>Actualización de Quorvex Reelshift</translation>
+    </message>
+    <message id="IDS_TXT_DOWNLOADING">
+        <extracomment>Above the progress bar.</extracomment>
+        <source>Downloading the new version…</source>
+        <translation>Descargando la versión nueva…</translation>
+    </message>
+    <message id="IDS_A11Y_DOWNLOAD_PROGRESS">
+        <source>Download progress</source>
+        <translation>Progreso de la descarga</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_TIMEOUT">
+        <source>The update server does not answer.</source>
+        <translation>El servidor de actualizaciones no responde.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_UNUSABLE">
+        <source>The answer of the update server cannot be used.</source>
+        <translation>La respuesta del servidor de actualizaciones no se puede utilizar.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
+        <source>The folder for downloads cannot be created.</source>
+        <translation>No se puede crear la carpeta de descargas.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_OPENED">
+        <extracomment>First line; the path of the downloaded file follows.</extracomment>
+        <source>The installer could not be opened. It is here:</source>
+        <translation>No se ha podido abrir el instalador. Está aquí:</translation>
+    </message>
+    <!-- Panels -->
+    <message id="IDS_TXT_PANEL_ADD">
+        <source>Add Movies</source>
+        <translation>Añadir películas</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FILTER">
+        <extracomment>The patterns in parentheses stay as they are.</extracomment>
+        <source>MP4 movies (*.mp4 *.MP4)</source>
+        <translation>Películas MP4 (*.mp4 *.MP4)</translation>
+    </message>
+    <message id="IDS_TXT_PANEL_FOLDER">
+        <source>Select Output Folder</source>
+        <translation>Seleccionar la carpeta de salida</translation>
+    </message>
+    <!-- Tooltips -->
+    <message id="IDS_TIP_ADD_FILE">
+        <source>Choose HEVC movies to add to the list</source>
+        <translation>Elegir películas HEVC para añadirlas a la lista</translation>
+    </message>
+    <message id="IDS_TIP_REMOVE_FILE">
+        <source>Take all checked movies off the list. The files themselves stay where they are</source>
+        <translation>Quitar de la lista todas las películas marcadas. Los archivos se quedan donde están</translation>
+    </message>
+    <message id="IDS_TIP_CONVERT">
+        <source>Convert every waiting movie in the list, checked or not</source>
+        <translation>Convertir todas las películas en espera de la lista, marcadas o no</translation>
+    </message>
+    <message id="IDS_TIP_STOP">
+        <source>Stop the whole conversion</source>
+        <translation>Detener toda la conversión</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_FOLDER">
+        <source>Choose where the converted movies are saved</source>
+        <translation>Elegir dónde se guardan las películas convertidas</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_FOLDER">
+        <source>Show the output folder in the file manager</source>
+        <translation>Mostrar la carpeta de salida en el gestor de archivos</translation>
+    </message>
+    <message id="IDS_TIP_OUTPUT_FOLDER">
+        <source>Converted movies are saved here</source>
+        <translation>Las películas convertidas se guardan aquí</translation>
+    </message>
+    <message id="IDS_TIP_OPEN_AFTER_FINISH">
+        <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
+        <translation>Al terminar una conversión se ofrece abrir la carpeta de salida. Si se abre desde allí, esta casilla se desmarca</translation>
+    </message>
+    <message id="IDS_TIP_PROFILE">
+        <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
+Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+        <translation>Establece la calidad de todas las películas marcadas, o de la seleccionada si no hay ninguna marcada.
+«Pro» conserva más detalle en los archivos más grandes; «Normal» crea los más pequeños</translation>
+    </message>
+    <message id="IDS_TIP_SELECT_ALL">
+        <source>Check or uncheck all movies</source>
+        <translation>Marcar o desmarcar todas las películas</translation>
+    </message>
+    <message id="IDS_TIP_TABLE">
+        <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
+        <translation>Suelte aquí películas para añadirlas. Arrastre las filas para cambiar el orden de conversión</translation>
+    </message>
+    <message id="IDS_TIP_CELL_CHECK">
+        <source>Checked movies take the quality chosen above the list and can be removed together</source>
+        <translation>Las películas marcadas toman la calidad elegida encima de la lista y se pueden quitar juntas</translation>
+    </message>
+    <message id="IDS_TIP_CELL_PROFILE">
+        <source>Click to choose this movie's quality</source>
+        <translation>Pulse para elegir la calidad de esta película</translation>
+    </message>
+    <message id="IDS_TIP_CELL_RESOLUTION">
+        <source>Click to choose this movie's picture size</source>
+        <translation>Pulse para elegir el tamaño de imagen de esta película</translation>
+    </message>
+    <message id="IDS_TIP_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1 from the list</source>
+        <translation>Quitar %1 de la lista</translation>
+    </message>
+    <message id="IDS_TIP_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause the conversion of %1</source>
+        <translation>Pausar la conversión de %1</translation>
+    </message>
+    <message id="IDS_TIP_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Go on converting %1</source>
+        <translation>Reanudar la conversión de %1</translation>
+    </message>
+    <!-- Names that screen readers speak, for what carries no text of its own -->
+    <message id="IDS_A11Y_TABLE">
+        <source>Movies to convert</source>
+        <translation>Películas para convertir</translation>
+    </message>
+    <message id="IDS_A11Y_OUTPUT_FOLDER">
+        <source>Output folder</source>
+        <translation>Carpeta de salida</translation>
+    </message>
+    <message id="IDS_A11Y_OPEN_AFTER_FINISH">
+        <source>Open the folder when finished</source>
+        <translation>Abrir la carpeta al terminar</translation>
+    </message>
+    <message id="IDS_A11Y_PROFILE">
+        <source>Quality of checked movies</source>
+        <translation>Calidad de las películas marcadas</translation>
+    </message>
+    <message id="IDS_A11Y_SELECT_ALL">
+        <source>Check all movies</source>
+        <translation>Marcar todas las películas</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_CHECK">
+        <source>Checked</source>
+        <translation>Marcada</translation>
+    </message>
+    <message id="IDS_A11Y_COLUMN_BUTTON">
+        <source>Action</source>
+        <translation>Acción</translation>
+    </message>
+    <message id="IDS_A11Y_CHECK">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Check %1</source>
+        <translation>Marcar %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_REMOVE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Remove %1</source>
+        <translation>Quitar %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PAUSE">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Pause %1</source>
+        <translation>Pausar %1</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_RESUME">
+        <extracomment>%1 is the movie's file name.</extracomment>
+        <source>Resume %1</source>
+        <translation>Reanudar %1</translation>
+    </message>
+    <message id="IDS_TXT_CHECKED">
+        <source>checked</source>
+        <translation>marcada</translation>
+    </message>
+    <message id="IDS_TXT_UNCHECKED">
+        <source>not checked</source>
+        <translation>sin marcar</translation>
+    </message>
+    <message id="IDS_TXT_ENCODER_UNSUITABLE">
+        <extracomment>Shown once, like IDS_TXT_ENCODER_MISSING. libx264 is a name.</extracomment>
+        <source>Movies cannot be converted now, because the installed ffmpeg has no H.264 encoder (libx264).</source>
+        <translation>Ahora no se pueden convertir películas, porque el ffmpeg instalado no tiene codificador H.264 (libx264).</translation>
+    </message>
+    <message id="IDS_TXT_NOT_KEPT_AWAKE">
+        <extracomment>A quiet line in the window during a conversion.</extracomment>
+        <source>The computer may go to sleep during the conversion.</source>
+        <translation>El equipo podría suspenderse durante la conversión.</translation>
+    </message>
+    <message id="IDS_TXT_KEEP_AWAKE_REASON">
+        <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>
+        <source>Movies are being converted</source>
+        <translation>Se están convirtiendo películas</translation>
+    </message>
+    <message id="IDS_TXT_RUN_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Converted: %1</source>
+        <translation>Convertidas: %1</translation>
+    </message>
+    <message id="IDS_TXT_RUN_NOT_CONVERTED">
+        <extracomment>In the notification at the end. %1 is a number.</extracomment>
+        <source>Not converted: %1</source>
+        <translation>Sin convertir: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MOVIE">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for this movie: %1</source>
+        <translation>Tiempo restante de esta película: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_RUN">
+        <extracomment>%1 is a time, like IDS_TXT_LEFT_MINUTES.</extracomment>
+        <source>Time left for all movies: %1</source>
+        <translation>Tiempo restante de todas las películas: %1</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_HOURS">
+        <extracomment>%1 hours and %2 minutes, abbreviated.</extracomment>
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_MINUTES">
+        <extracomment>%1 minutes, abbreviated.</extracomment>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message id="IDS_TXT_LEFT_SECONDS">
+        <extracomment>%1 seconds, abbreviated.</extracomment>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message id="IDS_TIP_WITH_SHORTCUT">
+        <extracomment>A tooltip %1 followed by the shortcut %2, for example Ctrl+O.</extracomment>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_STATUS">
+        <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message id="IDS_A11Y_ROW_PROGRESS">
+        <extracomment>Status of a movie while it is converted, for screen readers.</extracomment>
+        <source>Converting</source>
+        <translation>Convirtiendo</translation>
+    </message>
+</context>
+</TS>

@@ -361,9 +361,9 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Legt die Qualität aller markierten Filme fest, oder die des ausgewählten Films, wenn keiner markiert ist.
-„Profi“ erhält die meisten Einzelheiten in den größten Dateien; „Normal“ ergibt die kleinsten</translation>
+„Profi“ erhält die meisten Einzelheiten in den größten Dateien. „Normal“ ergibt die kleinsten</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

@@ -361,9 +361,9 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Establece la calidad de todas las películas marcadas, o de la seleccionada si no hay ninguna marcada.
-«Pro» conserva más detalle en los archivos más grandes; «Normal» crea los más pequeños</translation>
+«Pro» conserva más detalle en los archivos más grandes. «Normal» crea los más pequeños</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

@@ -361,9 +361,9 @@ Voulez-vous la télécharger maintenant ? Quorvex Reelshift se ferme à l’ouv
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Définit la qualité de tous les films cochés, ou du film sélectionné si aucun n’est coché.
-Pro conserve le plus de détails dans les fichiers les plus gros ; Normale donne les plus petits</translation>
+Pro conserve le plus de détails dans les fichiers les plus gros. Normale donne les plus petits</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

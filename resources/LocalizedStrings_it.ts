@@ -361,9 +361,9 @@ Vuoi scaricarla ora? All’apertura del programma di installazione, Quorvex Reel
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Imposta la qualità di tutti i filmati spuntati, o del filmato selezionato se nessuno è spuntato.
-«Pro» conserva più dettagli nei file più grandi; «Normale» crea i più piccoli</translation>
+«Pro» conserva più dettagli nei file più grandi. «Normale» crea i più piccoli</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

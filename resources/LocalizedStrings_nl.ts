@@ -361,9 +361,9 @@ Wilt u deze nu downloaden? Quorvex Reelshift wordt afgesloten zodra het installa
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Stelt de kwaliteit van alle aangevinkte films in, of van de geselecteerde film als er geen is aangevinkt.
-‘Pro’ behoudt de meeste details in de grootste bestanden; ‘Normaal’ maakt de kleinste</translation>
+‘Pro’ behoudt de meeste details in de grootste bestanden. ‘Normaal’ maakt de kleinste</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

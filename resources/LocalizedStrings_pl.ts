@@ -361,9 +361,9 @@ Czy pobrać ją teraz? Po otwarciu instalatora program Quorvex Reelshift zostani
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Ustawia jakość wszystkich zaznaczonych filmów lub wybranego filmu, jeśli żaden nie jest zaznaczony.
-„Pro” zachowuje najwięcej szczegółów w największych plikach; „Zwykła” tworzy najmniejsze</translation>
+„Pro” zachowuje najwięcej szczegółów w największych plikach. „Zwykła” tworzy najmniejsze</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

@@ -361,9 +361,9 @@ Deseja baixá-la agora? Quando o instalador abrir, o Quorvex Reelshift será fec
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
-Pro keeps the most detail in the largest files; Normal makes the smallest ones</source>
+Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Define a qualidade de todos os filmes marcados, ou do filme selecionado quando nenhum está marcado.
-“Pro” mantém mais detalhes nos maiores arquivos; “Normal” cria os menores</translation>
+“Pro” mantém mais detalhes nos maiores arquivos. “Normal” cria os menores</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>

@@ -12,6 +12,7 @@ namespace {
 
 struct Table {
     QMap<QString, QString> texts;
+    QMap<QString, QString> sources;
     QStringList repeated;
     QStringList unfinished;
 };
@@ -30,6 +31,8 @@ Table readTable(const QString& path) {
         }
         if (xml.name() == QLatin1String("message")) {
             id = xml.attributes().value(QLatin1String("id")).toString();
+        } else if (xml.name() == QLatin1String("source")) {
+            table.sources.insert(id, xml.readElementText());
         } else if (xml.name() == QLatin1String("translation")) {
             if (xml.attributes().hasAttribute(QLatin1String("type"))) {
                 table.unfinished << id;
@@ -128,7 +131,11 @@ void TestStringTable::wellFormed() {
     const Table& table = tables_[language];
     QVERIFY2(table.repeated.isEmpty(), qPrintable(table.repeated.join(QLatin1Char(' '))));
     QVERIFY2(table.unfinished.isEmpty(), qPrintable(table.unfinished.join(QLatin1Char(' '))));
-    QCOMPARE(table.texts.keys(), tables_[QStringLiteral("en")].texts.keys());
+    const Table& english = tables_[QStringLiteral("en")];
+    QCOMPARE(table.texts.keys(), english.texts.keys());
+    // What a translation was made from is still what English says.
+    for (auto entry = table.sources.cbegin(); entry != table.sources.cend(); ++entry)
+        QCOMPARE(entry.value(), english.texts.value(entry.key()));
     for (auto entry = table.texts.cbegin(); entry != table.texts.cend(); ++entry) {
         QVERIFY2(entry.key().startsWith(QLatin1String("IDS_")), qPrintable(entry.key()));
         QVERIFY2(!entry.value().isEmpty(), qPrintable(entry.key()));

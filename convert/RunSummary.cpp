@@ -8,7 +8,7 @@
 #include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 void RunSummary::popUpForNoOfConvertedfiles() {
     SharedState& state = context_.state;
@@ -32,17 +32,17 @@ void RunSummary::popUpForNoOfConvertedfiles() {
 void RunSummary::removeConvertedRows() {
     FileList& files = context_.files;
     SharedState& state = context_.state;
+    const std::unordered_set<int> done(files.convertedFileList.begin(),
+                                       files.convertedFileList.end());
     std::vector<int> rows;
     for (int row = files.rowCount() - 1; row >= 0; --row) {
-        const auto& done = files.convertedFileList;
-        if (std::find(done.begin(), done.end(), files.recordAt(row)->id()) != done.end())
+        if (done.contains(files.recordAt(row)->id()))
             rows.push_back(row);
     }
     context_.window.removeRows(rows, [&] {
-        for (const int row : rows) {
+        for (const int row : rows)
             files.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
-            files.removeRow(row);
-        }
+        files.removeRows(rows);
     });
     files.convertedFileList.clear();
     state.count = files.rowCount();

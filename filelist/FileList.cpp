@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -19,9 +21,15 @@ template <typename List> void shortenTo(List& list, int length) {
         list.erase(list.begin() + length, list.end());
 }
 
-template <typename List> void removeIfThere(List& list, int position) {
-    if (position >= 0 && position < static_cast<int>(list.size()))
-        list.erase(list.begin() + position);
+/// Takes the marked positions out in one pass; the list may be shorter or longer than the marks.
+template <typename List> void removeMarked(List& list, const std::vector<bool>& marks) {
+    const size_t marked = std::min(marks.size(), static_cast<size_t>(list.size()));
+    auto kept = list.begin();
+    for (size_t position = 0; position < marked; ++position) {
+        if (!marks[position])
+            *kept++ = std::move(*(list.begin() + static_cast<std::ptrdiff_t>(position)));
+    }
+    list.erase(kept, list.begin() + static_cast<std::ptrdiff_t>(marked));
 }
 
 } // namespace
@@ -80,15 +88,24 @@ void FileList::trimToRecords() {
 }
 
 void FileList::removeRow(int row) {
-    const int id = recordAt(row)->id();
-    removeAt(fileInfoArr, row);
-    removeIfThere(idList, row);
-    removeIfThere(check, row);
-    removeIfThere(cmb, row);
-    removeIfThere(resolutionListForTable, row);
-    removeIfThere(progressObjects, row);
-    dequeue(id);
-    removeIfThere(arrayControllerNew, row);
+    removeRows({row});
+}
+
+void FileList::removeRows(const std::vector<int>& rows) {
+    std::vector<bool> isRemoved(fileInfoArr.size());
+    std::unordered_set<int> ids;
+    for (const int row : rows) {
+        ids.insert(recordAt(row)->id());
+        isRemoved[static_cast<size_t>(row)] = true;
+    }
+    removeMarked(fileInfoArr, isRemoved);
+    removeMarked(idList, isRemoved);
+    removeMarked(check, isRemoved);
+    removeMarked(cmb, isRemoved);
+    removeMarked(resolutionListForTable, isRemoved);
+    removeMarked(progressObjects, isRemoved);
+    removeMarked(arrayControllerNew, isRemoved);
+    std::erase_if(conversionTaskList, [&](int id) { return ids.contains(id); });
 }
 
 void FileList::moveRecords(const std::vector<int>& rows, int target) {

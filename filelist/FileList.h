@@ -55,6 +55,8 @@ public:
     void trimToRecords();
     /// Takes a row out of all parallel lists, of the queue and of the shown records.
     void removeRow(int row);
+    /// The same for several rows, in any order, at the cost of one pass over each list.
+    void removeRows(const std::vector<int>& rows);
     /// Moves the records at `rows` (ascending) before the one at `target`; a target behind the end
     /// is the end. Kept: the records alone are moved, the lists beside them, the shown records
     /// too, keep their order.

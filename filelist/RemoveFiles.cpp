@@ -15,8 +15,13 @@ void RemoveFiles::remove() {
             rows.push_back(row);
     }
     window_.removeRows(rows, [&] {
-        for (const int row : rows)
-            removeRow(row);
+        std::vector<int> ids;
+        for (const int row : rows) {
+            letGo(row);
+            ids.push_back(files_.recordAt(row)->id());
+        }
+        state_.noOfconvertingFileList.removeAll(ids);
+        files_.removeRows(rows);
     });
     if (files_.rowCount() == 0)
         window_.setSelectAllChecked(false);
@@ -30,7 +35,7 @@ void RemoveFiles::remove() {
     window_.showFileCount(fileCountText(state_, files_.rowCount()));
 }
 
-void RemoveFiles::removeRow(int row) {
+void RemoveFiles::letGo(int row) {
     const JobRecordPtr record = files_.recordAt(row);
     const int jobId = record->id();
     const QString status = record->text(key::status);
@@ -41,9 +46,7 @@ void RemoveFiles::removeRow(int row) {
         endPaused(jobId);
     if (status == status::STATCO && state_.isConversionRunning)
         --state_.noOfConvertedFile;
-    state_.noOfconvertingFileList.remove(jobId);
     files_.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
-    files_.removeRow(row);
     if (state_.convertingIndex == row)
         state_.convertingIndex = SharedState::noRow;
 }

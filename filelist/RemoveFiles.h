@@ -21,7 +21,8 @@ public:
     void selectAll(bool checked);
 
 private:
-    void removeRow(int row);
+    /// Ends what goes on with a row that is about to be taken out of the lists.
+    void letGo(int row);
     void endPaused(int jobId);
 
     FileList& files_;

@@ -1,16 +1,19 @@
 #include "filelist/SharedState.h"
 
-#include <algorithm>
-
-bool IdSet::contains(int id) const {
-    return std::find(ids_.begin(), ids_.end(), id) != ids_.end();
-}
-
 void IdSet::add(int id) {
-    if (!contains(id))
+    if (known_.insert(id).second)
         ids_.push_back(id);
 }
 
-void IdSet::remove(int id) {
-    ids_.erase(std::remove(ids_.begin(), ids_.end(), id), ids_.end());
+void IdSet::removeAll(const std::vector<int>& ids) {
+    size_t removed = 0;
+    for (const int id : ids)
+        removed += known_.erase(id);
+    if (removed > 0)
+        std::erase_if(ids_, [this](int id) { return !known_.contains(id); });
+}
+
+void IdSet::clear() {
+    ids_.clear();
+    known_.clear();
 }

@@ -5,21 +5,24 @@
 #include <QString>
 
 #include <chrono>
+#include <unordered_set>
 #include <vector>
 
 /// Ids in the order in which they came, each once.
 class IdSet final {
 public:
     [[nodiscard]] bool isEmpty() const { return ids_.empty(); }
-    [[nodiscard]] bool contains(int id) const;
+    [[nodiscard]] bool contains(int id) const { return known_.contains(id); }
     [[nodiscard]] const std::vector<int>& ids() const { return ids_; }
 
     void add(int id);
-    void remove(int id);
-    void clear() { ids_.clear(); }
+    void remove(int id) { removeAll({id}); }
+    void removeAll(const std::vector<int>& ids);
+    void clear();
 
 private:
     std::vector<int> ids_;
+    std::unordered_set<int> known_;
 };
 
 /// The values that the parts of the program share, under the names by which they know them.

@@ -74,6 +74,8 @@ private Q_SLOTS:
     void trimOfListsInStepChangesNothing();
     void removalTakesARowOutOfEverything();
     void removalFromTheLastToTheFirst();
+    void removalOfSeveralIsTheSameAsOneByOne();
+    void removalOfSeveralOutOfRangeChangesNothing();
     void removalAfterAReorderGoesByPosition();
     void removalAfterAStrayProgressRecord();
     void removalWithShortLists();
@@ -167,6 +169,9 @@ void TestFileList::idSetKeepsEachOnceInOrder() {
     QCOMPARE(ids.ids(), Ids({3, 2}));
     ids.add(1);
     QCOMPARE(ids.ids(), Ids({3, 2, 1}));
+    ids.removeAll({1, 5, 3});
+    QCOMPARE(ids.ids(), Ids({2}));
+    QVERIFY(!ids.contains(3));
     ids.clear();
     QVERIFY(ids.isEmpty());
     QVERIFY(!ids.contains(3));
@@ -424,6 +429,51 @@ void TestFileList::removalFromTheLastToTheFirst() {
     QCOMPARE(files.completeRows(), 0);
     QVERIFY(files.progressObjects.empty());
     QVERIFY(!files.allChecked());
+}
+
+void TestFileList::removalOfSeveralIsTheSameAsOneByOne() {
+    const auto fill = [](FileList& files) {
+        begin(files, 9);
+        files.dropRejectedDropped(); // leaves a stray progress record
+        for (int id = 1; id <= 6; ++id)
+            add(files, id);
+        begin(files, 7); // has no size and is not shown yet
+        std::swap(files.fileInfoArr[1], files.fileInfoArr[4]);
+        files.check[3] = 0;
+        files.cmb[3] = u"fourth"_s;
+        files.conversionTaskList = {7, 2, 5, 3, 6, 1, 5};
+    };
+    FileList files;
+    FileList other;
+    fill(files);
+    fill(other);
+    const std::vector<std::shared_ptr<ProgressObject>> progress = files.progressObjects;
+    files.removeRows({1, 6, 2, 4});
+    for (const int row : {6, 4, 2, 1})
+        other.removeRow(row);
+    QCOMPARE(recordIds(files.fileInfoArr), Ids({1, 4, 6}));
+    QCOMPARE(recordIds(files.fileInfoArr), recordIds(other.fileInfoArr));
+    QCOMPARE(recordIds(files.arrayControllerNew), recordIds(other.arrayControllerNew));
+    QCOMPARE(files.idList, other.idList);
+    QCOMPARE(files.check, other.check);
+    QCOMPARE(files.cmb, other.cmb);
+    QCOMPARE(files.resolutionListForTable, other.resolutionListForTable);
+    QCOMPARE(files.progressObjects,
+             (decltype(progress){progress[0], progress[3], progress[5], progress[7]}));
+    QCOMPARE(files.conversionTaskList, Ids({6, 1}));
+    QCOMPARE(files.conversionTaskList, other.conversionTaskList);
+    files.removeRows({});
+    QCOMPARE(files.rowCount(), 3);
+}
+
+void TestFileList::removalOfSeveralOutOfRangeChangesNothing() {
+    FileList files;
+    add(files, 1);
+    add(files, 2);
+    files.conversionTaskList = {1, 2};
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRows({0, 2}));
+    QCOMPARE(files.completeRows(), 2);
+    QCOMPARE(files.conversionTaskList, Ids({1, 2}));
 }
 
 void TestFileList::removalAfterAReorderGoesByPosition() {

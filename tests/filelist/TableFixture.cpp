@@ -1,8 +1,7 @@
 #include "filelist/TableFixture.h"
 
-#include "filelist/StatusWords.h"
+#include "filelist/MadeUpRow.h"
 #include "platform/LocalizedStrings.h"
-#include "widgets/ProgressObject.h"
 
 #include <algorithm>
 
@@ -16,28 +15,7 @@ TableFixture::TableFixture() {
 }
 
 int TableFixture::addRow(const QString& name) {
-    const int id = static_cast<int>(++state.itemId);
-    const auto record = std::make_shared<JobRecord>();
-    record->set(key::id, id);
-    record->set(key::name, name);
-    record->set(key::check, 1);
-    record->set(key::audio, QStringLiteral("AAC"));
-    record->set(key::duration, QStringLiteral("00:01:23.45"));
-    record->set(key::profile, list.comboBoxItems.at(1));
-    record->set(key::profileForCol, list.cmbItems.at(1));
-    record->set(key::status, status::STATWT);
-    record->set(key::progress, getLocalString("IDS_TXT_STATUS_WAITING"));
-    record->set(key::image, rowimage::remove);
-    record->set(key::cmb, list.cmbItems.at(1));
-    record->set(key::resolutionID, 3);
-    record->set(key::resolution, QStringLiteral("1920x1080"));
-    list.check.push_back(1);
-    list.cmb.append(list.cmbItems.at(1));
-    list.append(record);
-    list.resolutionListForTable.append(QStringLiteral("1920x1080"));
-    list.arrayControllerNew.push_back(record);
-    state.count = list.rowCount();
-    return id;
+    return addMadeUpRow(list, state, name)->id();
 }
 
 void TableFixture::addRows(int count) {

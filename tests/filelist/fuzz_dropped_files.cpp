@@ -18,9 +18,8 @@ void require(bool condition) {
 /// The list of addresses that another program offers for a drop.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     QMimeData offered;
-    offered.setData(
-        QStringLiteral("text/uri-list"),
-        QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
+    offered.setData(QStringLiteral("text/uri-list"),
+                    QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
     const QList<QUrl> addresses = offered.urls();
     const QStringList files = droppedFiles(addresses);
     require(files.size() <= addresses.size());

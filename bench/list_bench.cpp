@@ -1,0 +1,266 @@
+// What a long list costs: the real controller and its window over rows that no probe has made.
+//
+//     list_bench ROWS             a line "NAME VALUE" per figure, milliseconds or bytes
+
+#include "app/AppDelegate.h"
+#include "filelist/FileTableView.h"
+#include "filelist/StatusWords.h"
+#include "platform/LocalizedStrings.h"
+#include "platform/desktop/FileManager.h"
+#include "platform/desktop/VolumeInfo.h"
+#include "ui_MainWindow.h"
+#include "widgets/ProgressObject.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHeaderView>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QWindow>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+constexpr int scrollSteps = 200;
+constexpr int edits = 10;
+
+double milliseconds(qint64 nanoseconds) {
+    return static_cast<double>(nanoseconds) / 1e6;
+}
+
+void print(const char* name, double value) {
+    std::printf("%s %.3f\n", name, value);
+    std::fflush(stdout);
+}
+
+/// Times every paint event of one widget.
+class TimedApplication final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    const QObject* painted = nullptr;
+    std::vector<double> paints;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        if (receiver != painted || event->type() != QEvent::Paint)
+            return QApplication::notify(receiver, event);
+        QElapsedTimer timer;
+        timer.start();
+        const bool result = QApplication::notify(receiver, event);
+        paints.push_back(milliseconds(timer.nsecsElapsed()));
+        return result;
+    }
+};
+
+double residentBytes() {
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.startsWith("Rss:"))
+            return line.mid(4).trimmed().split(' ').at(0).toDouble() * 1024;
+    }
+    return 0;
+}
+
+/// The window with its list, and what a user does to it.
+class Bench final {
+public:
+    Bench(TimedApplication& application, AppDelegate& controller)
+        : application_(application),
+          controller_(controller),
+          view_(*controller.window().form().theTableNew) {
+        application_.painted = view_.viewport();
+    }
+
+    /// Until the window is on the screen in its full size.
+    void waitForWindow() {
+        const MainWindow& window = controller_.window();
+        const auto isThere = [&] {
+            return window.windowHandle() && window.windowHandle()->isExposed() &&
+                   window.width() >= window.screen()->availableSize().width() &&
+                   !application_.paints.empty();
+        };
+        QElapsedTimer timer;
+        timer.start();
+        while (!isThere()) {
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+            if (timer.elapsed() > 30000)
+                qFatal("the window did not come");
+        }
+        settle();
+    }
+
+    void settle() {
+        QElapsedTimer quiet;
+        quiet.start();
+        while (quiet.elapsed() < 200)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+
+    /// Rows as an add leaves them, for movies with usual names.
+    void addRows(int count) {
+        FileList& files = controller_.files();
+        const QString folder = QStringLiteral("/home/somebody/Videos/Holidays 2024");
+        for (int i = 0; i < count; ++i) {
+            const int id = static_cast<int>(++controller_.state().itemId);
+            const QString name = QStringLiteral("IMG_20240%1_%2.mp4").arg(i % 10).arg(i, 6);
+            const auto record = std::make_shared<JobRecord>();
+            record->set(key::id, id);
+            record->set(key::name, name);
+            files.check.push_back(1);
+            files.cmb.append(files.cmbItems.at(1));
+            record->set(key::srcpath, QString(folder + u'/' + name));
+            record->set(key::path, QString(u'/' + name));
+            record->set(key::check, 1);
+            record->set(key::audio, QString(QStringLiteral("AA") + QChar(u'C')));
+            record->set(key::video, QString(QStringLiteral("HEV") + QChar(u'C')));
+            record->set(key::duration, QStringLiteral("00:01:%1.00").arg(i % 60, 2));
+            record->set(key::profile, ProfileCatalogue::defaultProfile());
+            record->set(key::profileForCol, files.cmbItems.at(1));
+            record->set(key::status, status::STATWT);
+            record->set(key::progress, getLocalString("IDS_TXT_STATUS_WAITING"));
+            record->set(key::image, rowimage::remove);
+            record->set(key::converted, status::STATWT);
+            record->set(key::conversionstat, status::CONRUNNING);
+            record->set(key::cmb, files.cmbItems.at(1));
+            record->set(key::resolutionID, 3);
+            record->set(key::resolution, QStringLiteral("1920x1080"));
+            files.append(record);
+            files.resolutionListForTable.append(record->text(key::resolution));
+            // One row in seven shows a bar.
+            if (i % 7 == 0) {
+                files.progressObjects.back()->incrementStep(i % 100);
+                files.progressObjects.back()->setBar((i % 100) / 100.0);
+            }
+            files.arrayControllerNew.push_back(record);
+        }
+        controller_.state().count = files.rowCount();
+        view_.fileModel()->reload();
+        controller_.window().form().btnRemoveFile->setEnabled(true);
+        view_.btnSelectAll()->setChecked(true);
+    }
+
+    /// Does something and lets the window show it; how long the main loop was held.
+    template <typename Action> double timed(Action action) {
+        const auto paintsBefore = application_.paints.size();
+        QElapsedTimer timer;
+        timer.start();
+        action();
+        while (application_.paints.size() == paintsBefore) {
+            QCoreApplication::processEvents();
+            if (timer.elapsed() > 20000)
+                qFatal("nothing was painted");
+        }
+        return milliseconds(timer.nsecsElapsed());
+    }
+
+    void scroll() {
+        QScrollBar& bar = *view_.verticalScrollBar();
+        application_.paints.clear();
+        for (int step = 1; step <= scrollSteps; ++step)
+            timed([&] {
+                bar.setValue(static_cast<int>(qint64(bar.maximum()) * step / scrollSteps));
+            });
+        std::vector<double> paints = application_.paints;
+        std::sort(paints.begin(), paints.end());
+        print("paints", static_cast<double>(paints.size()));
+        print("paint_p95", paints.at(paints.size() * 95 / 100));
+        print("paint_max", paints.back());
+    }
+
+    void edit() {
+        double slowest = 0;
+        const int top = view_.rowAt(0);
+        for (int i = 1; i <= edits; ++i) {
+            const QModelIndex cell = view_.fileModel()->index(top + i % 5 + 1, 0);
+            const int before = cell.data(Qt::CheckStateRole).toInt();
+            slowest = std::max(slowest, timed([&] { click(view_.visualRect(cell).center()); }));
+            if (cell.data(Qt::CheckStateRole).toInt() == before)
+                qFatal("the click checked nothing");
+            settle(); // or two clicks would be a double click
+        }
+        print("edit_max", slowest);
+    }
+
+    void selectAll() {
+        double slowest = 0;
+        for (int i = 0; i < 4; ++i)
+            slowest = std::max(slowest, timed([&] { view_.btnSelectAll()->click(); }));
+        print("select_all_max", slowest);
+    }
+
+    /// Removes half of the rows, every second one or those in the middle.
+    double removeHalf(bool everySecond) {
+        FileList& files = controller_.files();
+        const int rows = files.rowCount();
+        for (int row = 0; row < rows; ++row) {
+            const bool goes = everySecond ? row % 2 == 0 : row >= rows / 4 && row < rows * 3 / 4;
+            files.check[static_cast<size_t>(row)] = goes;
+            files.recordAt(row)->set(key::check, goes ? 1 : 0);
+        }
+        const double time = timed([&] { controller_.window().form().btnRemoveFile->click(); });
+        if (files.rowCount() != rows - rows / 2 || view_.fileModel()->rowCount() != rows - rows / 2)
+            qFatal("not half of the rows went");
+        return time;
+    }
+
+private:
+    void click(const QPoint& place) {
+        QWidget* const viewport = view_.viewport();
+        const QPointF global = viewport->mapToGlobal(QPointF(place));
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, place, global, Qt::LeftButton,
+                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(viewport, &event);
+        }
+    }
+
+    TimedApplication& application_;
+    AppDelegate& controller_;
+    FileTableView& view_;
+};
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    TimedApplication application(argc, argv);
+    const int rows = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 10000;
+    const QTemporaryDir home;
+    const StringTable strings(QStringLiteral(REELSHIFT_BENCH_RESOURCES), QLocale(QLocale::English));
+    SystemVolumeInfo volumes;
+    DesktopFileManager fileManager;
+    UpdateSettings update;
+    update.baseUrl = QStringLiteral("http://127.0.0.1:1");
+    update.version = QStringLiteral("1.0.0.0");
+    AppDelegate controller({QStringLiteral(REELSHIFT_BENCH_RESOURCES), update.version,
+                            PersistedFolders(home.path(), home.path()), volumes, fileManager,
+                            update});
+    controller.awakeFromNib();
+    controller.applicationDidFinishLaunching();
+    controller.window().showMaximized();
+
+    Bench bench(application, controller);
+    bench.waitForWindow();
+    const double before = residentBytes();
+    bench.addRows(rows);
+    bench.settle();
+    print("bytes_per_row", (residentBytes() - before) / rows);
+    bench.scroll();
+    bench.edit();
+    bench.selectAll();
+    print("remove_every_second", bench.removeHalf(true));
+    bench.addRows(rows - controller.files().rowCount());
+    bench.settle();
+    print("remove_in_one_piece", bench.removeHalf(false));
+    (void)controller.finish();
+    return 0;
+}

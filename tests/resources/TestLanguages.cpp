@@ -86,6 +86,8 @@ private Q_SLOTS:
     void profileNamesAreTheSameEverywhere();
     void mnemonics_data();
     void mnemonics();
+    void menuEntry_data();
+    void menuEntry();
 
 private:
     [[nodiscard]] QString text(const QString& language, const QString& key);
@@ -303,6 +305,26 @@ void TestLanguages::mnemonics() {
         QVERIFY2(letter.unicode() < 0x80 || letter.script() != QChar::Script_Latin, why);
         QVERIFY2(!taken.contains(letter), QByteArray(why + " and " + taken.value(letter).toUtf8()));
         taken.insert(letter, here);
+    }
+}
+
+void TestLanguages::menuEntry_data() {
+    tableOfTheUsersLanguage_data();
+}
+
+void TestLanguages::menuEntry() {
+    QFETCH(QString, language);
+    QFile file(QStringLiteral(REELSHIFT_SOURCE_DIR "/resources/reelshift.desktop"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QString tag =
+        language == QLatin1String("en") ? QString() : QStringLiteral("[%1]").arg(language);
+    QVERIFY(lines.contains(QStringLiteral("Comment") + tag + QLatin1Char('=') +
+                           text(language, QStringLiteral("IDS_TXT_APP_DESCRIPTION"))));
+    for (const char* key : {"GenericName", "Keywords"}) {
+        const auto start = QString(QLatin1String(key) + tag + QLatin1Char('='));
+        QCOMPARE(lines.filter(start).size(), 1);
+        QVERIFY(lines.filter(start).first().size() > start.size());
     }
 }
 

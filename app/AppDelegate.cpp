@@ -32,6 +32,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       gate_(mainThread_),
       editing_(files_, state_),
       model_(files_, state_, editing_, gate_),
+      announcements_(model_, window_.announcer()),
       engine_({mainThread_, processes_, workers_}, files_, state_, *this, profiles_,
               surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
       probeRunner_(mainThread_, processes_,

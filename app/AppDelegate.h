@@ -10,6 +10,7 @@
 #include "filelist/FileTableModel.h"
 #include "filelist/MovieProbe.h"
 #include "filelist/RemoveFiles.h"
+#include "filelist/RowAnnouncements.h"
 #include "filelist/RowButton.h"
 #include "filelist/RowDrag.h"
 #include "filelist/TableEditing.h"
@@ -134,6 +135,7 @@ private:
     TableEditing editing_;
     FileTableModel model_;
     MainWindow window_;
+    RowAnnouncements announcements_;
     ConversionEngine engine_;
     ProbeRunner probeRunner_;
     MovieProbe probe_;

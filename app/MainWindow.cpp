@@ -4,6 +4,7 @@
 #include "platform/LocalizedStrings.h"
 #include "resources/ApplicationIcon.h"
 #include "ui_MainWindow.h"
+#include "widgets/Announcer.h"
 
 #include <QCloseEvent>
 #include <QMouseEvent>
@@ -19,7 +20,8 @@ std::unique_ptr<Ui::MainWindow> setUpForm(QMainWindow* window) {
 
 } // namespace
 
-MainWindow::MainWindow() : form_(setUpForm(this)), keys_(this, *form_) {
+MainWindow::MainWindow()
+    : form_(setUpForm(this)), keys_(this, *form_), announcer_(new Announcer(this)) {
     setWindowIcon(applicationIcon());
     // The caption beside the check box is a label of its own; a click on it is meant for the box.
     form_->openFldrAftrFnsh->installEventFilter(this);

@@ -7,6 +7,8 @@
 #include <functional>
 #include <memory>
 
+class Announcer;
+
 namespace Ui {
 class MainWindow;
 }
@@ -22,6 +24,7 @@ public:
     Q_DISABLE_COPY_MOVE(MainWindow)
 
     [[nodiscard]] Ui::MainWindow& form() { return *form_; }
+    [[nodiscard]] Announcer& announcer() { return *announcer_; }
 
     /// Titles, captions, names for screen readers and tooltips, from the string table.
     void setTexts();
@@ -41,5 +44,6 @@ private:
 
     const std::unique_ptr<Ui::MainWindow> form_;
     const WindowKeys keys_;
+    Announcer* const announcer_;
     std::function<bool()> closeHandler_;
 };

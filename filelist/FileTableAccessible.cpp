@@ -3,10 +3,14 @@
 #include "filelist/FileTableColumns.h"
 #include "filelist/FileTableModel.h"
 #include "filelist/FileTableView.h"
+#include "platform/LocalizedStrings.h"
+#include "widgets/ProgressCell.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+
+#include <algorithm>
 
 namespace {
 
@@ -92,6 +96,8 @@ void* FileTableCell::interface_cast(QAccessible::InterfaceType type) {
         return static_cast<QAccessibleTableCellInterface*>(this);
     if (type == QAccessible::ActionInterface)
         return static_cast<QAccessibleActionInterface*>(this);
+    if (type == QAccessible::ValueInterface && index_.data(ProgressCell::ShowsBarRole).toBool())
+        return static_cast<QAccessibleValueInterface*>(this);
     return nullptr;
 }
 
@@ -103,6 +109,18 @@ QList<QAccessibleInterface*> FileTableCell::columnHeaderCells() const {
     if (!isValid())
         return {};
     return {tableOf(view_)->headerCell(-1, index_.column())};
+}
+
+// The name itself needs no header that says it a second time.
+QList<QAccessibleInterface*> FileTableCell::rowHeaderCells() const {
+    if (!isValid() || columnOf(index_) == TableColumn::Name)
+        return {};
+    return {tableOf(view_)->headerCell(index_.row(), -1)};
+}
+
+QVariant FileTableCell::currentValue() const {
+    const double share = index_.data(ProgressCell::BarProgressRole).toDouble();
+    return std::clamp(qRound(share * 100), 0, 100);
 }
 
 QStringList FileTableCell::actionNames() const {
@@ -136,8 +154,13 @@ QAccessibleInterface* FileTableHeaderCell::parent() const {
 }
 
 QString FileTableHeaderCell::text(QAccessible::Text kind) const {
-    if (!isValid() || kind != QAccessible::Name || column_ < 0)
+    if (!isValid() || kind != QAccessible::Name || (column_ < 0 && row_ < 0))
         return {};
+    if (column_ < 0)
+        return view_->model()
+            ->index(row_, static_cast<int>(TableColumn::Name))
+            .data(Qt::AccessibleTextRole)
+            .toString();
     return view_->model()->headerData(column_, Qt::Horizontal, Qt::AccessibleTextRole).toString();
 }
 
@@ -185,6 +208,13 @@ QList<QWidget*> FileTableAccessible::widgets() const {
     if (QWidget* const editor = view()->openedEditor())
         result.append(editor);
     return result;
+}
+
+// An empty list says what to do, as it does to the eye.
+QString FileTableAccessible::text(QAccessible::Text kind) const {
+    if (kind == QAccessible::Description)
+        return getLocalString(rowCount() == 0 ? "IDS_TXT_EMPTY_LIST" : "IDS_TIP_TABLE");
+    return QAccessibleWidget::text(kind);
 }
 
 int FileTableAccessible::childCount() const {

@@ -8,10 +8,12 @@
 class FileTableModel;
 class FileTableView;
 
-/// A cell of the list as screen readers see it: what it shows, whether it is checked or locked,
-/// and the action that a click on it is. Main thread; owned by the accessibility cache.
+/// A cell of the list as screen readers see it: what it shows, the value of its bar, whether it is
+/// checked or locked, and the action that a click on it is. Main thread; owned by the accessibility
+/// cache.
 class FileTableCell final : public QAccessibleInterface,
                             public QAccessibleTableCellInterface,
+                            public QAccessibleValueInterface,
                             public QAccessibleActionInterface {
 public:
     FileTableCell(FileTableView* view, const QModelIndex& index) : view_(view), index_(index) {}
@@ -36,12 +38,19 @@ public:
 
     [[nodiscard]] bool isSelected() const override;
     [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override;
-    [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
+    [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override;
     [[nodiscard]] int columnIndex() const override { return index_.column(); }
     [[nodiscard]] int rowIndex() const override { return index_.row(); }
     [[nodiscard]] int columnExtent() const override { return 1; }
     [[nodiscard]] int rowExtent() const override { return 1; }
     [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
+
+    /// Of the bar, in percent.
+    [[nodiscard]] QVariant currentValue() const override;
+    void setCurrentValue(const QVariant&) override {}
+    [[nodiscard]] QVariant maximumValue() const override { return 100; }
+    [[nodiscard]] QVariant minimumValue() const override { return 0; }
+    [[nodiscard]] QVariant minimumStepSize() const override { return 1; }
 
     [[nodiscard]] QStringList actionNames() const override;
     [[nodiscard]] QString localizedActionDescription(const QString& action) const override;
@@ -53,7 +62,8 @@ private:
     QPersistentModelIndex index_;
 };
 
-/// A header as screen readers see it: a column's, or a row's, which is hidden. Row and column are
+/// A header as screen readers see it: a column's, or a row's, which is hidden and called by its
+/// movie. Row and column are
 /// -1 in the header row and the header column. Main thread; owned by the accessibility cache.
 class FileTableHeaderCell final : public QAccessibleInterface {
 public:
@@ -97,6 +107,7 @@ public:
     /// Makes every FileTableView of the program accessible this way.
     static void install();
 
+    [[nodiscard]] QString text(QAccessible::Text kind) const override;
     [[nodiscard]] int childCount() const override;
     [[nodiscard]] QAccessibleInterface* child(int index) const override;
     [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override;

@@ -99,6 +99,7 @@ private:
     void chooseRow(const QModelIndex& index);
     void openEditor(const QModelIndex& index, bool withList);
     void activateClicked(const QModelIndex& index);
+    void tellFocus();
     void checkRows(int current);
     void paintCurrentCell(QPainter& painter) const;
     void paintFocusOfEmptyList(QPainter& painter) const;

@@ -5,6 +5,7 @@
 #include "filelist/FileTableView.h"
 #include "filelist/StatusWords.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -22,7 +23,24 @@ void FileTableView::focusInEvent(QFocusEvent* event) {
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
         event->reason() == Qt::ShortcutFocusReason)
         isByKeyboard_ = true;
+    // The toolkit's own way would begin in the column of the check boxes.
+    if (model_ && model_->rowCount() > 0 && !currentIndex().isValid())
+        selectionModel()->setCurrentIndex(model_->index(0, section(TableColumn::Name)),
+                                          QItemSelectionModel::NoUpdate);
     QTableView::focusInEvent(event);
+    // Screen readers are told of the list after this, and would never hear of its cell.
+    QMetaObject::invokeMethod(this, &FileTableView::tellFocus, Qt::QueuedConnection);
+}
+
+void FileTableView::tellFocus() {
+    QAccessibleInterface* const table =
+        QAccessible::isActive() ? QAccessible::queryAccessibleInterface(this) : nullptr;
+    if (!table || !hasFocus() || !currentIndex().isValid())
+        return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(table->indexOfChild(
+        table->tableInterface()->cellAt(currentIndex().row(), currentIndex().column())));
+    QAccessible::updateAccessibility(&event);
 }
 
 void FileTableView::keyPressEvent(QKeyEvent* event) {

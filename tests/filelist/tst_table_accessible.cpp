@@ -21,6 +21,9 @@ private Q_SLOTS:
     void screenReadersAreRefusedUnderABox();
     void screenReadersSelectRows();
     void accessibleCellsFollowRemovedRows();
+    void aRowIsCalledByItsMovie();
+    void theBarHasAValue();
+    void anEmptyListSaysWhatToDo();
 };
 
 void TestTableAccessible::screenReadersSeeTheCells() {
@@ -137,6 +140,51 @@ void TestTableAccessible::accessibleCellsFollowRemovedRows() {
     QVERIFY(!last->isValid());
     QVERIFY(last->state().invalid);
     QVERIFY(last->actionInterface()->actionNames().isEmpty());
+}
+
+void TestTableAccessible::aRowIsCalledByItsMovie() {
+    TableWindow w(2);
+    const auto headers =
+        w.accessibleCell(1, TableColumn::Progress)->tableCellInterface()->rowHeaderCells();
+    QCOMPARE(headers.size(), 1);
+    QCOMPARE(headers.first()->role(), QAccessible::RowHeader);
+    QCOMPARE(headers.first()->text(QAccessible::Name), QStringLiteral("movie 1.mp4"));
+    QVERIFY(
+        w.accessibleCell(1, TableColumn::Name)->tableCellInterface()->rowHeaderCells().isEmpty());
+    w.f.removeRows({0});
+    QCOMPARE(w.accessibleCell(0, TableColumn::Progress)
+                 ->tableCellInterface()
+                 ->rowHeaderCells()
+                 .first()
+                 ->text(QAccessible::Name),
+             QStringLiteral("movie 1.mp4"));
+}
+
+void TestTableAccessible::theBarHasAValue() {
+    TableWindow w(1);
+    QAccessibleInterface* const cell = w.accessibleCell(0, TableColumn::Progress);
+    QVERIFY(!cell->valueInterface());
+    ProgressObject& progress = *w.f.list.progressObjects.front();
+    progress.changestat(status::STATCR);
+    progress.incrementStep(37);
+    QAccessibleValueInterface* const value = cell->valueInterface();
+    QVERIFY(value);
+    QCOMPARE(value->currentValue().toInt(), 37);
+    QCOMPARE(value->minimumValue().toInt(), 0);
+    QCOMPARE(value->maximumValue().toInt(), 100);
+    progress.setBar(1.4);
+    QCOMPARE(value->currentValue().toInt(), 100);
+    value->setCurrentValue(3);
+    QCOMPARE(value->currentValue().toInt(), 100);
+    QVERIFY(!w.accessibleCell(0, TableColumn::Name)->valueInterface());
+}
+
+void TestTableAccessible::anEmptyListSaysWhatToDo() {
+    TableWindow w(0);
+    QCOMPARE(w.accessible()->text(QAccessible::Description), getLocalString("IDS_TXT_EMPTY_LIST"));
+    w.f.addRows(1);
+    w.f.model.reload();
+    QCOMPARE(w.accessible()->text(QAccessible::Description), getLocalString("IDS_TIP_TABLE"));
 }
 
 int main(int argc, char** argv) {

@@ -189,7 +189,7 @@ Andere und beschädigte Dateien wurden ausgelassen.</translation>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
-        <translation>Dieser Film liegt auf einer Speicherkarte oder einem anderen Wechseldatenträger. Das Umwandeln kann von dort länger dauern.</translation>
+        <translation>Dieser Film liegt auf einer Speicherkarte oder einem anderen Wechseldatenträger. Die Umwandlung von dort kann länger dauern.</translation>
     </message>
     <message id="IDS_TXT_CONTINUE">
         <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
@@ -206,7 +206,7 @@ Bitte installieren Sie das Paket „ffmpeg“ mit der Softwareverwaltung Ihres S
     <message id="IDS_TXT_POPUP_SAMENAME">
         <extracomment>The movie's path follows on a line of its own. Buttons: Cancel, Keep Both, Skip, Replace.</extracomment>
         <source>The output folder already has a movie with this name. Cancel stops the whole conversion.</source>
-        <translation>Im Ausgabeordner gibt es bereits einen Film mit diesem Namen. „Abbrechen“ beendet das gesamte Umwandeln.</translation>
+        <translation>Im Ausgabeordner gibt es bereits einen Film mit diesem Namen. „Abbrechen“ stoppt die gesamte Umwandlung.</translation>
     </message>
     <message id="IDS_TXT_POPUP_ERROR">
         <extracomment>First line; IDS_TXT_POPUP_WANTTOSKIP and the movie's name follow. Buttons: Stop, Skip.</extracomment>
@@ -216,7 +216,7 @@ Bitte installieren Sie das Paket „ffmpeg“ mit der Softwareverwaltung Ihres S
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
         <source>Do you want to skip it and go on, or stop the conversion?</source>
-        <translation>Möchten Sie ihn überspringen und fortfahren oder das Umwandeln stoppen?</translation>
+        <translation>Möchten Sie ihn überspringen und fortfahren oder die Umwandlung stoppen?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
         <extracomment>Buttons: Skip, Try Again.</extracomment>
@@ -229,8 +229,8 @@ Skip this movie, or put it back and try again.</source>
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
 OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
-        <translation>Der Originalfilm ist während des Umwandelns verschwunden. Wurde sein Datenträger getrennt?
-„OK“ beendet das Umwandeln. Um fortzufahren, legen Sie den Film zurück und wählen Sie „Erneut versuchen“.</translation>
+        <translation>Der Originalfilm ist während der Umwandlung verschwunden. Wurde sein Datenträger getrennt?
+„OK“ beendet die Umwandlung. Um fortzufahren, legen Sie den Film zurück und wählen Sie „Erneut versuchen“.</translation>
     </message>
     <message id="IDS_TXT_POPUP_MEMORYFULL">
         <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
@@ -245,7 +245,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>
         <source>Do you want to stop the conversion?</source>
-        <translation>Möchten Sie das Umwandeln stoppen?</translation>
+        <translation>Möchten Sie die Umwandlung stoppen?</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING2">
         <extracomment>Second line, after IDS_TXT_POPUP_STOPCONVERTING.</extracomment>
@@ -266,12 +266,12 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
         <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
         <source>The conversion has ended.
 Converted movies are in the output folder. Movies that were not converted stay in the list.</source>
-        <translation>Das Umwandeln ist beendet.
+        <translation>Die Umwandlung ist beendet.
 Umgewandelte Filme liegen im Ausgabeordner. Nicht umgewandelte Filme bleiben in der Liste.</translation>
     </message>
     <message id="IDS_TXT_POPUP_CONVERSIONCOMPLETE">
         <source>Conversion complete</source>
-        <translation>Umwandeln abgeschlossen</translation>
+        <translation>Umwandlung abgeschlossen</translation>
     </message>
     <!-- Update window -->
     <message id="IDS_TXT_NEWVERSION">
@@ -293,7 +293,7 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
     </message>
     <message id="IDS_A11Y_DOWNLOAD_PROGRESS">
         <source>Download progress</source>
-        <translation>Fortschritt des Herunterladens</translation>
+        <translation>Fortschritt des Downloads</translation>
     </message>
     <message id="IDS_TXT_UPDATE_TIMEOUT">
         <source>The update server does not answer.</source>
@@ -341,7 +341,7 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
     </message>
     <message id="IDS_TIP_STOP">
         <source>Stop the whole conversion</source>
-        <translation>Das gesamte Umwandeln stoppen</translation>
+        <translation>Die gesamte Umwandlung stoppen</translation>
     </message>
     <message id="IDS_TIP_SELECT_FOLDER">
         <source>Choose where the converted movies are saved</source>
@@ -357,7 +357,7 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
     </message>
     <message id="IDS_TIP_OPEN_AFTER_FINISH">
         <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
-        <translation>Am Ende des Umwandelns wird angeboten, den Ausgabeordner zu öffnen. Wird er dort geöffnet, verschwindet dieses Häkchen</translation>
+        <translation>Am Ende der Umwandlung wird angeboten, den Ausgabeordner zu öffnen. Wird er dort geöffnet, verschwindet dieses Häkchen</translation>
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
@@ -367,11 +367,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>
-        <translation>Alle Filme markieren oder keinen</translation>
+        <translation>Alle Filme markieren oder alle Markierungen entfernen</translation>
     </message>
     <message id="IDS_TIP_TABLE">
         <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
-        <translation>Filme hierher ziehen, um sie hinzuzufügen. Zeilen ziehen, um die Reihenfolge des Umwandelns zu ändern</translation>
+        <translation>Filme hierher ziehen, um sie hinzuzufügen. Zeilen ziehen, um die Reihenfolge der Umwandlung zu ändern</translation>
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>
@@ -393,12 +393,12 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_TIP_ROW_PAUSE">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Pause the conversion of %1</source>
-        <translation>Das Umwandeln von %1 anhalten</translation>
+        <translation>Die Umwandlung von %1 anhalten</translation>
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Go on converting %1</source>
-        <translation>Das Umwandeln von %1 fortsetzen</translation>
+        <translation>Die Umwandlung von %1 fortsetzen</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->
     <message id="IDS_A11Y_TABLE">
@@ -465,7 +465,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_TXT_NOT_KEPT_AWAKE">
         <extracomment>A quiet line in the window during a conversion.</extracomment>
         <source>The computer may go to sleep during the conversion.</source>
-        <translation>Der Rechner könnte während des Umwandelns in den Ruhezustand gehen.</translation>
+        <translation>Der Rechner könnte während der Umwandlung in den Ruhezustand gehen.</translation>
     </message>
     <message id="IDS_TXT_KEEP_AWAKE_REASON">
         <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>

@@ -375,7 +375,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>
-        <translation>Las películas marcadas toman la calidad elegida encima de la lista y se pueden quitar juntas</translation>
+        <translation>Las películas marcadas reciben la calidad elegida encima de la lista y se pueden quitar juntas</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
         <source>Click to choose this movie's quality</source>

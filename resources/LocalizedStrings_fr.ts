@@ -363,7 +363,7 @@ Voulez-vous la télécharger maintenant ? Quorvex Reelshift se ferme à l’ouv
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
 Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
         <translation>Définit la qualité de tous les films cochés, ou du film sélectionné si aucun n’est coché.
-Pro conserve le plus de détails dans les fichiers les plus gros. Normale donne les plus petits</translation>
+« Pro » conserve le plus de détails dans les fichiers les plus gros. « Normale » donne les plus petits</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>
@@ -375,7 +375,7 @@ Pro conserve le plus de détails dans les fichiers les plus gros. Normale donne 
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>
-        <translation>Les films cochés prennent la qualité choisie au-dessus de la liste et peuvent être retirés ensemble</translation>
+        <translation>Les films cochés reçoivent la qualité choisie au-dessus de la liste et peuvent être retirés ensemble</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
         <source>Click to choose this movie's quality</source>

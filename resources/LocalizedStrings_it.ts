@@ -333,7 +333,7 @@ Vuoi scaricarla ora? All’apertura del programma di installazione, Quorvex Reel
     </message>
     <message id="IDS_TIP_REMOVE_FILE">
         <source>Take all checked movies off the list. The files themselves stay where they are</source>
-        <translation>Togli dall’elenco tutti i filmati spuntati. I file restano dove sono</translation>
+        <translation>Rimuovi dall’elenco tutti i filmati spuntati. I file restano dove sono</translation>
     </message>
     <message id="IDS_TIP_CONVERT">
         <source>Convert every waiting movie in the list, checked or not</source>
@@ -367,7 +367,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>
-        <translation>Spunta tutti i filmati, o nessuno</translation>
+        <translation>Metti o togli la spunta a tutti i filmati</translation>
     </message>
     <message id="IDS_TIP_TABLE">
         <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
@@ -375,7 +375,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>
-        <translation>I filmati spuntati prendono la qualità scelta sopra l’elenco e si possono rimuovere insieme</translation>
+        <translation>I filmati spuntati ricevono la qualità scelta sopra l’elenco e si possono rimuovere insieme</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
         <source>Click to choose this movie's quality</source>
@@ -388,7 +388,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_TIP_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Remove %1 from the list</source>
-        <translation>Togli %1 dall’elenco</translation>
+        <translation>Rimuovi %1 dall’elenco</translation>
     </message>
     <message id="IDS_TIP_ROW_PAUSE">
         <extracomment>%1 is the movie's file name.</extracomment>
@@ -465,7 +465,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_TXT_NOT_KEPT_AWAKE">
         <extracomment>A quiet line in the window during a conversion.</extracomment>
         <source>The computer may go to sleep during the conversion.</source>
-        <translation>Il computer potrebbe sospendersi durante la conversione.</translation>
+        <translation>Il computer potrebbe andare in sospensione durante la conversione.</translation>
     </message>
     <message id="IDS_TXT_KEEP_AWAKE_REASON">
         <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>

@@ -189,7 +189,7 @@ Andere bestanden en beschadigde bestanden zijn overgeslagen.</translation>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
-        <translation>Deze film staat op een geheugenkaart of een andere verwijderbare schijf. Omzetten kan van daar langer duren.</translation>
+        <translation>Deze film staat op een geheugenkaart of een andere verwijderbare schijf. Omzetten vanaf daar kan langer duren.</translation>
     </message>
     <message id="IDS_TXT_CONTINUE">
         <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
@@ -297,7 +297,7 @@ Wilt u deze nu downloaden? Quorvex Reelshift wordt afgesloten zodra het installa
     </message>
     <message id="IDS_TXT_UPDATE_TIMEOUT">
         <source>The update server does not answer.</source>
-        <translation>De updateserver antwoordt niet.</translation>
+        <translation>De updateserver reageert niet.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_UNUSABLE">
         <source>The answer of the update server cannot be used.</source>
@@ -465,7 +465,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_TXT_NOT_KEPT_AWAKE">
         <extracomment>A quiet line in the window during a conversion.</extracomment>
         <source>The computer may go to sleep during the conversion.</source>
-        <translation>De computer kan tijdens het omzetten in slaapstand gaan.</translation>
+        <translation>De computer kan tijdens het omzetten in de slaapstand gaan.</translation>
     </message>
     <message id="IDS_TXT_KEEP_AWAKE_REASON">
         <extracomment>Told to the desktop, which may show it: why it must not go to sleep.</extracomment>

@@ -357,7 +357,7 @@ Czy pobrać ją teraz? Po otwarciu instalatora program Quorvex Reelshift zostani
     </message>
     <message id="IDS_TIP_OPEN_AFTER_FINISH">
         <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
-        <translation>Okno na końcu konwersji proponuje otwarcie folderu docelowego. Otwarcie go w ten sposób usuwa to zaznaczenie</translation>
+        <translation>Okno wyświetlane po zakończeniu konwersji proponuje otwarcie folderu docelowego. Otwarcie go w ten sposób usuwa to zaznaczenie</translation>
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
@@ -371,7 +371,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_TABLE">
         <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
-        <translation>Upuść tutaj filmy, aby je dodać. Przeciągnij wiersze, aby zmienić kolejność konwersji</translation>
+        <translation>Upuść tutaj filmy, aby je dodać. Przeciągaj wiersze, aby zmienić kolejność konwersji</translation>
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>

@@ -189,7 +189,7 @@ Arquivos de outro tipo e arquivos danificados foram deixados de fora.</translati
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>
-        <translation>Este filme está em um cartão de memória ou em outro disco removível. Convertê-lo a partir daí pode demorar mais.</translation>
+        <translation>Este filme está em um cartão de memória ou em outro disco removível. A conversão a partir dali pode demorar mais.</translation>
     </message>
     <message id="IDS_TXT_CONTINUE">
         <extracomment>Second line, after IDS_TXT_SDCARD_DELAY.</extracomment>
@@ -333,7 +333,7 @@ Deseja baixá-la agora? Quando o instalador abrir, o Quorvex Reelshift será fec
     </message>
     <message id="IDS_TIP_REMOVE_FILE">
         <source>Take all checked movies off the list. The files themselves stay where they are</source>
-        <translation>Retirar da lista todos os filmes marcados. Os arquivos em si ficam onde estão</translation>
+        <translation>Remover da lista todos os filmes marcados. Os arquivos em si ficam onde estão</translation>
     </message>
     <message id="IDS_TIP_CONVERT">
         <source>Convert every waiting movie in the list, checked or not</source>
@@ -357,7 +357,7 @@ Deseja baixá-la agora? Quando o instalador abrir, o Quorvex Reelshift será fec
     </message>
     <message id="IDS_TIP_OPEN_AFTER_FINISH">
         <source>The box at the end of a conversion offers to open the output folder. Opening it there clears this check mark</source>
-        <translation>A caixa exibida ao fim de uma conversão oferece abrir a pasta de saída. Se ela for aberta por ali, esta opção é desmarcada</translation>
+        <translation>A caixa exibida ao fim de uma conversão oferece a opção de abrir a pasta de saída. Se ela for aberta por ali, esta opção é desmarcada</translation>
     </message>
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.

@@ -6,7 +6,7 @@
     <!-- Main window: buttons and captions -->
     <message id="IDS_BTN_ADD_FILE">
         <source>&amp;Add Movies…</source>
-        <translation>إ&amp;ضافة مقاطع…</translation>
+        <translation>إضافة مقاطع (&amp;ض)…</translation>
     </message>
     <message id="IDS_BTN_REMOVE_FILE">
         <extracomment>Removes every checked movie from the list.</extracomment>
@@ -16,21 +16,21 @@
     <message id="IDS_BTN_CONVERT">
         <extracomment>Also a button of the box about paused movies.</extracomment>
         <source>&amp;Convert</source>
-        <translation>ت&amp;حويل</translation>
+        <translation>تحويل (&amp;ح)</translation>
     </message>
     <message id="IDS_BTN_STOP">
         <extracomment>Also a button of the box about a movie that could not be converted.</extracomment>
         <source>&amp;Stop</source>
-        <translation>إي&amp;قاف</translation>
+        <translation>إيقا&amp;ف</translation>
     </message>
     <message id="IDS_BTN_SELECT_FOLDER">
         <source>Select &amp;Folder…</source>
-        <translation>ا&amp;ختيار مجلد…</translation>
+        <translation>اختيا&amp;ر مجلد…</translation>
     </message>
     <message id="IDS_BTN_OPEN_FOLDER">
         <extracomment>Also a button of the box at the end of a conversion.</extracomment>
         <source>&amp;Open Folder</source>
-        <translation>&amp;فتح المجلد</translation>
+        <translation>فتح المجلد (&amp;ت)</translation>
     </message>
     <message id="IDS_TXTFLD_OUTPUTFOLDER">
         <source>O&amp;utput folder</source>
@@ -38,7 +38,7 @@
     </message>
     <message id="IDS_TXTFLD_OPNFLDRAFTRFNSH">
         <source>Open the folder &amp;when finished</source>
-        <translation>فتح المجلد عند الا&amp;نتهاء</translation>
+        <translation>فتح المجلد عند الانتها&amp;ء</translation>
     </message>
     <message id="IDS_TXT_PROFILE_CAPTION">
         <extracomment>Caption of the quality list beside the output folder.</extracomment>
@@ -48,7 +48,7 @@
     <message id="IDS_TXT_FILELIST">
         <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
         <source>&amp;Movies</source>
-        <translation>مقا&amp;طع الفيديو</translation>
+        <translation>مقاطع &amp;الفيديو</translation>
     </message>
     <message id="IDS_TXT_EMPTY_LIST">
         <extracomment>Shown in the empty list.</extracomment>
@@ -125,34 +125,34 @@
     <!-- Message boxes: buttons -->
     <message id="IDS_BTN_POPUP_OK">
         <source>O&amp;K</source>
-        <translation>م&amp;وافق</translation>
+        <translation>مو&amp;افق</translation>
     </message>
     <message id="IDS_BTN_POPUP_CANCEL">
         <source>Ca&amp;ncel</source>
-        <translation>إ&amp;لغاء</translation>
+        <translation>إلغا&amp;ء</translation>
     </message>
     <message id="IDS_BTN_POPUP_SKIP">
         <source>Sk&amp;ip</source>
-        <translation>ت&amp;خطي</translation>
+        <translation>تخطي (&amp;خ)</translation>
     </message>
     <message id="IDS_BTN_POPUP_REPLACE">
         <source>&amp;Replace</source>
-        <translation>ا&amp;ستبدال</translation>
+        <translation>&amp;استبدال</translation>
     </message>
     <message id="IDS_BTN_POPUP_DUPLICATE">
         <extracomment>The new movie gets a number in its name.</extracomment>
         <source>Keep &amp;Both</source>
-        <translation>الاحتفاظ &amp;بكليهما</translation>
+        <translation>الاحتفا&amp;ظ بكليهما</translation>
     </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
-        <translation>إعادة ال&amp;محاولة</translation>
+        <translation>إعا&amp;دة المحاولة</translation>
     </message>
     <message id="IDS_TXT_POPUP_DOFORERROR">
         <extracomment>A check box below the buttons' question.</extracomment>
         <source>&amp;Do the same for the other movies</source>
-        <translation>تطبيق الإجراء &amp;نفسه على المقاطع الأخرى</translation>
+        <translation>تطبيق الإجراء نفسه على المقاطع الأخر&amp;ى</translation>
     </message>
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">

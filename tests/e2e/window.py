@@ -14,6 +14,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 from desktop_session import die_with_parent  # noqa: E402
+import texts  # noqa: E402
 from texts import text  # noqa: E402
 
 APP_NAME = "Quorvex Reelshift"
@@ -233,7 +234,7 @@ class Application:
     def __init__(self, program, home, log):
         self.program = os.path.abspath(program)
         self.home = home
-        environment = dict(os.environ, HOME=home)
+        environment = dict(os.environ, HOME=home, LC_ALL="C.UTF-8", LANGUAGE=texts.language)
         environment.pop("NO_AT_BRIDGE", None)
         os.makedirs(os.path.join(home, "Documents"), exist_ok=True)
         with open(log, "ab") as file:

@@ -4,6 +4,7 @@
 #include "platform/QuitSignals.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/VolumeInfo.h"
+#include "resources/ApplicationIcon.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -27,6 +28,8 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(appName);
     QApplication::setApplicationDisplayName(QString());
+    // Windows that stand alone have it, too.
+    QApplication::setWindowIcon(applicationIcon());
     QApplication::setDesktopFileName(QStringLiteral("reelshift"));
     QApplication::setApplicationVersion(QStringLiteral(REELSHIFT_VERSION));
     // The controller quits when the last window has closed, after its clean-up.

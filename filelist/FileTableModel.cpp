@@ -1,10 +1,12 @@
 #include "filelist/FileTableModel.h"
 
 #include "platform/LocalizedStrings.h"
+#include "resources/DrawnImage.h"
 #include "widgets/ActionGate.h"
 #include "widgets/ProgressCell.h"
 #include "widgets/ProgressObject.h"
 
+#include <QFileInfo>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -287,5 +289,5 @@ const QIcon& FileTableModel::icon(const QString& image) const {
     if (known != icons_.cend())
         return *known;
     return *icons_.insert(image,
-                          image.isEmpty() ? QIcon() : QIcon(QStringLiteral(":/images/") % image));
+                          image.isEmpty() ? QIcon() : drawnImage(QFileInfo(image).baseName()));
 }

@@ -110,6 +110,7 @@ private:
     static void answer(QDropEvent* event, Qt::DropAction action);
     void endDragOver();
     void paintDropMark(QPainter& painter) const;
+    void paintRefusal(QPainter& painter, const QRect& area) const;
     void paintRowMark(QPainter& painter, const QRect& area) const;
     void notePlace();
     void restorePlace(const std::vector<int>& removed);

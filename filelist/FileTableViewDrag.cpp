@@ -103,14 +103,19 @@ void FileTableView::endDragOver() {
 }
 
 void FileTableView::paintDropMark(QPainter& painter) const {
-    if (!dragOver_ || !dragOver_->isWelcome || !rowDrag_->hasEffect(dragOver_->kind))
+    const bool isDrop =
+        dragOver_ && dragOver_->isWelcome &&
+        (dragOver_->kind == RowDrag::Kind::Rows || dragOver_->kind == RowDrag::Kind::Files);
+    if (!isDrop)
         return;
     constexpr int width = 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const QRect area = viewport()->rect();
     const QPen pen(palette().color(QPalette::Highlight), width);
-    if (dragOver_->kind == RowDrag::Kind::Files) {
+    if (!rowDrag_->hasEffect(dragOver_->kind)) {
+        paintRefusal(painter, area);
+    } else if (dragOver_->kind == RowDrag::Kind::Files) {
         painter.setPen(pen);
         painter.drawRect(area.adjusted(1, 1, -1, -1));
     } else {
@@ -121,6 +126,19 @@ void FileTableView::paintDropMark(QPainter& painter) const {
         paintRowMark(painter, area);
     }
     painter.restore();
+}
+
+// Any drop is answered as welcome, so that the pointer cannot say it: a sign of no entry does.
+void FileTableView::paintRefusal(QPainter& painter, const QRect& area) const {
+    QColor veil = palette().color(QPalette::Base);
+    veil.setAlphaF(0.6F);
+    painter.fillRect(area, veil);
+    constexpr int radius = 22;
+    const QPoint middle = area.center();
+    painter.setPen(QPen(palette().color(QPalette::Text), 4));
+    painter.drawEllipse(middle, radius, radius);
+    const int corner = qRound(radius * 0.707);
+    painter.drawLine(middle - QPoint(corner, corner), middle + QPoint(corner, corner));
 }
 
 void FileTableView::paintRowMark(QPainter& painter, const QRect& area) const {

@@ -2,6 +2,7 @@
 
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThreadCalls.h"
+#include "resources/DrawnImage.h"
 #include "widgets/MessageText.h"
 
 #include <QAccessible>
@@ -31,7 +32,7 @@ constexpr double screenShare = 0.85;
 
 QLabel* makeIcon(QWidget* parent) {
     auto* const icon = new QLabel(parent);
-    const QIcon image(QStringLiteral(":/images/Popup_I.png"));
+    const QIcon image = drawnImage(QStringLiteral("Popup_I"));
     icon->setPixmap(image.pixmap(QSize(iconSize, iconSize), parent->devicePixelRatioF()));
     icon->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
     return icon;

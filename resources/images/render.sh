@@ -3,10 +3,14 @@
 set -eu
 cd "$(dirname "$0")"
 
-# image NAME SIZE: NAME.png, and NAME@2x.png for screens of double density.
+# image NAME SIZE: NAME.png, and NAME@2x.png and NAME@3x.png for denser screens. What lies between
+# is drawn down from the next one, which stays sharp; drawn up it would not.
 image() {
     rsvg-convert --width "$2" --height "$2" --output "$1.png" "src/$1.svg"
-    rsvg-convert --width "$(($2 * 2))" --height "$(($2 * 2))" --output "$1@2x.png" "src/$1.svg"
+    for density in 2 3; do
+        side="$(($2 * density))"
+        rsvg-convert --width "$side" --height "$side" --output "$1@${density}x.png" "src/$1.svg"
+    done
 }
 
 # icon SIZE SOURCE: the application icon at one size of the icon theme.

@@ -6,6 +6,8 @@ import hashlib
 import http.server
 import os
 import random
+import shutil
+import subprocess
 import threading
 import unittest
 
@@ -212,6 +214,16 @@ class UpdateTest(ProgramTest):
         self.app.close()
         window.wait_for(window.Dialog(main_window).is_gone, "the main window to go")
 
+    def check_icon(self, title):
+        """The window manager was given the program's icon for the window."""
+        if shutil.which("xprop") is None or shutil.which("xdotool") is None:
+            return
+        number = subprocess.run(["xdotool", "search", "--name", f"^{title}$"], check=True,
+                                stdout=subprocess.PIPE).stdout.split()[-1].decode()
+        shown = subprocess.run(["xprop", "-id", number, "_NET_WM_ICON"], check=True,
+                               stdout=subprocess.PIPE).stdout
+        self.assertIn(b"Icon (", shown)
+
     def check_told_where_it_is(self):
         """The box about an installer that nothing opens; ends the program with it."""
         alert = window.wait_for(
@@ -240,6 +252,7 @@ class Download(UpdateTest):
         self.assertEqual([text("IDS_BTN_POPUP_OK"), text("IDS_BTN_POPUP_CANCEL")],
                          [name for name in box.buttons if name])
         self.assertFalse(os.path.exists(self.downloads))
+        self.check_icon(text("IDS_TXT_UPDATE_TITLE"))
         self.screen("question")
         bar = self.accept(box)
         for share in (0.1, 0.25, 0.5):

@@ -113,8 +113,14 @@ QString TextDelegate::displayText(const QVariant& value, const QLocale& locale) 
 void TextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     option->features &= ~QStyleOptionViewItem::HasDecoration;
-    option->textElideMode =
-        index.column() == static_cast<int>(TableColumn::Name) ? Qt::ElideMiddle : Qt::ElideRight;
+    const bool isName = index.column() == static_cast<int>(TableColumn::Name);
+    option->textElideMode = isName ? Qt::ElideMiddle : Qt::ElideRight;
+    // Each name runs in its own direction: "2024 (1).mp4" is not to end in its year.
+    if (isName && option->direction == Qt::RightToLeft) {
+        constexpr QChar firstStrongIsolate(0x2068);
+        constexpr QChar popDirectionalIsolate(0x2069);
+        option->text = firstStrongIsolate + option->text + popDirectionalIsolate;
+    }
 }
 
 bool TextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

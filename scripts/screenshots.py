@@ -32,7 +32,8 @@ PALETTES = {
     "high-contrast": ("0,0,0", "255,255,255", "0,0,0", "255,255,255", "0,0,0", "255,255,255",
                       "255,255,0", "0,0,0"),
 }
-NAMES = ("Morning Walk.mp4", "Evening.mp4", "A week in the mountains, with all of the family.mp4")
+NAMES = ("Morning Walk.mp4", "2024-05-01 Evening (2).mp4",
+         "A week in the mountains, with all of the family.mp4")
 
 
 def languages():
@@ -48,8 +49,8 @@ def use_palette(name, home):
     groups = zip(("Window", "View", "Button", "Selection"), colours[::2], colours[1::2])
     with open(os.path.join(home, ".config", "kdeglobals"), "w", encoding="ascii") as file:
         for group, ground, text_colour in groups:
-            file.write(f"[Colors:{group}]\nBackgroundNormal={ground}\nBackgroundAlternate={ground}\n"
-                       f"ForegroundNormal={text_colour}\n")
+            file.write(f"[Colors:{group}]\nBackgroundNormal={ground}\n"
+                       f"BackgroundAlternate={ground}\nForegroundNormal={text_colour}\n")
     os.environ.update(XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5")
 
 

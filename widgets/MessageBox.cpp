@@ -146,6 +146,9 @@ QLayout* MessageBox::makeButtons(const QStringList& titles) {
     for (int index = 0; index < shown.size(); ++index) {
         auto* const button = new QPushButton(shown[index], this);
         button->setObjectName(QStringLiteral("popUpButton%1").arg(firstButtonCode + index));
+        // Some styles leave a text no room at its sides.
+        button->setMinimumWidth(fontMetrics().size(Qt::TextShowMnemonic, shown[index]).width() +
+                                2 * margin);
         connect(button, &QPushButton::clicked, this, [this, index] {
             answer_ = firstButtonCode + index;
             accept();

@@ -63,12 +63,13 @@ void BoxAnswers::look() {
         button->click();
 }
 
-ControllerFixture::ControllerFixture(std::chrono::milliseconds second) : second_(second) {
+ControllerFixture::ControllerFixture(std::chrono::milliseconds second, const QLocale& locale)
+    : second_(second) {
     for (const QString& folder : {documents(), movies(), resources()})
         QDir().mkpath(folder);
     encoderLog_ = installFakeEncoder(resources());
-    strings_ = std::make_unique<StringTable>(QStringLiteral(REELSHIFT_TEST_RESOURCES),
-                                             QLocale(QLocale::English));
+    strings_ = std::make_unique<StringTable>(QStringLiteral(REELSHIFT_TEST_RESOURCES), locale);
+    QApplication::setLayoutDirection(strings_->direction());
     start();
 }
 

@@ -6,6 +6,7 @@
 #include "platform/desktop/FakeVolumes.h"
 #include "platform/desktop/FileManager.h"
 
+#include <QLocale>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -62,7 +63,8 @@ private:
 /// with the fake encoder and a second of 50 ms.
 class ControllerFixture final {
 public:
-    explicit ControllerFixture(std::chrono::milliseconds second = std::chrono::milliseconds(50));
+    explicit ControllerFixture(std::chrono::milliseconds second = std::chrono::milliseconds(50),
+                               const QLocale& locale = QLocale(QLocale::English));
     ~ControllerFixture();
     Q_DISABLE_COPY_MOVE(ControllerFixture)
 

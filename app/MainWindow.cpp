@@ -6,9 +6,11 @@
 #include "ui_MainWindow.h"
 #include "widgets/Announcer.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QWindow>
 
 namespace {
 
@@ -23,6 +25,8 @@ std::unique_ptr<Ui::MainWindow> setUpForm(QMainWindow* window) {
 MainWindow::MainWindow()
     : form_(setUpForm(this)), keys_(this, *form_), announcer_(new Announcer(this)) {
     setWindowIcon(applicationIcon());
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::becomeActive,
+            Qt::QueuedConnection);
     // The caption beside the check box is a label of its own; a click on it is meant for the box.
     form_->openFldrAftrFnsh->installEventFilter(this);
     form_->openFolderCheckBtn->setPalette(CheckDelegate::boxPalette(palette()));
@@ -56,6 +60,26 @@ void MainWindow::setTexts() {
     form_->comboBox->setToolTip(getLocalString("IDS_TIP_PROFILE"));
     form_->theTableNew->setTexts();
     widenButtons();
+}
+
+// A panel that is confirmed while its list of completions is open leaves the list behind for as
+// long as its movies are being added, and meanwhile the toolkit makes no window active: the keys
+// would come here, but no control would have the focus or show it.
+bool MainWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowUnblocked) {
+        while (QWidget* const left = QApplication::activePopupWidget()) {
+            if (!left->close())
+                break;
+        }
+        QMetaObject::invokeMethod(this, &MainWindow::becomeActive, Qt::QueuedConnection);
+    }
+    return QMainWindow::event(event);
+}
+
+void MainWindow::becomeActive() {
+    if (QGuiApplication::focusWindow() == windowHandle() && !QApplication::activeWindow() &&
+        !QApplication::activePopupWidget())
+        QApplication::setActiveWindow(this);
 }
 
 void MainWindow::setTip(QAbstractButton* button, const char* id) {

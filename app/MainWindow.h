@@ -34,12 +34,14 @@ public:
     void setCloseHandler(std::function<bool()> handler) { closeHandler_ = std::move(handler); }
 
 protected:
+    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void widenButtons();
+    void becomeActive();
     void setTip(QAbstractButton* button, const char* id);
 
     const std::unique_ptr<Ui::MainWindow> form_;

@@ -35,6 +35,10 @@ void KXDownloadController::awakeFromNib() {
     ui_->downloadQuest->setText(getLocalString("IDS_TXT_NEWVERSION"));
     ui_->okBtn->setText(getLocalString("IDS_BTN_POPUP_OK"));
     ui_->cancelBtn->setText(getLocalString("IDS_BTN_POPUP_CANCEL"));
+    // Some styles leave a text no room at its sides.
+    for (QPushButton* const button : {ui_->okBtn, ui_->cancelBtn})
+        button->setMinimumWidth(fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() +
+                                36);
     ui_->downloadCaption->setText(getLocalString("IDS_TXT_DOWNLOADING"));
     ui_->downloadProgressbar->setAccessibleName(getLocalString("IDS_A11Y_DOWNLOAD_PROGRESS"));
     filePath_ = QString();

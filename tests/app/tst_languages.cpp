@@ -4,6 +4,7 @@
 #include "filelist/FileTableView.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThreadCalls.h"
+#include "update/KXDownloadController.h"
 #include "widgets/BoxDriver.h"
 #include "widgets/ProgressCell.h"
 
@@ -63,6 +64,8 @@ const QList<Box> boxes{
 
 /// The smallest screen that the program is made for, less a frame and a panel.
 constexpr QSize smallestScreen(1024 - 16, 600 - 48);
+/// Where a screen is large enough; the one that nobody sees is not.
+constexpr QSize usualSize(900, 552);
 
 QStringList texts(const Keys& keys) {
     QStringList result;
@@ -71,9 +74,13 @@ QStringList texts(const Keys& keys) {
     return result;
 }
 
+/// A push button also has air at the sides of its text, which the style's hint leaves out.
 bool hasRoom(const QWidget& widget) {
-    return widget.width() >= widget.sizeHint().width() &&
-           widget.height() >= widget.sizeHint().height();
+    int least = widget.sizeHint().width();
+    if (const auto* const button = qobject_cast<const QPushButton*>(&widget))
+        least = std::max(
+            least, button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + 16);
+    return widget.width() >= least && widget.height() >= widget.sizeHint().height();
 }
 
 QByteArray nameOf(const QWidget& widget) {
@@ -147,6 +154,8 @@ private Q_SLOTS:
     void columns();
     void messageBoxes_data();
     void messageBoxes();
+    void updateWindow_data();
+    void updateWindow();
     void arabicIsMirrored();
     void arabicBoxIsMirrored();
     void namesOfFilesKeepTheirOrder_data();
@@ -193,7 +202,7 @@ void TestLanguages::window() {
     const QSize shown = window.minimumSizeHint();
     QVERIFY2(shown.width() <= smallestScreen.width() && shown.height() <= smallestScreen.height(),
              qPrintable(QStringLiteral("%1x%2").arg(shown.width()).arg(shown.height())));
-    window.resize(window.size().boundedTo(smallestScreen));
+    window.resize(usualSize);
     int seen = 0;
     for (const QWidget* const widget : window.findChildren<QWidget*>()) {
         if (!widget->isVisible() ||
@@ -219,6 +228,7 @@ void TestLanguages::columns() {
     const auto program = start(language);
     add(*program, {QStringLiteral("a.mp4")});
     QVERIFY(QTest::qWaitForWindowExposed(&program->app().window()));
+    program->app().window().resize(usualSize);
     FileTableView& view = table(*program);
     const QHeaderView& header = *view.horizontalHeader();
     for (int column = 0; column < header.count(); ++column)
@@ -254,13 +264,7 @@ void TestLanguages::messageBoxes() {
             QVERIFY2(box.width() <= smallestScreen.width(), what);
             QVERIFY2(box.height() <= smallestScreen.height(), what);
             for (const QAbstractButton* const button : box.findChildren<QAbstractButton*>()) {
-                const int air = qobject_cast<const QPushButton*>(button) ? 16 : 0;
                 QVERIFY2(hasRoom(*button), QByteArray(what + ": " + nameOf(*button)));
-                QVERIFY2(
-                    button->width() >=
-                        button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() +
-                            air,
-                    QByteArray(what + ": " + nameOf(*button)));
                 QVERIFY2(box.rect().contains(button->geometry()),
                          QByteArray(what + ": " + nameOf(*button)));
             }
@@ -272,6 +276,26 @@ void TestLanguages::messageBoxes() {
         };
         QCOMPARE(look(request, &program->app().window(), check), 1000);
     }
+}
+
+void TestLanguages::updateWindow_data() {
+    window_data();
+}
+
+void TestLanguages::updateWindow() {
+    QFETCH(QString, language);
+    const StringTable strings(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale(language));
+    QApplication::setLayoutDirection(strings.direction());
+    KXDownloadController window(UpdateSettings{});
+    window.showWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.width() <= smallestScreen.width());
+    const auto* const question = window.findChild<QLabel*>(QStringLiteral("downloadQuest"));
+    QVERIFY(question->height() >= question->heightForWidth(question->width()));
+    const auto* const caption = window.findChild<QLabel*>(QStringLiteral("downloadCaption"));
+    QVERIFY(question->width() >= caption->sizeHint().width());
+    for (const QPushButton* const button : window.findChildren<QPushButton*>())
+        QVERIFY2(hasRoom(*button), nameOf(*button));
 }
 
 void TestLanguages::arabicIsMirrored() {

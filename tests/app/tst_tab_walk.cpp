@@ -3,6 +3,7 @@
 #include "filelist/FileTableView.h"
 
 #include <QAccessible>
+#include <QCheckBox>
 #include <QStyleFactory>
 #include <QTest>
 
@@ -19,6 +20,8 @@ private Q_SLOTS:
     void everyControlIsNamedAndInOrder();
     void theFocusIsSeen_data();
     void theFocusIsSeen();
+    void theLonelyCheckBoxIsSeen_data() { theFocusIsSeen_data(); }
+    void theLonelyCheckBoxIsSeen();
     void itFitsASmallScreen();
 
 private:
@@ -132,6 +135,19 @@ void TestTabWalk::theFocusIsSeen() {
         const int changed = changedPixels(with, pictureOf(*each));
         QVERIFY2(changed >= 20,
                  qPrintable(QStringLiteral("%1: %2 pixels").arg(each->objectName()).arg(changed)));
+    }
+}
+
+// Its caption is a label of its own, so that nothing but its frame shows it.
+void TestTabWalk::theLonelyCheckBoxIsSeen() {
+    QFETCH(int, palette);
+    RunScene scene;
+    QApplication::setPalette(palettes::all[palette].make()); // while the window is open
+    auto* const box = scene.program.widget<QCheckBox>("openFolderCheckBtn");
+    for (const bool isTicked : {false, true}) {
+        box->setChecked(isTicked);
+        const double found = contrastIn(box->grab().toImage());
+        QVERIFY2(found >= 1.4, qPrintable(QString::number(found)));
     }
 }
 

@@ -1,7 +1,8 @@
-// Draws the main window with made-up rows into PNG files, in a light and a dark palette, for a
+// Draws the main window with made-up rows into PNG files, in palettes of all kinds, for a
 // person to look at: window_preview [folder]. With --show it leaves one such window open, for the
 // mouse, the keyboard and a screen reader; what it is asked to do it prints.
 
+#include "Palettes.h"
 #include "filelist/FileTableView.h"
 #include "filelist/StatusWords.h"
 #include "filelist/TableFixture.h"
@@ -20,15 +21,6 @@
 #include <cstdio>
 
 namespace {
-
-QPalette darkPalette() {
-    QPalette palette(QColor(45, 45, 48));
-    palette.setColor(QPalette::Base, QColor(30, 30, 32));
-    palette.setColor(QPalette::AlternateBase, QColor(37, 37, 40));
-    palette.setColor(QPalette::Highlight, QColor(42, 110, 180));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
 
 void fillRows(TableFixture& fixture) {
     const std::array names{"A day at the lake.mp4", "Holiday Video.mp4",
@@ -72,7 +64,7 @@ void label(Ui::MainWindow& ui, TableFixture& fixture) {
 
 struct Look {
     const char* name;
-    bool isDark = false;
+    QPalette (*palette)() = palettes::light;
     bool isRunning = false;
     bool isEmpty = false;
     bool isEditing = false;
@@ -80,8 +72,7 @@ struct Look {
 };
 
 void draw(const Look& look, const QString& folder) {
-    QApplication::setPalette(look.isDark ? darkPalette()
-                                         : QApplication::style()->standardPalette());
+    QApplication::setPalette(look.palette());
     TableFixture fixture;
     QMainWindow window;
     Ui::MainWindow ui;
@@ -146,14 +137,23 @@ int main(int argc, char** argv) {
         return show();
     const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath();
     QDir().mkpath(folder);
-    for (const Look& look : {Look{.name = "light"}, Look{.name = "dark", .isDark = true},
-                             Look{.name = "light_running", .isRunning = true},
-                             Look{.name = "dark_running", .isDark = true, .isRunning = true},
-                             Look{.name = "light_empty", .isEmpty = true},
-                             Look{.name = "dark_empty", .isDark = true, .isEmpty = true},
-                             Look{.name = "light_editing", .isEditing = true},
-                             Look{.name = "light_large", .size = {1400, 800}},
-                             Look{.name = "light_small", .size = {640, 400}}})
+    for (const Look& look :
+         {Look{.name = "light"}, Look{.name = "dark", .palette = palettes::dark},
+          Look{.name = "light_running", .isRunning = true},
+          Look{.name = "dark_running", .palette = palettes::dark, .isRunning = true},
+          Look{.name = "light_empty", .isEmpty = true},
+          Look{.name = "dark_empty", .palette = palettes::dark, .isEmpty = true},
+          Look{.name = "light_editing", .isEditing = true},
+          Look{.name = "contrast_black", .palette = palettes::contrastBlack},
+          Look{.name = "contrast_black_running",
+          .palette = palettes::contrastBlack,
+          .isRunning = true},
+          Look{.name = "contrast_white", .palette = palettes::contrastWhite},
+          Look{.name = "contrast_white_running",
+          .palette = palettes::contrastWhite,
+          .isRunning = true},
+          Look{.name = "light_large", .size = {1400, 800}},
+          Look{.name = "light_small", .size = {640, 400}}})
         draw(look, folder);
     return 0;
 }

@@ -12,6 +12,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace {
 
 std::unique_ptr<Ui::MainWindow> setUpForm(QMainWindow* window) {
@@ -88,7 +90,9 @@ void MainWindow::setTip(QAbstractButton* button, const char* id) {
 
 void MainWindow::fitToScreen() {
     constexpr QSize frame(16, 48); // not known before the window is shown
-    resize(size().boundedTo(screen()->availableSize() - frame));
+    // Wide enough for every text in every language, where the screen is.
+    const QSize wanted(std::max(width(), sizeHint().width()), height());
+    resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
 // Some styles leave a button's text no room at its sides.

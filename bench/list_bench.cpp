@@ -4,7 +4,7 @@
 
 #include "app/AppDelegate.h"
 #include "filelist/FileTableView.h"
-#include "filelist/StatusWords.h"
+#include "filelist/MadeUpRow.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/VolumeInfo.h"
@@ -105,44 +105,17 @@ public:
             QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     }
 
-    /// Rows as an add leaves them, for movies with usual names.
     void addRows(int count) {
         FileList& files = controller_.files();
-        const QString folder = QStringLiteral("/home/somebody/Videos/Holidays 2024");
         for (int i = 0; i < count; ++i) {
-            const int id = static_cast<int>(++controller_.state().itemId);
-            const QString name = QStringLiteral("IMG_20240%1_%2.mp4").arg(i % 10).arg(i, 6);
-            const auto record = std::make_shared<JobRecord>();
-            record->set(key::id, id);
-            record->set(key::name, name);
-            files.check.push_back(1);
-            files.cmb.append(files.cmbItems.at(1));
-            record->set(key::srcpath, QString(folder + u'/' + name));
-            record->set(key::path, QString(u'/' + name));
-            record->set(key::check, 1);
-            record->set(key::audio, QString(QStringLiteral("AA") + QChar(u'C')));
-            record->set(key::video, QString(QStringLiteral("HEV") + QChar(u'C')));
-            record->set(key::duration, QStringLiteral("00:01:%1.00").arg(i % 60, 2));
-            record->set(key::profile, ProfileCatalogue::defaultProfile());
-            record->set(key::profileForCol, files.cmbItems.at(1));
-            record->set(key::status, status::STATWT);
-            record->set(key::progress, getLocalString("IDS_TXT_STATUS_WAITING"));
-            record->set(key::image, rowimage::remove);
-            record->set(key::converted, status::STATWT);
-            record->set(key::conversionstat, status::CONRUNNING);
-            record->set(key::cmb, files.cmbItems.at(1));
-            record->set(key::resolutionID, 3);
-            record->set(key::resolution, QStringLiteral("1920x1080"));
-            files.append(record);
-            files.resolutionListForTable.append(record->text(key::resolution));
+            addMadeUpRow(files, controller_.state(),
+                         QStringLiteral("IMG_20240%1_%2.mp4").arg(i % 10).arg(i, 6));
             // One row in seven shows a bar.
             if (i % 7 == 0) {
                 files.progressObjects.back()->incrementStep(i % 100);
                 files.progressObjects.back()->setBar((i % 100) / 100.0);
             }
-            files.arrayControllerNew.push_back(record);
         }
-        controller_.state().count = files.rowCount();
         view_.fileModel()->reload();
         controller_.window().form().btnRemoveFile->setEnabled(true);
         view_.btnSelectAll()->setChecked(true);

@@ -1,0 +1,198 @@
+// Loaded into the very program that users get (LD_PRELOAD), to use it and to measure it from
+// inside. The program is not built for it and knows nothing of it.
+//
+//     REELSHIFT_BENCH_DO=wait:SECONDS;hold:SECONDS;add:FILE;convert;quit
+//     REELSHIFT_BENCH_OUT=FILE    a line of JSON per step
+//
+// add drops the movies that FILE names, a line each, on the table; convert presses Convert, waits
+// for the summary and presses its first button. hold keeps the main loop from turning, to see that
+// this is noticed.
+
+#include "bench/LoopClock.h"
+
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QDialog>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
+#include <QTableView>
+#include <QThread>
+#include <QTimer>
+#include <QUrl>
+
+#include <cstdlib>
+#include <memory>
+
+#include <sys/resource.h>
+
+namespace {
+
+double cpuSeconds(int who) {
+    rusage used{};
+    getrusage(who, &used);
+    return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+           static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e6;
+}
+
+template <typename Widget> Widget* find(const char* name) {
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+        if (auto* const found = top->findChild<Widget*>(QString::fromLatin1(name)))
+            return found;
+    }
+    return nullptr;
+}
+
+/// Carries the steps out one after the other. Lives as long as the application.
+class Steps final : public QObject {
+public:
+    explicit Steps(QObject* parent)
+        : QObject(parent),
+          steps_(QString::fromLocal8Bit(qgetenv("REELSHIFT_BENCH_DO")).split(u';')),
+          out_(QString::fromLocal8Bit(qgetenv("REELSHIFT_BENCH_OUT"))) {
+        isClockOn_ = LoopClock::start();
+        if (!out_.open(QIODevice::WriteOnly | QIODevice::Append))
+            qFatal("REELSHIFT_BENCH_OUT cannot be written");
+        QTimer::singleShot(0, this, [this] { begin(); });
+    }
+
+private:
+    void begin() {
+        if (steps_.isEmpty())
+            return;
+        step_ = steps_.takeFirst();
+        const QString what = step_.section(u':', 0, 0);
+        const QString with = step_.section(u':', 1);
+        reset();
+        if (what == QStringLiteral("wait"))
+            QTimer::singleShot(static_cast<int>(with.toDouble() * 1000), this, [this] { end(); });
+        else if (what == QStringLiteral("hold"))
+            hold(with.toDouble());
+        else if (what == QStringLiteral("add"))
+            add(with);
+        else if (what == QStringLiteral("convert"))
+            convert();
+        else if (what == QStringLiteral("quit"))
+            find<QWidget>("theTableNew")->window()->close();
+    }
+
+    void reset() {
+        ownAtBegin_ = cpuSeconds(RUSAGE_SELF);
+        childrenAtBegin_ = cpuSeconds(RUSAGE_CHILDREN);
+        timer_.start();
+    }
+
+    /// The gap is the longest one since the step before was noted.
+    void note() {
+        const double seconds = static_cast<double>(timer_.nsecsElapsed()) / 1e9;
+        const double own = cpuSeconds(RUSAGE_SELF) - ownAtBegin_;
+        const double children = cpuSeconds(RUSAGE_CHILDREN) - childrenAtBegin_;
+        long turns = 0;
+        const LoopClock::Gap gap = LoopClock::takeLongest(turns);
+        out_.write(QStringLiteral("{\"step\": \"%1\", \"seconds\": %2, \"own_cpu\": %3, "
+                                  "\"children_cpu\": %4, \"gap_ms\": %5, \"gap_cpu_ms\": %6, "
+                                  "\"turns\": %7, \"clock\": %8}\n")
+                       .arg(step_.section(u':', 0, 0))
+                       .arg(seconds, 0, 'f', 6)
+                       .arg(own, 0, 'f', 6)
+                       .arg(children, 0, 'f', 6)
+                       .arg(gap.milliseconds, 0, 'f', 3)
+                       .arg(gap.cpuMilliseconds, 0, 'f', 3)
+                       .arg(turns)
+                       .arg(isClockOn_ ? 1 : 0)
+                       .toUtf8());
+        out_.flush();
+    }
+
+    void end() {
+        note();
+        QTimer::singleShot(0, this, [this] { begin(); });
+    }
+
+    void hold(double seconds) {
+        QThread::usleep(static_cast<unsigned long>(seconds * 1e6));
+        // A gap ends with the next poll.
+        QTimer::singleShot(50, this, [this] { end(); });
+    }
+
+    void add(const QString& list) {
+        QFile file(list);
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("the list of movies cannot be read");
+        QList<QUrl> urls;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            if (!line.isEmpty())
+                urls += QUrl::fromLocalFile(QString::fromLocal8Bit(line));
+        }
+        auto* const table = find<QTableView>("theTableNew");
+        const int wanted = table->model()->rowCount() + static_cast<int>(urls.size());
+        const auto watch = std::make_shared<QMetaObject::Connection>();
+        *watch = connect(table->model(), &QAbstractItemModel::rowsInserted, this,
+                         [this, table, wanted, watch] {
+                             if (table->model()->rowCount() < wanted)
+                                 return;
+                             disconnect(*watch);
+                             // The add comes to its end before the loop turns again.
+                             QTimer::singleShot(0, this, [this] { end(); });
+                         });
+        QMimeData mime;
+        mime.setUrls(urls);
+        const QPoint place = table->viewport()->rect().center();
+        const Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent enter(place, offered, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(table->viewport(), &enter);
+        QDragMoveEvent move(place, offered, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(table->viewport(), &move);
+        QDropEvent drop(place, offered, &mime, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(table->viewport(), &drop);
+    }
+
+    void convert() {
+        qApp->installEventFilter(this);
+        find<QPushButton>("btnConvertFile")->click();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* const box = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
+        if (!box)
+            return false;
+        qApp->removeEventFilter(this);
+        note();
+        const QPointer<QDialog> summary = box;
+        QTimer::singleShot(0, this, [this, summary] { answer(summary); });
+        return false;
+    }
+
+    void answer(const QPointer<QDialog>& summary) {
+        auto* const button =
+            summary ? summary->findChild<QPushButton*>(QStringLiteral("popUpButton1000")) : nullptr;
+        if (button)
+            button->click();
+        // In the box's own loop still: what comes next waits until it is left.
+        QTimer::singleShot(200, this, [this] { begin(); });
+    }
+
+    QStringList steps_;
+    QString step_;
+    QFile out_;
+    bool isClockOn_ = false;
+    QElapsedTimer timer_;
+    double ownAtBegin_ = 0;
+    double childrenAtBegin_ = 0;
+};
+
+void startSteps() {
+    if (!qEnvironmentVariableIsSet("REELSHIFT_BENCH_DO"))
+        return;
+    // The encoder is not to be measured.
+    unsetenv("LD_PRELOAD");
+    new Steps(QCoreApplication::instance());
+}
+
+} // namespace
+
+Q_COREAPP_STARTUP_FUNCTION(startSteps)

@@ -5,6 +5,8 @@
 #include "widgets/Announcer.h"
 #include "widgets/ProgressCell.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <utility>
 
@@ -53,10 +55,13 @@ void RowAnnouncements::look() {
         }
     }
     // Ids are never used twice, so what stays of removed rows does no harm but fill memory.
-    if (known_.size() > 2 * model_.rowCount() + 100)
-        known_.removeIf([this](const std::pair<const int&, QString&>& each) {
-            return model_.rowOfId(each.first) < 0;
-        });
+    if (known_.size() <= 2 * model_.rowCount() + 100)
+        return;
+    QSet<int> ids;
+    for (int row = 0; row < model_.rowCount(); ++row)
+        ids.insert(model_.index(row, 0).data(FileTableModel::IdRole).toInt());
+    known_.removeIf(
+        [&](const std::pair<const int&, QString&>& each) { return !ids.contains(each.first); });
 }
 
 QString RowAnnouncements::statusAt(int row) const {

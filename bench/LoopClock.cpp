@@ -1,9 +1,15 @@
 #include "bench/LoopClock.h"
 
+#include <array>
+#include <cstdlib>
+#include <cstring>
+
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <poll.h>
 #include <pthread.h>
 #include <time.h>
+#include <unistd.h>
 
 namespace {
 
@@ -18,6 +24,7 @@ pthread_t mainThread;
 bool isTurning = false;
 double turnBegan = 0;
 double cpuAtBegin = 0;
+double queuedAtBegin = 0;
 long turnCount = 0;
 LoopClock::Gap longest;
 
@@ -27,19 +34,30 @@ double now(clockid_t clock) {
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
+/// Milliseconds that the calling thread was ready and did not run.
+double queued() {
+    static const int file = open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC);
+    std::array<char, 128> text{};
+    if (file < 0 || pread(file, text.data(), text.size() - 1, 0) <= 0)
+        return 0;
+    const char* const second = std::strchr(text.data(), ' ');
+    return second ? std::strtod(second, nullptr) / 1e6 : 0;
+}
+
 int timedPoll(pollfd* descriptors, unsigned count, int timeout) {
     if (!pthread_equal(pthread_self(), mainThread))
         return realPoll(descriptors, count, timeout);
     if (isTurning) {
         const double gap = now(CLOCK_MONOTONIC) - turnBegan;
         if (gap > longest.milliseconds)
-            longest = {gap, now(CLOCK_THREAD_CPUTIME_ID) - cpuAtBegin};
+            longest = {gap, now(CLOCK_THREAD_CPUTIME_ID) - cpuAtBegin, queued() - queuedAtBegin};
     }
     const int result = realPoll(descriptors, count, timeout);
     isTurning = true;
     ++turnCount;
     turnBegan = now(CLOCK_MONOTONIC);
     cpuAtBegin = now(CLOCK_THREAD_CPUTIME_ID);
+    queuedAtBegin = queued();
     return result;
 }
 

@@ -8,7 +8,9 @@ namespace LoopClock {
 
 struct Gap {
     double milliseconds = 0;
-    double cpuMilliseconds = 0; ///< of the main thread in that time
+    // Of the main thread in that time; what is left it was blocked.
+    double cpuMilliseconds = 0;    ///< on a processor
+    double queuedMilliseconds = 0; ///< ready to run, and others were let run
 };
 
 /// False where the main loop does not stand on GLib.

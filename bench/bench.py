@@ -55,7 +55,7 @@ class Bench:
         self.home = os.path.join(folder, "home")
         self.documents = os.path.join(self.home, "Documents")
         os.makedirs(self.documents)
-        self.gaps = []  # (milliseconds, of which on the processor, where)
+        self.gaps = []  # (milliseconds, of which on a processor, waiting for one, where)
 
     # What is run
 
@@ -98,7 +98,8 @@ class Bench:
         for step in noted:
             if not step["clock"]:
                 raise RuntimeError("the main loop does not stand on GLib: no gap is measured")
-            self.gaps.append((step["gap_ms"], step["gap_cpu_ms"], f"{where}, {step['step']}"))
+            self.gaps.append((step["gap_ms"], step["gap_cpu_ms"], step["gap_queued_ms"],
+                              f"{where}, {step['step']}"))
         return noted
 
     def by_hand(self, commands):
@@ -238,21 +239,27 @@ class Bench:
         seconds = self.by_hand(commands)["seconds"]
         self.clear_outputs()
         note(f"a piece takes {seconds:.1f} s, with the program {time.monotonic() - begin:.1f} s")
-        copies = int((LEAST_ENCODE * (0.3 if self.quick else 1.25)) / seconds) + 1
-        movie = make_hevc(os.path.join(self.home, "Videos", "long.mp4"), "1280x720", 10, copies)
+        least = LEAST_ENCODE * (0.3 if self.quick else 1)
+        copies = int(least * 1.2 / seconds) + 1
+        movie = None
         shares, lengths = [], []
-        for _ in range(rounds):
+        while len(shares) < rounds:
+            if movie is None:
+                movie = make_hevc(os.path.join(self.home, "Videos", "long.mp4"), "1280x720", 10,
+                                  copies)
             run = self.use([f"add:{self.list_of([movie])}", "convert", "wait:0.5"],
                            "a long encode")[1]
             if len(self.outputs()) != 1:
                 raise RuntimeError("the movie was not converted")
             self.clear_outputs()
+            if run["seconds"] < least:  # the machine has become faster: once more, with more of it
+                copies = int(copies * least * 1.3 / run["seconds"]) + 1
+                movie = None
+                continue
             shares.append(100 * run["own_cpu"] / run["children_cpu"])
             lengths.append(run["seconds"])
-        is_long_enough = self.quick or min(lengths) >= LEAST_ENCODE
         yield Row(f"own CPU over an encode of {min(lengths):.0f} s, against the encoder's",
-                  f"{median(shares):.2f} %" + ("" if is_long_enough else " (too short)"),
-                  "under 1 %", median(shares) < 1 and is_long_enough, spread(shares, "{:.3f}"))
+                  f"{median(shares):.2f} %", "under 1 %", median(shares) < 1, spread(shares, "{:.3f}"))
 
     def adding(self):
         count, rounds = (50, 2) if self.quick else (200, 3)
@@ -280,12 +287,14 @@ class Bench:
             raise RuntimeError(f"a main loop that was held for 150 ms was seen to be for {held} ms")
         for _ in range(2 if self.quick else 4):
             self.use(["wait:3"], "the start and an empty list")
-        longest = max(self.gaps)
-        others = sorted({round(gap) for gap, _, _ in self.gaps}, reverse=True)[1:4]
+        gaps = sorted(self.gaps, reverse=True)
+        for gap in gaps[:8]:
+            note("{:.1f} ms, {:.1f} on a processor, {:.1f} waiting for one: {}".format(*gap))
+        longest, own, queued, where = gaps[0]
         yield Row("longest gap between two turns of the main loop in all of the above",
-                  f"{longest[0]:.0f} ms, {longest[1]:.0f} ms of it on the processor "
-                  f"({longest[2]})", "under 100 ms", longest[0] < 100,
-                  "next: " + ", ".join(f"{each} ms" for each in others))
+                  f"{longest:.0f} ms, of which {own:.0f} ms on a processor and {queued:.0f} ms "
+                  f"waiting for one ({where})", "under 100 ms", longest < 100,
+                  "next: " + ", ".join(f"{each[0]:.0f} ms" for each in gaps[1:4]))
 
     def rows(self):
         rounds = 2 if self.quick else 5
@@ -304,11 +313,12 @@ class Bench:
                   ["paint_p95"], 16)
         yield row("a check-box edit, the slowest of ten", ["edit_max"], 50)
         yield row("Select All, the slowest of four", ["select_all_max"], 50)
-        removals = ["remove_every_second", "remove_in_one_piece"]
-        yield row("removing 5,000 checked rows", removals, 250)
+        halves = ["remove_every_second", "remove_in_one_piece"]
+        yield row("removing 5,000 checked rows", halves, 250)
+        removals = halves + ["remove_most"]
         growth = [max(median(of(name, long)) / median(of(name)) for name in removals)]
         at_length = [max(each[name] for name in removals) for each in long]
-        yield Row("removing half of 100,000 rows, against half of 10,000",
+        yield Row("removing half or most of 100,000 rows, against 10,000",
                   f"{growth[0]:.1f} times ({median(at_length):.0f} ms)",
                   "linear: some 10 times (a square would be 100)",
                   growth[0] <= 15, spread(at_length, "{:.0f} ms"))

@@ -3,6 +3,7 @@
 //     list_bench ROWS             a line "NAME VALUE" per figure, milliseconds or bytes
 
 #include "app/AppDelegate.h"
+#include "bench/LoopClock.h"
 #include "filelist/FileTableView.h"
 #include "filelist/MadeUpRow.h"
 #include "platform/LocalizedStrings.h"
@@ -30,6 +31,7 @@ namespace {
 
 constexpr int scrollSteps = 200;
 constexpr int edits = 10;
+constexpr int quietTime = 500; // ms; what is put off for a moment comes within
 
 double milliseconds(qint64 nanoseconds) {
     return static_cast<double>(nanoseconds) / 1e6;
@@ -101,7 +103,7 @@ public:
     void settle() {
         QElapsedTimer quiet;
         quiet.start();
-        while (quiet.elapsed() < 200)
+        while (quiet.elapsed() < quietTime)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     }
 
@@ -121,8 +123,8 @@ public:
         view_.btnSelectAll()->setChecked(true);
     }
 
-    /// Does something and lets the window show it; how long the main loop was held.
-    template <typename Action> double timed(Action action) {
+    /// Does something and lets the window show it; how long that took.
+    template <typename Action> double untilPainted(Action action) {
         const auto paintsBefore = application_.paints.size();
         QElapsedTimer timer;
         timer.start();
@@ -135,11 +137,21 @@ public:
         return milliseconds(timer.nsecsElapsed());
     }
 
+    /// The same, or how long the main loop was held afterwards where that is longer.
+    template <typename Action> double held(Action action) {
+        settle();
+        long turns = 0;
+        (void)LoopClock::takeLongest(turns);
+        const double time = untilPainted(action);
+        settle();
+        return std::max(time, LoopClock::takeLongest(turns).milliseconds);
+    }
+
     void scroll() {
         QScrollBar& bar = *view_.verticalScrollBar();
         application_.paints.clear();
         for (int step = 1; step <= scrollSteps; ++step)
-            timed([&] {
+            untilPainted([&] {
                 bar.setValue(static_cast<int>(qint64(bar.maximum()) * step / scrollSteps));
             });
         std::vector<double> paints = application_.paints;
@@ -155,10 +167,9 @@ public:
         for (int i = 1; i <= edits; ++i) {
             const QModelIndex cell = view_.fileModel()->index(top + i % 5 + 1, 0);
             const int before = cell.data(Qt::CheckStateRole).toInt();
-            slowest = std::max(slowest, timed([&] { click(view_.visualRect(cell).center()); }));
+            slowest = std::max(slowest, held([&] { click(view_.visualRect(cell).center()); }));
             if (cell.data(Qt::CheckStateRole).toInt() == before)
                 qFatal("the click checked nothing");
-            settle(); // or two clicks would be a double click
         }
         print("edit_max", slowest);
     }
@@ -166,22 +177,23 @@ public:
     void selectAll() {
         double slowest = 0;
         for (int i = 0; i < 4; ++i)
-            slowest = std::max(slowest, timed([&] { view_.btnSelectAll()->click(); }));
+            slowest = std::max(slowest, held([&] { view_.btnSelectAll()->click(); }));
         print("select_all_max", slowest);
     }
 
-    /// Removes half of the rows, every second one or those in the middle.
-    double removeHalf(bool everySecond) {
+    /// Removes the rows for which `goes` answers true.
+    template <typename Goes> double remove(Goes goes) {
         FileList& files = controller_.files();
-        const int rows = files.rowCount();
-        for (int row = 0; row < rows; ++row) {
-            const bool goes = everySecond ? row % 2 == 0 : row >= rows / 4 && row < rows * 3 / 4;
-            files.check[static_cast<size_t>(row)] = goes;
-            files.recordAt(row)->set(key::check, goes ? 1 : 0);
+        int staying = 0;
+        for (int row = 0; row < files.rowCount(); ++row) {
+            const int checked = goes(row, files.rowCount()) ? 1 : 0;
+            files.check[static_cast<size_t>(row)] = checked;
+            files.recordAt(row)->set(key::check, checked);
+            staying += 1 - checked;
         }
-        const double time = timed([&] { controller_.window().form().btnRemoveFile->click(); });
-        if (files.rowCount() != rows - rows / 2 || view_.fileModel()->rowCount() != rows - rows / 2)
-            qFatal("not half of the rows went");
+        const double time = held([&] { controller_.window().form().btnRemoveFile->click(); });
+        if (files.rowCount() != staying || view_.fileModel()->rowCount() != staying)
+            qFatal("other rows went than were checked");
         return time;
     }
 
@@ -206,6 +218,8 @@ private:
 
 int main(int argc, char* argv[]) {
     TimedApplication application(argc, argv);
+    if (!LoopClock::start())
+        qFatal("the main loop does not stand on GLib");
     const int rows = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 10000;
     const QTemporaryDir home;
     const StringTable strings(QStringLiteral(REELSHIFT_BENCH_RESOURCES), QLocale(QLocale::English));
@@ -230,10 +244,12 @@ int main(int argc, char* argv[]) {
     bench.scroll();
     bench.edit();
     bench.selectAll();
-    print("remove_every_second", bench.removeHalf(true));
+    print("remove_every_second", bench.remove([](int row, int) { return row % 2 == 0; }));
     bench.addRows(rows - controller.files().rowCount());
-    bench.settle();
-    print("remove_in_one_piece", bench.removeHalf(false));
+    print("remove_in_one_piece",
+          bench.remove([](int row, int count) { return row >= count / 4 && row < count * 3 / 4; }));
+    bench.addRows(rows - controller.files().rowCount());
+    print("remove_most", bench.remove([](int row, int) { return row % 5 != 0; }));
     (void)controller.finish();
     return 0;
 }

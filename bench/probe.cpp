@@ -95,13 +95,14 @@ private:
         const LoopClock::Gap gap = LoopClock::takeLongest(turns);
         out_.write(QStringLiteral("{\"step\": \"%1\", \"seconds\": %2, \"own_cpu\": %3, "
                                   "\"children_cpu\": %4, \"gap_ms\": %5, \"gap_cpu_ms\": %6, "
-                                  "\"turns\": %7, \"clock\": %8}\n")
+                                  "\"gap_queued_ms\": %7, \"turns\": %8, \"clock\": %9}\n")
                        .arg(step_.section(u':', 0, 0))
                        .arg(seconds, 0, 'f', 6)
                        .arg(own, 0, 'f', 6)
                        .arg(children, 0, 'f', 6)
                        .arg(gap.milliseconds, 0, 'f', 3)
                        .arg(gap.cpuMilliseconds, 0, 'f', 3)
+                       .arg(gap.queuedMilliseconds, 0, 'f', 3)
                        .arg(turns)
                        .arg(isClockOn_ ? 1 : 0)
                        .toUtf8());

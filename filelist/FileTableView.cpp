@@ -355,8 +355,8 @@ void FileTableView::paintEvent(QPaintEvent* event) {
     QColor faint = palette().color(QPalette::Text);
     faint.setAlphaF(0.6F);
     painter.setPen(faint);
-    painter.drawText(viewport()->rect().adjusted(24, 0, -24, 0),
-                     Qt::AlignCenter | Qt::TextWordWrap, getLocalString("IDS_TXT_EMPTY_LIST"));
+    painter.drawText(viewport()->rect().adjusted(24, 0, -24, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     getLocalString("IDS_TXT_EMPTY_LIST"));
 }
 
 void FileTableView::resizeEvent(QResizeEvent* event) {

@@ -44,11 +44,6 @@ PipeState readAvailable(int fd, QByteArray& buffer, qsizetype most) {
     return taken > 0 ? PipeState::Data : PipeState::Empty;
 }
 
-qsizetype bytesWaiting(int fd) {
-    int bytes = 0;
-    return fd >= 0 && ::ioctl(fd, FIONREAD, &bytes) == 0 ? bytes : 0;
-}
-
 } // namespace
 
 ChildProcess::ChildProcess(ChildProcesses& owner, std::function<void()> onEnd)
@@ -77,21 +72,14 @@ ChildProcess::Read ChildProcess::read(QByteArray& buffer,
     const auto deadline = limit ? std::optional(Clock::now() + *limit) : std::nullopt;
     for (;;) {
         // Asked before the pipe is read: what an ended process said is in the pipe by now.
-        const bool hasEnded = end().has_value();
-        if (hasEnded && !leftAtEnd_)
-            leftAtEnd_ = bytesWaiting(readEnd_);
-        const qsizetype most = std::min<qsizetype>(leftAtEnd_.value_or(largestRead), largestRead);
-        if (readEnd_ >= 0 && !endOfStream_ && most > 0) {
-            const qsizetype before = buffer.size();
-            const PipeState state = readAvailable(readEnd_, buffer, most);
-            if (leftAtEnd_)
-                *leftAtEnd_ -= buffer.size() - before;
+        if (end())
+            return readLastWords(buffer);
+        if (readEnd_ >= 0 && !endOfStream_) {
+            const PipeState state = readAvailable(readEnd_, buffer, largestRead);
             if (state == PipeState::Data)
                 return Read::Data;
             endOfStream_ = state == PipeState::EndOfStream;
         }
-        if (hasEnded)
-            return Read::Ended;
 
         std::array<pollfd, 2> waited{pollfd{wakeFd_, POLLIN, 0},
                                      pollfd{endOfStream_ ? -1 : readEnd_, POLLIN, 0}};
@@ -104,6 +92,26 @@ ChildProcess::Read ChildProcess::read(QByteArray& buffer,
                 return Read::Woken;
         }
     }
+}
+
+// All of it as one piece, so that a grandchild that goes on speaking is not listened to any longer.
+ChildProcess::Read ChildProcess::readLastWords(QByteArray& buffer) {
+    if (!lastWordsUntil_)
+        lastWordsUntil_ = Clock::now() + lastWords;
+    const qsizetype before = buffer.size();
+    while (readEnd_ >= 0 && !endOfStream_ && buffer.size() - before < largestRead) {
+        const qsizetype most = largestRead - (buffer.size() - before);
+        const PipeState state = readAvailable(readEnd_, buffer, most);
+        endOfStream_ = state == PipeState::EndOfStream;
+        if (state != PipeState::Empty)
+            continue;
+        pollfd waited{readEnd_, POLLIN, 0};
+        if (::poll(&waited, 1, millisecondsUntil(lastWordsUntil_)) == 0)
+            endOfStream_ = true;
+    }
+    // What a full read leaves is more than a pipe holds, or a grandchild's.
+    endOfStream_ = true;
+    return buffer.size() > before ? Read::Data : Read::Ended;
 }
 
 void ChildProcess::wakeReader() {

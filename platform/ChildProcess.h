@@ -51,11 +51,13 @@ public:
     [[nodiscard]] std::optional<ProcessEnd> waitForEnd(std::chrono::milliseconds limit) const;
 
     /// Appends what standard error holds now, at most `largestRead` bytes; blocks while there is
-    /// nothing, up to `limit` where one is given. The end is the process's own: a grandchild that
-    /// holds the pipe is not waited for. One reader thread.
+    /// nothing, up to `limit` where one is given. The end is the process's own. What it said may
+    /// still be on its way then, through a filter of its own: the end of the stream is waited for,
+    /// but no longer than `lastWords`, because a grandchild may hold the pipe. One reader thread.
     [[nodiscard]] Read read(QByteArray& buffer,
                             std::optional<std::chrono::milliseconds> limit = std::nullopt);
     static constexpr int largestRead = 1 << 20;
+    static constexpr std::chrono::milliseconds lastWords{2000};
     /// Ends a read() that is under way, or the next one.
     void wakeReader();
 
@@ -72,6 +74,7 @@ private:
 
     ChildProcess(ChildProcesses& owner, std::function<void()> onEnd);
     void setEnd(ProcessEnd end);
+    [[nodiscard]] Read readLastWords(QByteArray& buffer);
     void drainWakeups() const;
 
     ChildProcesses& owner_;
@@ -81,9 +84,8 @@ private:
     int readEnd_ = -1;
     int wakeFd_ = -1;
     bool endOfStream_ = false;
-    /// What was in the pipe when the end was seen and is not read yet: what a grandchild adds
-    /// later is not waited for.
-    std::optional<qsizetype> leftAtEnd_;
+    /// Where the end has been seen: the moment up to which the stream is read.
+    std::optional<std::chrono::steady_clock::time_point> lastWordsUntil_;
 
     mutable std::mutex mutex_;
     mutable std::condition_variable ended_;

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void wakesBeforeOneReadAreOne();
     void dataComesBeforeAWake();
     void endComesInsteadOfAWake();
+    void wordsThatAreStillOnTheirWayAreRead();
     void grandchildDoesNotDelayTheEnd();
     void grandchildThatStillSpeaksDoesNotDelayTheEnd();
     void closedStreamIsNotTheEnd();
@@ -156,6 +157,18 @@ void TestChildProcessReading::endComesInsteadOfAWake() {
     QCOMPARE(child->read(text, longEnough), Read::Data);
     QCOMPARE(text, QByteArray("last\n"));
     QCOMPARE(child->read(text, longEnough), Read::Ended);
+}
+
+void TestChildProcessReading::wordsThatAreStillOnTheirWayAreRead() {
+    // As through a filter, which has passed on what it has read only after the end.
+    const auto child = shell(u"{ sleep 0.3; echo first >&2; sleep 0.1; echo last >&2; } &"_s);
+    QVERIFY(child->waitForEnd(longEnough));
+    QByteArray text;
+    const auto before = std::chrono::steady_clock::now();
+    while (child->read(text, longEnough) == Read::Data) {
+    }
+    QCOMPARE(text, QByteArray("first\nlast\n"));
+    QVERIFY(std::chrono::steady_clock::now() - before < ChildProcess::lastWords);
 }
 
 void TestChildProcessReading::grandchildDoesNotDelayTheEnd() {

@@ -103,6 +103,12 @@ struct EncoderStart {
     return log;
 }
 
+/// Makes the encoder of that folder behave as a release, e.g. "7.1" or "7.1 without-x264".
+[[nodiscard]] inline bool setEncoderRelease(const QString& folder, const QString& release) {
+    QFile file(QDir(folder).filePath(QStringLiteral("ffmpeg.release")));
+    return file.open(QIODevice::WriteOnly) && file.write(release.toUtf8()) >= 0;
+}
+
 [[nodiscard]] inline QList<EncoderStart> readEncoderStarts(const QString& log) {
     QList<EncoderStart> starts;
     QFile file(log);

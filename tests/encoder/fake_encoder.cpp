@@ -1,6 +1,7 @@
 // A stand-in for the ffmpeg program whose behaviour is written in the movie that it is given: see
 // README.md in this folder for the script language.
 #include "encoder/FfmpegText.h"
+#include "encoder/Release.h"
 #include "encoder/Script.h"
 
 #include <algorithm>
@@ -44,6 +45,8 @@ public:
     int run();
 
 private:
+    void readRelease();
+    bool answerQuestion();
     int probe();
     int encode();
     [[nodiscard]] fake::Steps encodeSteps() const;
@@ -64,6 +67,7 @@ private:
     void holdAlone(const std::string& path) const;
 
     std::vector<std::string> arguments_;
+    fake::Release release_;
     fake::Script script_;
     fake::Movie movie_;
     std::string output_;
@@ -71,6 +75,7 @@ private:
     OnTerm onTerm_ = OnTerm::Finish;
     int outputFile_ = -1;
     bool overwrite_ = false;
+    bool quality_ = false;
 };
 
 void appendLine(const std::string& path, const std::string& line, int flags) {
@@ -94,15 +99,25 @@ int Encoder::run() {
     const std::string standing = arguments_.front() + ".log";
     if (exists(standing))
         logStart(standing);
+    readRelease();
+    if (answerQuestion())
+        return 0;
     for (std::size_t i = 1; i < arguments_.size(); ++i) {
         if (arguments_[i] == "-i" && i + 1 < arguments_.size())
             movie_.path = arguments_[++i];
         else if (arguments_[i] == "-y")
             overwrite_ = true;
+        else if (arguments_[i] == "-psnr" && movie_.path.empty())
+            quality_ = true;
         else if (i + 1 == arguments_.size())
             output_ = arguments_[i];
     }
-    sayAll(fake::banner());
+    sayAll(release_.banner());
+    if (quality_ && !release_.knowsQualityReport()) {
+        say("Unrecognized option 'psnr'.\n"
+            "Error splitting the argument list: Option not found\n");
+        return 8;
+    }
     if (movie_.path.empty()) {
         say(fake::usage());
         return 1;
@@ -113,6 +128,31 @@ int Encoder::run() {
         return 1;
     }
     return output_.empty() ? probe() : encode();
+}
+
+/// What stands in a file `ffmpeg.release` beside the program.
+void Encoder::readRelease() {
+    std::string text;
+    if (std::FILE* file = std::fopen((arguments_.front() + ".release").c_str(), "re")) {
+        for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file))
+            text += static_cast<char>(c);
+        std::fclose(file);
+    }
+    release_ = fake::Release(text);
+    // Without the file it is one for tests that do not ask for the quality.
+    quality_ = text.empty();
+}
+
+bool Encoder::answerQuestion() {
+    const auto question = std::find(arguments_.begin(), arguments_.end(), "-h");
+    if (arguments_.end() - question < 2)
+        return false;
+    if (std::find(arguments_.begin(), question, "-hide_banner") == question)
+        sayAll(release_.banner());
+    const std::string answer =
+        *(question + 1) == "long" ? release_.longHelp() : release_.encoderHelp();
+    std::fputs(answer.c_str(), stdout);
+    return true;
 }
 
 int Encoder::probe() {
@@ -128,6 +168,10 @@ int Encoder::encode() {
     if (exists(output_) && !overwrite_) {
         sayAll(fake::inputReport(movie_));
         say("File '" + output_ + "' already exists. Overwrite? [y/N] Not overwriting - exiting\n");
+        return 1;
+    }
+    if (!release_.hasX264()) {
+        say("Unknown encoder 'libx264'\n");
         return 1;
     }
     onTerm(OnTerm::Finish);
@@ -232,10 +276,12 @@ bool Encoder::playOutput(const fake::Step& step) {
         sayAll(fake::outputReport(movie_, output_));
     } else if (step.command == "progress") {
         position_ = step.text;
-        say(fake::progressLine(step.text));
+        say(release_.progressLine(step.text));
+    } else if (step.command == "write-failure") {
+        sayAll(release_.writeFailure(step.text));
     } else if (step.command == "summary") {
         position_ = step.text;
-        say(fake::summaryLine(step.text));
+        say(release_.summaryLine(step.text, quality_));
         sayAll(fake::closingLines());
     } else {
         return false;
@@ -344,7 +390,7 @@ void Encoder::reactToSignal() {
     const int number = receivedSignal;
     receivedSignal = 0;
     if (onTerm_ == OnTerm::Finish) {
-        say(fake::summaryLine(position_));
+        say(release_.summaryLine(position_, quality_));
         sayAll(fake::closingLines());
         say("Exiting normally, received signal " + std::to_string(number) + ".\n");
     }

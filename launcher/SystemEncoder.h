@@ -1,0 +1,11 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The system's ffmpeg: the first one in `searchPath` (as PATH has it) that may be run and is not
+/// this launcher, nor one of another installation, which would look for one in its turn. `self` is
+/// the program that runs now. Only folders with a whole path count.
+[[nodiscard]] std::optional<std::string> findSystemEncoder(std::string_view searchPath,
+                                                           const std::string& self);

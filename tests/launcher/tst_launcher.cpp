@@ -1,0 +1,387 @@
+#include "encoder/ScriptedMovie.h"
+#include "launcher/LaunchedEncoder.h"
+#include "launcher/Words.h"
+#include "platform/ChildProbe.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <signal.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray quality("LPSNR=");
+
+bool isGone(pid_t pid) {
+    return QTest::qWaitFor([&] { return isDead(pid); }, 10000);
+}
+
+} // namespace
+
+/// The launcher in front of a scripted ffmpeg that is like one release or another.
+class TestLauncher final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { folder_.reset(); }
+
+    void anExaminationCostsNothing();
+    void releases_data();
+    void releases();
+    void aWriteFailure_data();
+    void aWriteFailure();
+    void handsEverythingOn();
+
+    void noEncoder_data();
+    void noEncoder();
+    void anEncoderThatCannotBeStarted();
+    void withoutX264_data();
+    void withoutX264();
+    void anAnswerThatSaysNothing();
+
+    void passesOnAtOnce();
+    void theStopIsTheEncodersAlone();
+    void signalsToTheGroupAreTheEncodersAlone();
+    void endsWithItsEncoder_data();
+    void endsWithItsEncoder();
+    void aGrandchildDoesNotHoldTheStream();
+    void aReaderThatGoesAway();
+    void aReaderThatDoesNotRead();
+    void aStreamThatDoesNotBlock();
+    void diesWithTheProgram_data();
+    void diesWithTheProgram();
+
+private:
+    [[nodiscard]] QString system() const { return folder_->path(); }
+    [[nodiscard]] QString path(const QString& name) const { return folder_->filePath(name); }
+    [[nodiscard]] QStringList job(std::initializer_list<const char*> encode) const;
+    void beRelease(const QString& release) { QVERIFY(setEncoderRelease(system(), release)); }
+    void beScript(const QByteArray& script);
+    void touch(const QString& name) const {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    QString log_;
+};
+
+void TestLauncher::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    log_ = installFakeEncoder(system());
+    QVERIFY(!log_.isEmpty());
+    beRelease(u"7.1"_s);
+}
+
+QStringList TestLauncher::job(std::initializer_list<const char*> encode) const {
+    const QString movie = ScriptedMovie(system(), u"a.mp4"_s).encode(encode).write();
+    return {u"-psnr"_s, u"-i"_s, movie, u"-codec:v"_s, u"libx264"_s, path(u"out.mp4"_s)};
+}
+
+void TestLauncher::beScript(const QByteArray& script) {
+    const QString encoder = path(u"ffmpeg"_s);
+    QVERIFY(QFile::remove(encoder));
+    QFile file(encoder);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write("#!/bin/sh\n" + script), script.size() + 10);
+    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+}
+
+void TestLauncher::anExaminationCostsNothing() {
+    const QString movie = ScriptedMovie(system(), u"a.mp4"_s).write();
+    for (const QStringList& arguments : {QStringList{u"-i"_s, movie}, QStringList{}}) {
+        QVERIFY(QFile(log_).resize(0));
+        LaunchedEncoder encoder(system(), arguments);
+        const pid_t pid = encoder.pid();
+        QVERIFY(encoder.readToEnd());
+        QCOMPARE(encoder.waitForEnd(), 1);
+        // The same process, and nothing was asked before.
+        const QList<EncoderStart> starts = readEncoderStarts(log_);
+        QCOMPARE(starts.size(), 1);
+        QCOMPARE(starts[0].pid, qint64{pid});
+        QCOMPARE(starts[0].arguments, arguments);
+        QVERIFY(encoder.said().startsWith("ffmpeg version 7.1 "));
+    }
+}
+
+void TestLauncher::releases_data() {
+    QTest::addColumn<bool>("keepsTheOption");
+    for (const char* release : {"4.4", "5.1", "5.1.9"})
+        QTest::newRow(release) << true;
+    for (const char* release : {"6.0", "6.1", "7.0", "7.1.1", "8.0", "8.1", "9.0"})
+        QTest::newRow(release) << false;
+}
+
+void TestLauncher::releases() {
+    QFETCH(const bool, keepsTheOption);
+    beRelease(QString::fromLatin1(QTest::currentDataTag()));
+    const QStringList arguments =
+        job({"create", "header", "progress 2", "progress 7.5", "write 10", "summary 10"});
+    LaunchedEncoder encoder(system(), arguments);
+    const pid_t pid = encoder.pid();
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), 0);
+
+    const QList<EncoderStart> starts = readEncoderStarts(log_);
+    QCOMPARE(starts.size(), 2);
+    QCOMPARE(starts[0].arguments, (QStringList{u"-h"_s, u"long"_s}));
+    QCOMPARE(starts[1].pid, qint64{pid});
+    QCOMPARE(starts[1].arguments, keepsTheOption ? arguments : arguments.mid(1));
+
+    const QByteArray& said = encoder.said();
+    QCOMPARE(said.count(quality), 1);
+    QVERIFY(!said.contains("Lsize="));
+    QCOMPARE(said.count("ffmpeg version"), 1);
+    const qsizetype summary = said.indexOf(quality);
+    QVERIFY(said.lastIndexOf("\rframe=", summary) > 0);
+    QVERIFY(said.indexOf("time=00:00:10.00", summary) > summary);
+    QVERIFY(said.contains("time=00:00:07.50"));
+    QVERIFY(said.contains("size="));
+    QCOMPARE(QFile(path(u"out.mp4"_s)).size(), 10);
+}
+
+void TestLauncher::aWriteFailure_data() {
+    QTest::addColumn<int>("unused");
+    for (const char* release : {"5.1", "6.0", "6.1", "7.0", "7.1", "8.0", "9.0"})
+        QTest::newRow(release) << 0;
+}
+
+void TestLauncher::aWriteFailure() {
+    beRelease(QString::fromLatin1(QTest::currentDataTag()));
+    LaunchedEncoder encoder(
+        system(), job({"create", "header", "progress 2", "write-failure No space left on device",
+                       "summary 2", "print Conversion failed!\\n", "exit 228"}));
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), 228);
+    QVERIFY(encoder.said().contains("av_interleaved_write_frame(): No space left on device\n"));
+    QVERIFY(encoder.said().contains("Error writing trailer of "));
+    // Which would be a movie that cannot be converted.
+    QVERIFY(!encoder.said().contains("error"));
+    QCOMPARE(encoder.said().count(quality), 1);
+}
+
+void TestLauncher::handsEverythingOn() {
+    beScript(
+        "[ \"$1\" = -h ] || [ \"$2\" = -h ] && exit\n"
+        "echo \"$LAUNCHED|$(readlink /proc/self/fd/0)|$$|$(cut -d' ' -f5,6 /proc/$$/stat)|$#|$*\""
+        " >&2\n");
+    LaunchedEncoder encoder(system() + u":/usr/bin:/bin"_s,
+                            {u"-y"_s, u"-psnr"_s, u"-i"_s, u"a b"_s, u""_s, u"c\nd"_s});
+    const QString group = u"%1 %2"_s.arg(::getpgrp()).arg(::getsid(0));
+    const QString expected =
+        u"as it is|/dev/null|%1|%2|5|-y -i a b  c\nd\n"_s.arg(encoder.pid()).arg(group);
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(QString::fromUtf8(encoder.said()), expected);
+    QCOMPARE(encoder.waitForEnd(), 0);
+}
+
+void TestLauncher::noEncoder_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("examination") << QStringList{u"-i"_s, u"a.mp4"_s};
+    QTest::newRow("job") << QStringList{u"-psnr"_s, u"-i"_s, u"a.mp4"_s, u"b.mp4"_s};
+    QTest::newRow("nothing") << QStringList{};
+}
+
+void TestLauncher::noEncoder() {
+    QFETCH(const QStringList, arguments);
+    for (const QString& searchPath : {u"/nowhere"_s, u""_s, u".:"_s}) {
+        LaunchedEncoder encoder(searchPath, arguments);
+        QVERIFY(encoder.readToEnd());
+        QCOMPARE(encoder.waitForEnd(), missingEncoderStatus);
+        QVERIFY(encoder.said().startsWith(missingEncoderWords));
+        QCOMPARE(encoder.said().count('\n'), 1);
+        QVERIFY(encoder.said().endsWith('\n'));
+    }
+}
+
+void TestLauncher::anEncoderThatCannotBeStarted() {
+    beScript("exit 0\n");
+    QVERIFY(QFile::remove(path(u"ffmpeg"_s)));
+    QFile file(path(u"ffmpeg"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write("no program\n") > 0);
+    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    file.close();
+    LaunchedEncoder encoder(system(), {u"-i"_s, u"a.mp4"_s});
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), missingEncoderStatus);
+    QVERIFY(encoder.said().startsWith(missingEncoderWords));
+}
+
+void TestLauncher::withoutX264_data() {
+    QTest::addColumn<int>("unused");
+    for (const char* release : {"4.4", "6.1", "7.1"})
+        QTest::newRow(release) << 0;
+}
+
+void TestLauncher::withoutX264() {
+    beRelease(QString::fromLatin1(QTest::currentDataTag()) + u" without-x264"_s);
+    LaunchedEncoder encoder(system(), job({"create", "summary 10"}));
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), unsuitableEncoderStatus);
+    QVERIFY(encoder.said().startsWith(unsuitableEncoderWords));
+    QCOMPARE(encoder.said().count('\n'), 1);
+    QVERIFY(!QFile::exists(path(u"out.mp4"_s)));
+    // A movie can be examined with it all the same.
+    LaunchedEncoder examination(system(), {u"-i"_s, path(u"a.mp4"_s)});
+    QVERIFY(examination.waitFor("Video: hevc"));
+}
+
+/// One that does not say how it was built, nor anything else to a question, is tried.
+void TestLauncher::anAnswerThatSaysNothing() {
+    beScript("[ \"$1\" = -h ] || [ \"$2\" = -h ] && exit\n"
+             "printf 'frame=  1 Lsize= 1kB time=1\\n' >&2\n");
+    LaunchedEncoder encoder(system(), {u"-psnr"_s, u"-i"_s, u"a"_s, u"b"_s});
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.said(),
+             QByteArray("frame=  1 LPSNR=Y:nan U:nan V:nan *:nan size= 1kB time=1\n"));
+    QCOMPARE(encoder.waitForEnd(), 0);
+}
+
+void TestLauncher::passesOnAtOnce() {
+    LaunchedEncoder encoder(
+        system(), job({"print one", "wait-file 1", "print  two\\nframe=  1 f", "wait-file 2",
+                       "print ps= 1 size= 1kB time=0\\r", "wait-file 3", "summary 10"}));
+    QVERIFY(encoder.waitFor("one"));
+    touch(u"1"_s);
+    QVERIFY(encoder.waitFor(" two\nframe=  1 f"));
+    touch(u"2"_s);
+    QVERIFY(encoder.waitFor("ps= 1 size= 1kB time=0\r"));
+    touch(u"3"_s);
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), 0);
+    QVERIFY(encoder.said().contains(quality));
+}
+
+void TestLauncher::theStopIsTheEncodersAlone() {
+    LaunchedEncoder encoder(system(), job({"progress 1", "wait-file go", "summary 10"}));
+    QVERIFY(encoder.waitFor("time=00:00:01.00"));
+    const pid_t filter = encoder.filter();
+    QVERIFY(filter > 0);
+    QCOMPARE(::kill(encoder.pid(), SIGSTOP), 0);
+    QTRY_COMPARE(stateOfProcess(encoder.pid()), 'T');
+    QCOMPARE(stateOfProcess(filter), 'S');
+    touch(u"go"_s);
+    QCOMPARE(::kill(encoder.pid(), SIGCONT), 0);
+    QVERIFY(encoder.readToEnd());
+    QVERIFY(encoder.said().contains(quality));
+    QCOMPARE(encoder.waitForEnd(), 0);
+    QVERIFY(isGone(filter));
+}
+
+void TestLauncher::signalsToTheGroupAreTheEncodersAlone() {
+    LaunchedEncoder encoder(system(), job({"progress 1", "hang"}));
+    QVERIFY(encoder.waitFor("time=00:00:01.00"));
+    const pid_t filter = encoder.filter();
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP})
+        QCOMPARE(::kill(filter, number), 0);
+    QCOMPARE(::kill(encoder.pid(), SIGTERM), 0);
+    QVERIFY(encoder.readToEnd());
+    // Asked to end it says its last report all the same.
+    QVERIFY(encoder.said().contains(quality));
+    QVERIFY(encoder.said().endsWith("Exiting normally, received signal 15.\n"));
+    QCOMPARE(encoder.waitForEnd(), 255);
+    QVERIFY(isGone(filter));
+}
+
+void TestLauncher::endsWithItsEncoder_data() {
+    QTest::addColumn<int>("number");
+    QTest::newRow("killed") << SIGKILL;
+    QTest::newRow("crashed") << SIGSEGV;
+}
+
+void TestLauncher::endsWithItsEncoder() {
+    QFETCH(const int, number);
+    LaunchedEncoder encoder(system(), job({"progress 1", "print last words", "hang"}));
+    QVERIFY(encoder.waitFor("time=00:00:01.00"));
+    const pid_t filter = encoder.filter();
+    QCOMPARE(::kill(encoder.pid(), number), 0);
+    QVERIFY(encoder.readToEnd());
+    QVERIFY(encoder.said().endsWith("last words"));
+    QCOMPARE(encoder.waitForEnd(), -number);
+    QVERIFY(isGone(filter));
+}
+
+void TestLauncher::aGrandchildDoesNotHoldTheStream() {
+    LaunchedEncoder encoder(system(), job({"grandchild 25000", "summary 10"}));
+    QVERIFY(encoder.readToEnd()); // within 20 s
+    QVERIFY(encoder.said().contains(quality));
+    QCOMPARE(encoder.waitForEnd(), 0);
+}
+
+void TestLauncher::aReaderThatGoesAway() {
+    LaunchedEncoder encoder(system(),
+                            job({"progress 1", "wait-file go", "flood 1000000", "summary 10"}));
+    QVERIFY(encoder.waitFor("time=00:00:01.00"));
+    const pid_t filter = encoder.filter();
+    encoder.closeReadEnd();
+    QVERIFY(isGone(filter));
+    touch(u"go"_s);
+    // As when it writes to the closed stream itself.
+    QCOMPARE(encoder.waitForEnd(), 0);
+}
+
+void TestLauncher::aReaderThatDoesNotRead() {
+    LaunchedEncoder encoder(system(), job({"flood 3000000", "summary 10"}));
+    // Both pipes are full then, and nothing is gathered in between.
+    QTRY_VERIFY(encoder.filter() > 0 && encoder.bytesWaiting() > 60000 &&
+                stateOfProcess(encoder.pid()) == 'S' && stateOfProcess(encoder.filter()) == 'S');
+    const pid_t filter = encoder.filter();
+    QVERIFY(encoder.readToEnd());
+    QVERIFY(encoder.said().size() > 3000000);
+    QCOMPARE(encoder.said().count(quality), 1);
+    QCOMPARE(encoder.waitForEnd(), 0);
+    QVERIFY(isGone(filter));
+}
+
+void TestLauncher::aStreamThatDoesNotBlock() {
+    LaunchedEncoder encoder(system(), job({"flood 3000000", "summary 10"}),
+                            LaunchedEncoder::Stream::NonBlocking);
+    QTRY_VERIFY(encoder.bytesWaiting() > 60000);
+    QVERIFY(encoder.readToEnd());
+    QVERIFY(encoder.said().size() > 3000000);
+    QCOMPARE(encoder.said().count(quality), 1);
+    QCOMPARE(encoder.waitForEnd(), 0);
+}
+
+void TestLauncher::diesWithTheProgram_data() {
+    QTest::addColumn<QString>("mode");
+    QTest::newRow("running") << u"running"_s;
+    QTest::newRow("suspended") << u"suspended"_s;
+}
+
+void TestLauncher::diesWithTheProgram() {
+    QFETCH(const QString, mode);
+    QProcess host;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"PATH"_s, system());
+    host.setProcessEnvironment(environment);
+    // The stop comes to the launcher while it asks, or to the encoder; both end with the program.
+    host.start(QStringLiteral(REELSHIFT_CHILDPROCESS_HOST),
+               QStringList{mode, QStringLiteral(REELSHIFT_LAUNCHER)} +
+                   job({"progress 1", "touch begun", "hang"}));
+    QVERIFY(host.waitForStarted());
+    QTRY_VERIFY(host.canReadLine());
+    const pid_t encoder = host.readLine().trimmed().toInt();
+    QVERIFY(encoder > 0);
+    if (mode == u"running")
+        QTRY_VERIFY(QFile::exists(path(u"begun"_s)));
+    else
+        QCOMPARE(stateOfProcess(encoder), 'T');
+    QFile children(u"/proc/%1/task/%1/children"_s.arg(encoder));
+    QVERIFY(children.open(QIODevice::ReadOnly));
+    const QByteArrayList others = children.readAll().simplified().split(' ');
+    host.kill();
+    QVERIFY(isGone(encoder));
+    for (const QByteArray& each : others)
+        QVERIFY(each.isEmpty() || isGone(each.toInt()));
+    QVERIFY(host.state() == QProcess::NotRunning || host.waitForFinished());
+}
+
+QTEST_GUILESS_MAIN(TestLauncher)
+#include "tst_launcher.moc"

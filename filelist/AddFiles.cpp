@@ -145,6 +145,8 @@ void AddFiles::examine(const JobRecordPtr& record, const QString& path) {
     const QString report = parts_.probe.getVideoInfo2(path, parts_.files.rowCount());
     if (parts_.probe.isEncoderMissing())
         tellEncoderMissing();
+    if (parts_.probe.isEncoderUnsuitable())
+        tellEncoderUnsuitable();
     try {
         takeReport(*record, report);
     } catch (const std::out_of_range&) {
@@ -214,6 +216,14 @@ void AddFiles::tellEncoderMissing() {
         return;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg({getLocalString("IDS_TXT_ENCODER_MISSING"), getLocalString("IDS_BTN_POPUP_OK")});
+}
+
+void AddFiles::tellEncoderUnsuitable() {
+    if (parts_.isCloseAsked() || std::exchange(encoderUnsuitableTold_, true))
+        return;
+    PopUpBoxes(parts_.window.boxParent())
+        .PopUpMesg(
+            {getLocalString("IDS_TXT_ENCODER_UNSUITABLE"), getLocalString("IDS_BTN_POPUP_OK")});
 }
 
 void AddFiles::refreshCount() {

@@ -64,10 +64,12 @@ private:
     void undoHalfBuilt(const JobRecordPtr& record);
     void tellUnsupported();
     void tellEncoderMissing();
+    void tellEncoderUnsuitable();
     void refreshCount();
 
     const Parts parts_;
     int resolutionId_ = 0;
     bool unsupportedTold_ = false;
     bool encoderMissingTold_ = false;
+    bool encoderUnsuitableTold_ = false;
 };

@@ -1,6 +1,7 @@
 #include "filelist/MovieProbe.h"
 
 #include "filelist/FileList.h"
+#include "media/EncoderBuild.h"
 #include "media/ReportBlanking.h"
 #include "media/ReportText.h"
 #include "media/RetryProbeReader.h"
@@ -49,9 +50,12 @@ QString MovieProbe::getVideoInfo2(const QString& moviePath, int rowNumber) {
         report->append(chunk);
         return ProbeRunner::Answer::ReadOn;
     });
+    encoderUnsuitable_ = false;
     if (result != ProbeRunner::Result::Ended)
         return QString();
-    return blankReport(report->text(), {moviePath});
+    const QString text = blankReport(report->text(), {moviePath});
+    encoderUnsuitable_ = saysThereIsNoX264(text);
+    return text;
 }
 
 void MovieProbe::getVideoInfo(const QString& moviePath, int rowNumber) {

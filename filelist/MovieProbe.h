@@ -16,6 +16,8 @@ public:
 
     /// Whether the last probe found no program to run.
     [[nodiscard]] bool isEncoderMissing() const { return encoderMissing_; }
+    /// Whether the last whole report says that ffmpeg cannot encode H.264.
+    [[nodiscard]] bool isEncoderUnsuitable() const { return encoderUnsuitable_; }
     /// Whether the last probe was killed because it would not end.
     [[nodiscard]] bool gaveUp() const { return gaveUp_; }
 
@@ -32,5 +34,6 @@ private:
     FileList& files_;
     SharedState& state_;
     bool encoderMissing_ = false;
+    bool encoderUnsuitable_ = false;
     bool gaveUp_ = false;
 };

@@ -1,5 +1,6 @@
 #include "media/ProbeRunner.h"
 
+#include "launcher/Words.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
 #include "platform/MainThread.h"
@@ -15,26 +16,40 @@ namespace {
 
 constexpr auto longestGoodbye = 500ms;
 
-bool readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
-               std::chrono::milliseconds patience) {
+using Result = ProbeRunner::Result;
+
+/// The launcher's own way of saying that there is no ffmpeg; both, because a movie has no say in
+/// how a program ends.
+bool isMissing(const ChildProcess& child, const QByteArray& firstWords) {
+    const auto end = child.end();
+    return end && end->how == ProcessEnd::How::Exited && end->code == missingEncoderStatus &&
+           firstWords.startsWith(missingEncoderWords);
+}
+
+Result readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
+                 std::chrono::milliseconds patience) {
     // One that goes on speaking, as about a playlist with missing parts, has its limit too.
     const auto deadline = std::chrono::steady_clock::now() + 2 * patience;
+    QByteArray firstWords;
     for (;;) {
         QByteArray chunk;
         if (std::chrono::steady_clock::now() >= deadline) {
             child.kill();
-            return false;
+            return Result::Silent;
         }
         switch (child.read(chunk, patience)) {
         case ChildProcess::Read::Data:
+            if (firstWords.size() < qsizetype{sizeof missingEncoderWords})
+                firstWords +=
+                    chunk.first(qMin(chunk.size(), qsizetype{sizeof missingEncoderWords}));
             if (handler(chunk) == ProbeRunner::Answer::Interrupt)
                 child.interrupt();
             break;
         case ChildProcess::Read::Ended:
-            return true;
+            return isMissing(child, firstWords) ? Result::FailedToStart : Result::Ended;
         case ChildProcess::Read::TimedOut:
             child.kill();
-            return false;
+            return Result::Silent;
         case ChildProcess::Read::Woken:
             break;
         }
@@ -53,12 +68,11 @@ ProbeRunner::Result ProbeRunner::run(const QString& moviePath, ChunkHandler hand
         return Result::FailedToStart;
     const auto readerGone = std::make_shared<std::binary_semaphore>(0);
     try {
-        const bool spoke = mainThread_.waitForResult(
+        return mainThread_.waitForResult(
             [child, handler = std::move(handler), patience = patience_, readerGone] {
                 const auto leave = qScopeGuard([&] { readerGone->release(); });
                 return readToEnd(*child, handler, patience);
             });
-        return spoke ? Result::Ended : Result::Silent;
     } catch (const Cancelled&) {
         // The reader may be about to signal the child, which others own.
         child->kill();

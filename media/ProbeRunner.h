@@ -15,7 +15,7 @@ class ProbeRunner final {
 public:
     enum class Result {
         Ended,         ///< with whatever status: ffmpeg always misses an output
-        FailedToStart, ///< the program is missing or cannot be executed
+        FailedToStart, ///< the program is missing or cannot be executed, or says so of ffmpeg
         Silent         ///< killed after `patience` without a word, or after twice that in all
     };
 

@@ -88,6 +88,7 @@ void ControllerFixture::start() {
 
 ControllerFixture::~ControllerFixture() {
     quit();
+    qputenv("PATH", searchPath_);
 }
 
 ScriptedMovie ControllerFixture::movie(const QString& name) const {
@@ -150,4 +151,19 @@ bool ControllerFixture::useRealEncoder() {
     const QString encoder = QStandardPaths::findExecutable(QStringLiteral("ffmpeg"));
     const QString link = resources() + QStringLiteral("/ffmpeg");
     return !encoder.isEmpty() && QFile::remove(link) && QFile::link(encoder, link);
+}
+
+void ControllerFixture::useLauncher(const QString& release) {
+    const QString launcher = resources() + QStringLiteral("/ffmpeg");
+    QVERIFY(QFile::remove(launcher));
+    QVERIFY(QFile::link(QStringLiteral(REELSHIFT_LAUNCHER), launcher));
+    const QString system = path(QStringLiteral("system"));
+    if (release.isEmpty()) {
+        QVERIFY(QDir(system).removeRecursively());
+    } else {
+        encoderLog_ = installFakeEncoder(system);
+        QVERIFY(!encoderLog_.isEmpty());
+        QVERIFY(setEncoderRelease(system, release));
+    }
+    qputenv("PATH", QFile::encodeName(system));
 }

@@ -108,6 +108,9 @@ public:
     void restart();
     /// Puts the real ffmpeg in the fake one's place; false where there is none.
     [[nodiscard]] bool useRealEncoder();
+    /// Puts the launcher in the fake encoder's place, and the fake encoder, as that release of
+    /// ffmpeg, into a folder of the system; none at all where `release` is empty.
+    void useLauncher(const QString& release);
 
     BoxAnswers boxes;
     FakeVolumes volumes;
@@ -119,6 +122,7 @@ private:
     const std::chrono::milliseconds second_;
     QTemporaryDir folder_;
     QString encoderLog_;
+    const QByteArray searchPath_ = qgetenv("PATH");
     std::unique_ptr<StringTable> strings_;
     std::unique_ptr<AppDelegate> controller_;
 };

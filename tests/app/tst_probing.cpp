@@ -34,6 +34,10 @@ private Q_SLOTS:
     void encoderMissing();
     void encoderMissingWithMoviesInTheList();
     void encoderMayNotBeRun();
+    void theLauncherFindsNoEncoder();
+    void anEncoderThatOnlyEndsLikeAMissingOne();
+    void theEncoderLacksX264();
+    void theTitleSaysThatTheEncoderLacksX264();
 
 private:
     /// Starts of the encoder on a movie with nothing but that.
@@ -338,6 +342,53 @@ void TestProbing::encoderMayNotBeRun() {
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
     QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_ENCODER_MISSING")});
     QCOMPARE(program.files().rowCount(), 0);
+}
+
+void TestProbing::theLauncherFindsNoEncoder() {
+    ControllerFixture program;
+    program.useLauncher(QString());
+    const QString path = program.movie(QStringLiteral("a.mp4")).write();
+    program.boxes.promise(1000);
+    program.add({path, path});
+    program.drop({path});
+    QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_ENCODER_MISSING")});
+    QCOMPARE(program.files().rowCount(), 0);
+    QVERIFY(areInStep(program.files()));
+
+    program.useLauncher(QStringLiteral("7.1"));
+    program.add({path});
+    QCOMPARE(program.files().rowCount(), 1);
+    QCOMPARE(program.boxes.seen.size(), 1);
+}
+
+void TestProbing::anEncoderThatOnlyEndsLikeAMissingOne() {
+    ControllerFixture program;
+    program.add({program.movie(QStringLiteral("a.mp4")).write()});
+    program.boxes.promise(1000);
+    program.add({program.movie(QStringLiteral("b.mp4")).probeSteps({"exit 127"}).write()});
+    QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_UNSUPPORTED")});
+}
+
+void TestProbing::theEncoderLacksX264() {
+    ControllerFixture program;
+    program.useLauncher(QStringLiteral("7.1 without-x264"));
+    const QString path = program.movie(QStringLiteral("a.mp4")).write();
+    program.boxes.promise(1000);
+    program.add({path, path});
+    program.add({path});
+    // Once a session, and the movies are added.
+    QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_ENCODER_UNSUITABLE")});
+    QCOMPARE(program.files().rowCount(), 3);
+    QVERIFY(areInStep(program.files()));
+}
+
+void TestProbing::theTitleSaysThatTheEncoderLacksX264() {
+    ControllerFixture program;
+    program.add({program.movie(QStringLiteral("a.mp4"))
+                     .probeSteps({"report title=\"x\n  configuration: --enable-gpl\""})
+                     .write()});
+    QVERIFY(program.boxes.messages().isEmpty());
+    QCOMPARE(program.files().rowCount(), 1);
 }
 
 QTEST_MAIN(TestProbing)

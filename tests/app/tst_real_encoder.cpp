@@ -14,7 +14,7 @@ constexpr int skipError = 1001;
 
 } // namespace
 
-/// Runs with the installed ffmpeg and movies that it really decodes.
+/// Runs with the installed ffmpeg, through the launcher, and movies that it really decodes.
 class TestRealEncoder final : public QObject {
     Q_OBJECT
 
@@ -48,16 +48,15 @@ void TestRealEncoder::initTestCase() {
         QSKIP(qPrintable(movies_.missing()));
 }
 
-/// Puts the real encoder in the fake one's place; `before` is what a shell does before it.
+/// Puts the launcher in the fake encoder's place; `before` is what a shell does before it.
 void TestRealEncoder::install(ControllerFixture& program, const QByteArray& before) const {
     const QString encoder = program.resources() + QStringLiteral("/ffmpeg");
     QVERIFY(QFile::remove(encoder));
     if (before.isEmpty()) {
-        QVERIFY(QFile::link(movies_.ffmpeg(), encoder));
+        QVERIFY(QFile::link(QStringLiteral(REELSHIFT_LAUNCHER), encoder));
         return;
     }
-    writeContent(encoder,
-                 "#!/bin/sh\n" + before + "\nexec '" + movies_.ffmpeg().toUtf8() + "' \"$@\"\n");
+    writeContent(encoder, "#!/bin/sh\n" + before + "\nexec '" REELSHIFT_LAUNCHER "' \"$@\"\n");
     QVERIFY(QFile::setPermissions(encoder, QFile::ReadOwner | QFile::ExeOwner));
 }
 

@@ -365,6 +365,10 @@ class Application:
 
     def encoders(self):
         """The process numbers of the encoders that run for this program's user."""
+        return self.processes("ffmpeg")
+
+    def processes(self, name):
+        """The process numbers of the programs of that name that run for this program's user."""
         mark = b"HOME=" + os.fsencode(self.home)
         found = []
         for pid in filter(str.isdigit, os.listdir("/proc")):
@@ -375,6 +379,6 @@ class Application:
                     head, tail = file.read().rsplit(b")", 1)
             except OSError:
                 continue
-            if ours and head.endswith(b"(ffmpeg") and tail.split()[0] != b"Z":
+            if ours and head.endswith(b"(" + name.encode()) and tail.split()[0] != b"Z":
                 found.append(int(pid))
         return found

@@ -79,7 +79,7 @@ double luminance(const QColor& colour) {
 
 /// How well two colours can be told apart, from 1 to 21.
 double contrast(const QColor& one, const QColor& other) {
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
     return (light + 0.05) / (dark + 0.05);
 }
 

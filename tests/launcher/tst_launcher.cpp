@@ -297,8 +297,10 @@ void TestLauncher::endsWithItsEncoder_data() {
 
 void TestLauncher::endsWithItsEncoder() {
     QFETCH(const int, number);
-    LaunchedEncoder encoder(system(), job({"progress 1", "print last words", "hang"}));
+    LaunchedEncoder encoder(system(),
+                            job({"progress 1", "print last words", "touch said", "hang"}));
     QVERIFY(encoder.waitFor("time=00:00:01.00"));
+    QTRY_VERIFY(QFile::exists(path(u"said"_s)));
     const pid_t filter = encoder.filter();
     QCOMPARE(::kill(encoder.pid(), number), 0);
     QVERIFY(encoder.readToEnd());

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/MainThreadCalls.h"
+#include "platform/WorkerThreads.h"
 
 #include <QObject>
 
 #include <chrono>
-#include <thread>
 
 /// The main thread as the others see it: closures run on it from its event loop, and its own
 /// waits leave that loop turning. Main thread unless said otherwise; owned by the controller.
@@ -36,39 +36,30 @@ public:
     void waitFor(std::chrono::milliseconds time);
     /// Runs `work`, which may hang for a while, on a thread of its own, and waits for its result
     /// as above. What it throws is thrown here. A thread that still hangs when the program closes
-    /// is left behind: `work` must own what it uses.
+    /// is left behind: `work` must own what it uses. Throws std::system_error where no thread can
+    /// be had.
     template <typename Work> auto waitForResult(Work work) -> std::invoke_result_t<Work&> {
-        using Result = std::invoke_result_t<Work&>;
-        struct Shared {
-            std::mutex mutex;
-            std::optional<Result> result;
-            std::exception_ptr thrown;
-            bool done = false;
-        };
-        const auto shared = std::make_shared<Shared>();
-        std::thread([shared, work = std::move(work), wakeUp = waker()]() mutable {
-            std::optional<Result> result;
-            std::exception_ptr thrown;
-            try {
-                result.emplace(work());
-            } catch (...) {
-                thrown = std::current_exception();
-            }
-            {
-                const std::lock_guard lock(shared->mutex);
-                shared->result = std::move(result);
-                shared->thrown = thrown;
-                shared->done = true;
-            }
-            wakeUp();
-        }).detach();
+        const auto shared = startHelper(std::move(work));
         waitUntil([&] {
             const std::lock_guard lock(shared->mutex);
             return shared->done;
         });
-        if (shared->thrown)
-            std::rethrow_exception(shared->thrown);
-        return std::move(*shared->result);
+        return shared->take();
+    }
+    /// The same with the event loop standing still, so that nothing else happens meanwhile, and
+    /// never longer than `limit`: then there is no result, and the thread is left behind.
+    template <typename Work>
+    auto resultWithin(std::chrono::milliseconds limit, Work work)
+        -> std::optional<std::invoke_result_t<Work&>> {
+        const auto shared = startHelper(std::move(work));
+        std::unique_lock lock(shared->mutex);
+        if (!shared->changed.wait_for(lock, limit, [&] { return shared->done; }))
+            return std::nullopt;
+        return shared->take();
+    }
+    /// Whether every thread of the two above has come to its end, in this time at the latest.
+    [[nodiscard]] bool waitForHelpers(std::chrono::milliseconds limit) const {
+        return helpers_.waitForAll(limit);
     }
 
     /// The program closes: closures that have not begun are dropped and every wait ends.
@@ -80,13 +71,49 @@ Q_SIGNALS:
 
 private:
     struct Waker;
+    template <typename Result> struct HelpersAnswer {
+        std::mutex mutex;
+        std::condition_variable changed;
+        std::optional<Result> result;
+        std::exception_ptr thrown;
+        bool done = false;
 
+        Result take() {
+            if (thrown)
+                std::rethrow_exception(thrown);
+            return std::move(*result);
+        }
+    };
+
+    template <typename Work> auto startHelper(Work work) {
+        using Result = std::invoke_result_t<Work&>;
+        const auto shared = std::make_shared<HelpersAnswer<Result>>();
+        helpers_.start([shared, work = std::make_shared<Work>(std::move(work)), wakeUp = waker()] {
+            std::optional<Result> result;
+            std::exception_ptr thrown;
+            try {
+                result.emplace((*work)());
+            } catch (...) {
+                thrown = std::current_exception();
+            }
+            {
+                const std::lock_guard lock(shared->mutex);
+                shared->result = std::move(result);
+                shared->thrown = thrown;
+                shared->done = true;
+                shared->changed.notify_all();
+            }
+            wakeUp();
+        });
+        return shared;
+    }
     /// Does what wake() does, and nothing once this object is gone. Any thread.
     [[nodiscard]] std::function<void()> waker() const;
     bool event(QEvent* event) override;
 
     std::shared_ptr<Waker> waker_;
     MainThreadCalls calls_;
+    WorkerThreads helpers_;
     class QEventLoop* innermost_ = nullptr;
     int waits_ = 0;
 };

@@ -3,6 +3,7 @@
 #include "platform/MainThreadCalls.h"
 
 #include <QLoggingCategory>
+#include <QScopeGuard>
 
 #include <condition_variable>
 #include <mutex>
@@ -19,6 +20,12 @@ struct WorkerThreads::Shared {
     std::condition_variable changed;
     int running = 0;
     bool closing = false;
+
+    void threadEnded() {
+        const std::lock_guard lock(mutex);
+        --running;
+        changed.notify_all();
+    }
 };
 
 WorkerThreads::WorkerThreads() : shared_(std::make_shared<Shared>()) {}
@@ -37,6 +44,7 @@ void WorkerThreads::start(std::function<void()> body) {
         const std::lock_guard lock(shared_->mutex);
         ++shared_->running;
     }
+    auto startFailed = qScopeGuard([shared = shared_] { shared->threadEnded(); });
     std::thread([shared = shared_, body = std::move(body)]() mutable {
         try {
             body();
@@ -46,10 +54,9 @@ void WorkerThreads::start(std::function<void()> body) {
         }
         // What it captured goes before the thread counts as ended.
         body = nullptr;
-        const std::lock_guard lock(shared->mutex);
-        --shared->running;
-        shared->changed.notify_all();
+        shared->threadEnded();
     }).detach();
+    startFailed.dismiss();
 }
 
 void WorkerThreads::sleep(std::chrono::milliseconds time) const {

@@ -17,7 +17,7 @@ public:
     [[nodiscard]] int runningCount() const;
 
     /// Runs `body` on a thread of its own. Cancelled ends it quietly; a failure that it throws is
-    /// logged.
+    /// logged. Throws std::system_error where the computer has no thread left.
     void start(std::function<void()> body);
     /// Waits on a worker thread; throws Cancelled when the program closes meanwhile.
     void sleep(std::chrono::milliseconds time) const;

@@ -9,37 +9,50 @@
 #include <QUrl>
 
 #include <memory>
+#include <mutex>
+#include <system_error>
 #include <utility>
 
-namespace {
+struct DesktopFileManager::Receiver {
+    std::mutex mutex;
+    DesktopFileManager* target = nullptr;
 
-QDBusMessage showCall(const QFileInfo& item) {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"),
-        QStringLiteral("/org/freedesktop/FileManager1"),
-        QStringLiteral("org.freedesktop.FileManager1"),
-        item.isDir() ? QStringLiteral("ShowFolders") : QStringLiteral("ShowItems"));
-    const QUrl url = QUrl::fromLocalFile(item.absoluteFilePath());
-    message << QStringList{QString::fromLatin1(url.toEncoded())} << QString();
-    return message;
-}
-
-void openWithDesktop(const QFileInfo& item) {
-    const QString folder = item.isDir() ? item.absoluteFilePath() : item.absolutePath();
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
-        qCWarning(lcDesktop) << "nothing on this desktop opens the folder" << folder;
+    void take(const Item& item) {
+        const std::lock_guard lock(mutex);
+        if (target) {
+            QMetaObject::invokeMethod(
+                target, [manager = target, item] { manager->show(item); }, Qt::QueuedConnection);
+        }
     }
-}
-
-} // namespace
+};
 
 DesktopFileManager::DesktopFileManager(QString busAddress, std::chrono::milliseconds answerLimit,
                                        QObject* parent)
-    : QObject(parent), busAddress_(std::move(busAddress)), answerLimit_(answerLimit) {}
+    : QObject(parent),
+      receiver_(std::make_shared<Receiver>()),
+      busAddress_(std::move(busAddress)),
+      answerLimit_(answerLimit) {
+    receiver_->target = this;
+}
+
+DesktopFileManager::~DesktopFileManager() {
+    const std::lock_guard lock(receiver_->mutex);
+    receiver_->target = nullptr;
+}
 
 void DesktopFileManager::showFolder(const QString& path) {
     Q_ASSERT(thread() == QThread::currentThread());
-    const QFileInfo item(path);
+    try {
+        lookers_.start([path, receiver = receiver_] {
+            const QFileInfo file(path);
+            receiver->take({file.absoluteFilePath(), file.isDir()});
+        });
+    } catch (const std::system_error& failure) {
+        qCWarning(lcDesktop) << path << "is not shown:" << failure.what();
+    }
+}
+
+void DesktopFileManager::show(const Item& item) {
     const auto bus = busAddress_.isEmpty() ? nullptr : std::make_shared<MessageBus>(busAddress_);
     if (!bus || !bus->isConnected()) {
         openWithDesktop(item);
@@ -54,4 +67,22 @@ void DesktopFileManager::showFolder(const QString& path) {
         }
         watcher->deleteLater();
     });
+}
+
+QDBusMessage DesktopFileManager::showCall(const Item& item) {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"),
+        QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"),
+        item.isFolder ? QStringLiteral("ShowFolders") : QStringLiteral("ShowItems"));
+    const QUrl url = QUrl::fromLocalFile(item.path);
+    message << QStringList{QString::fromLatin1(url.toEncoded())} << QString();
+    return message;
+}
+
+void DesktopFileManager::openWithDesktop(const Item& item) {
+    const QString folder = item.isFolder ? item.path : QFileInfo(item.path).absolutePath();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
+        qCWarning(lcDesktop) << "nothing on this desktop opens the folder" << folder;
+    }
 }

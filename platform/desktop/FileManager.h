@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/WorkerThreads.h"
 #include "platform/desktop/MessageBus.h"
 
 #include <QObject>
 #include <QString>
 
 #include <chrono>
+#include <memory>
 
 /// Shows folders to the user. Main thread; owned by the controller.
 class FileManager {
@@ -31,9 +33,26 @@ public:
                                 std::chrono::milliseconds answerLimit = defaultAnswerLimit,
                                 QObject* parent = nullptr);
 
+    ~DesktopFileManager() override;
+    Q_DISABLE_COPY_MOVE(DesktopFileManager)
+
+    /// Looks at the path on a thread that is left behind when the file system does not answer.
     void showFolder(const QString& path) override;
 
 private:
+    struct Receiver;
+    struct Item {
+        QString path; ///< absolute
+        bool isFolder = false;
+    };
+
+    void show(const Item& item);
+    [[nodiscard]] static QDBusMessage showCall(const Item& item);
+    static void openWithDesktop(const Item& item);
+
+    /// Outlives this object for a thread that comes back late.
+    const std::shared_ptr<Receiver> receiver_;
+    WorkerThreads lookers_;
     const QString busAddress_;
     const std::chrono::milliseconds answerLimit_;
 };

@@ -6,7 +6,9 @@
 #include <QTimer>
 
 #include <atomic>
+#include <future>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 
 using namespace std::chrono_literals;
@@ -42,6 +44,8 @@ private Q_SLOTS:
     void closeEndsTheWait();
     void closeEndsNestedWaits();
     void closeLeavesAHangingThreadBehind();
+    void aLimitedWaitStandsStill();
+    void aLimitedWaitLeavesAHangingThreadBehind();
     void nothingWaitsAfterClosing();
     void quittingEndsTheWait();
     void callersAreReleasedOnDestruction();
@@ -248,6 +252,35 @@ void tst_MainThread::closeLeavesAHangingThreadBehind() {
     share->answers = true;
     share->changed.notify_all();
     share->changed.wait(lock, [&] { return share->left; });
+}
+
+void tst_MainThread::aLimitedWaitStandsStill() {
+    MainThread mainThread;
+    bool turned = false;
+    QTimer::singleShot(0, &mainThread, [&] { turned = true; });
+    const auto number = mainThread.resultWithin(20s, [] {
+        std::this_thread::sleep_for(20ms);
+        return 5;
+    });
+    QVERIFY(!turned);
+    QCOMPARE(number, std::optional(5));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)mainThread.resultWithin(20s, []() -> int {
+        throw std::out_of_range("row");
+    }));
+    QVERIFY(mainThread.waitForHelpers(20s));
+}
+
+void tst_MainThread::aLimitedWaitLeavesAHangingThreadBehind() {
+    MainThread mainThread;
+    const auto answers = std::make_shared<std::promise<void>>();
+    const auto hanging = mainThread.resultWithin(5ms, [answers] {
+        answers->get_future().wait();
+        return 1;
+    });
+    QVERIFY(!hanging);
+    QVERIFY(!mainThread.waitForHelpers(5ms));
+    answers->set_value();
+    QVERIFY(mainThread.waitForHelpers(20s));
 }
 
 void tst_MainThread::nothingWaitsAfterClosing() {

@@ -1,11 +1,13 @@
 #include "platform/ChildProbe.h"
 #include "platform/MainThreadCalls.h"
+#include "platform/NoMoreThreads.h"
 #include "platform/WorkerThreads.h"
 
 #include <QTest>
 
 #include <atomic>
 #include <future>
+#include <system_error>
 #include <thread>
 
 #include <unistd.h>
@@ -36,6 +38,7 @@ private Q_SLOTS:
     void noSleepAfterClosing();
     void closingTwiceIsHarmless();
     void cancelledEndsAThreadQuietly();
+    void oneThatCannotBeMadeDoesNotCount();
     void waitForAllWithoutAny();
     void waitForAllHasALimit();
     void oneThatHangsIsLeftBehind();
@@ -137,6 +140,18 @@ void TestWorkerThreads::cancelledEndsAThreadQuietly() {
     WorkerThreads workers;
     for (int i = 0; i < 20; ++i)
         workers.start([] { throw Cancelled(); });
+    QVERIFY(workers.waitForAll(longEnough));
+}
+
+void TestWorkerThreads::oneThatCannotBeMadeDoesNotCount() {
+    WorkerThreads workers;
+    {
+        const NoMoreThreads none;
+        QVERIFY_THROWS_EXCEPTION(std::system_error, workers.start([] {}));
+    }
+    QCOMPARE(workers.runningCount(), 0);
+    QVERIFY(workers.waitForAll(0ms));
+    workers.start([] {});
     QVERIFY(workers.waitForAll(longEnough));
 }
 

@@ -1,3 +1,4 @@
+#include "platform/DeadShare.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/PrivateBus.h"
 
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void desktopOpensAfterARefusal();
     void desktopOpensAfterSilence();
     void fileOpensItsFolder();
+    void aFolderThatDoesNotAnswer();
     void destroyedWhileWaiting();
     void sessionBusOfTheEnvironment_data();
     void sessionBusOfTheEnvironment();
@@ -202,6 +204,26 @@ void TestFileManager::fileOpensItsFolder() {
     QTRY_COMPARE(opened_, QList<QUrl>{QUrl::fromLocalFile(folder_->path())});
 }
 
+void TestFileManager::aFolderThatDoesNotAnswer() {
+    DesktopFileManager manager{QString()};
+    auto share = std::make_unique<DeadShare>(folder_->path());
+    manager.showFolder(folder_->path());
+    QTRY_COMPARE(DeadShare::hangingCalls(), 1);
+    QVERIFY(opened_.isEmpty());
+    share.reset();
+    QTRY_COMPARE(opened_, QList<QUrl>{QUrl::fromLocalFile(folder_->path())});
+
+    // One that comes back after the program's end says nothing.
+    share = std::make_unique<DeadShare>(folder_->path());
+    auto other = std::make_unique<DesktopFileManager>(QString());
+    other->showFolder(folder_->path());
+    QTRY_COMPARE(DeadShare::hangingCalls(), 1);
+    other.reset();
+    share.reset();
+    QTRY_COMPARE(DeadShare::hangingCalls(), 0);
+    QCOMPARE(opened_.size(), 1);
+}
+
 void TestFileManager::destroyedWhileWaiting() {
     START_SERVICE()
     service_->manner = FileManagerService::Manner::Silent;
@@ -212,6 +234,7 @@ void TestFileManager::destroyedWhileWaiting() {
     // A second one that waits as long is told of the silence; by then the first would have been.
     DesktopFileManager other(bus_->address(), 200ms);
     other.showFolder(folder_->path());
+    QTRY_COMPARE(opened_.size(), 1);
     QTRY_VERIFY(other.children().isEmpty());
     QCOMPARE(opened_.size(), 1);
 }

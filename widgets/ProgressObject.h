@@ -25,6 +25,8 @@ public:
     /// A step that is more than a percentage: it also wipes the status text.
     static constexpr qint64 wipeStep = 110;
 
+    ProgressObject() { incrementStep(0); }
+
     [[nodiscard]] qint64 currentStep() const { return currentStep_; }
     [[nodiscard]] const TextProgress& textProgress() const { return textProgress_; }
     [[nodiscard]] const QString& statusString() const { return statusString_; }

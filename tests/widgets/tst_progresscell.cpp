@@ -165,6 +165,8 @@ void tst_ProgressCell::incrementStep() {
     ProgressObject object;
     QCOMPARE(object.currentStep(), 0);
     QVERIFY(object.statusString().isEmpty());
+    // Shown in a job's first second, before it has made a step.
+    QCOMPARE(object.textProgress().text(), QStringLiteral("0 %"));
     object.changestat(QStringLiteral("Converting"));
     object.incrementStep(percent);
     QCOMPARE(object.currentStep(), percent);

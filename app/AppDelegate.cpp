@@ -9,12 +9,20 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QTimer>
+
+#include <algorithm>
+#include <system_error>
 
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr auto longestGoodbye = 2s;
+// For a folder of the user's: a share may have to be mounted first.
+constexpr auto longestLook = 2s;
+// A wait may be for a dead share; then the window is closed all the same.
+constexpr auto longestPutOffClose = 3s;
 
 SharedState freshState(std::chrono::milliseconds second) {
     SharedState state;
@@ -67,9 +75,8 @@ void AppDelegate::awakeFromNib() {
 
 void AppDelegate::applicationDidFinishLaunching() {
     update_.start();
-    _outputFolderPath =
-        surroundings_.folders.readDefaultFilePath(PersistedFolders::DEFAULT_PATH_COMPONENT);
-    _addFilePath = surroundings_.folders.readDefaultFilePath(PersistedFolders::ADD_FILE_COMPONENT);
+    _outputFolderPath = rememberedFolder(PersistedFolders::DEFAULT_PATH_COMPONENT);
+    _addFilePath = rememberedFolder(PersistedFolders::ADD_FILE_COMPONENT);
     window_.form().outputFolderPath->setText(_outputFolderPath);
     window_.setTexts();
     window_.fitToScreen();
@@ -81,9 +88,33 @@ void AppDelegate::applicationDidFinishLaunching() {
 bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
     if (!std::exchange(cleanedUp_, true)) {
         engine_.pauseAndStop().quit();
-        surroundings_.folders.remeberFolderPath(_outputFolderPath, _addFilePath);
+        rememberFolders();
     }
     return true;
+}
+
+// The folders may lie where nothing answers: the start and the end of the program do not wait for
+// ever.
+QString AppDelegate::rememberedFolder(const QString& fileName) {
+    const PersistedFolders& folders = surroundings_.folders;
+    try {
+        const auto found = mainThread_.resultWithin(
+            longestLook, [folders, fileName] { return folders.readDefaultFilePath(fileName); });
+        return found.value_or(folders.defaultFolder());
+    } catch (const std::system_error&) {
+        return folders.defaultFolder();
+    }
+}
+
+void AppDelegate::rememberFolders() {
+    runGuarded([this] {
+        (void)mainThread_.resultWithin(
+            longestLook,
+            [folders = surroundings_.folders, output = _outputFolderPath, add = _addFilePath] {
+                folders.remeberFolderPath(output, add);
+                return true;
+            });
+    });
 }
 
 void AppDelegate::terminate() {
@@ -102,15 +133,26 @@ bool AppDelegate::finish() {
     mainThread_.close();
     workers_.close();
     engine_.pauseAndStop().finishQuit();
-    return workers_.waitForAll(longestGoodbye);
+    const auto begin = std::chrono::steady_clock::now();
+    const bool haveEnded = workers_.waitForAll(longestGoodbye);
+    const auto rest = longestGoodbye - (std::chrono::steady_clock::now() - begin);
+    return mainThread_.waitForHelpers(
+               std::max(std::chrono::duration_cast<std::chrono::milliseconds>(rest), 0ms)) &&
+           haveEnded;
 }
 
-// Inside a wait the closing is put off like every action; under an open box it does not come
-// here at all.
+// Inside a wait the closing is put off like every action, but not for ever; under an open box it
+// does not come here at all.
 bool AppDelegate::closeWindow() {
     if (gate_.isOpen() || mainThread_.isClosing())
         return true;
-    closeAsked_ = mainThread_.isWaiting() && !QApplication::activeModalWidget();
+    const bool isPutOff = mainThread_.isWaiting() && !QApplication::activeModalWidget();
+    if (isPutOff && !closeAsked_)
+        QTimer::singleShot(longestPutOffClose, this, [this] {
+            if (closeAsked_ && mainThread_.isWaiting())
+                terminate();
+        });
+    closeAsked_ = isPutOff;
     gate_.pass([this] {
         closeAsked_ = false;
         window_.close();

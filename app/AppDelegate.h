@@ -25,6 +25,8 @@
 
 #include <QObject>
 
+#include <memory>
+
 class FileManager;
 class VolumeInfo;
 
@@ -43,7 +45,7 @@ public:
         QString resourceFolder; ///< holds the encoder, a program called ffmpeg
         QString version;        ///< four parts
         PersistedFolders folders;
-        VolumeInfo& volumes;
+        std::shared_ptr<VolumeInfo> volumes; ///< also of threads that may be left behind
         FileManager& fileManager;
         UpdateSettings update;
         std::chrono::milliseconds second{1000}; ///< of every deliberate wait
@@ -101,6 +103,8 @@ private:
     void showProfileOfRow(int row);
     void setOutputFolder(const QString& folder);
     bool closeWindow();
+    [[nodiscard]] QString rememberedFolder(const QString& fileName);
+    void rememberFolders();
 
     // RunWindow
     [[nodiscard]] QWidget* boxParent() override;

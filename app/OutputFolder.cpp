@@ -47,8 +47,8 @@ std::optional<QString> OutputFolder::selectFolder(const QString& current, QWidge
 }
 
 bool OutputFolder::isTaken(const QString& folder, QWidget* parent) {
-    const FolderFacts facts = mainThread_.waitForResult([folder, &volumes = volumes_] {
-        return FolderFacts{QFileInfo(folder).isDir(), volumes.facts(folder)};
+    const FolderFacts facts = mainThread_.waitForResult([folder, volumes = volumes_] {
+        return FolderFacts{QFileInfo(folder).isDir(), volumes->facts(folder)};
     });
     if (!facts.isFolder)
         return false;

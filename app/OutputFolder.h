@@ -2,8 +2,9 @@
 
 #include <QString>
 
-#include <functional>
+#include <memory>
 #include <optional>
+#include <utility>
 
 class FileManager;
 class MainThread;
@@ -13,8 +14,9 @@ class VolumeInfo;
 /// The choice of the output folder and its showing. Main thread; owned by the controller.
 class OutputFolder final {
 public:
-    OutputFolder(MainThread& mainThread, VolumeInfo& volumes, FileManager& fileManager)
-        : mainThread_(mainThread), volumes_(volumes), fileManager_(fileManager) {}
+    OutputFolder(MainThread& mainThread, std::shared_ptr<VolumeInfo> volumes,
+                 FileManager& fileManager)
+        : mainThread_(mainThread), volumes_(std::move(volumes)), fileManager_(fileManager) {}
     Q_DISABLE_COPY_MOVE(OutputFolder)
 
     /// Asks for a folder, beginning at `current` ("~" stands for the home folder). Nothing when
@@ -27,7 +29,7 @@ public:
 
 private:
     MainThread& mainThread_;
-    VolumeInfo& volumes_;
+    const std::shared_ptr<VolumeInfo> volumes_;
     FileManager& fileManager_;
 };
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -40,7 +41,7 @@ int main(int argc, char* argv[]) {
     const StringTable strings(resourceFolder, QLocale());
     // Said outright: left alone, it follows Qt's own texts, which need not be on the system.
     QApplication::setLayoutDirection(strings.direction());
-    SystemVolumeInfo volumes;
+    const auto volumes = std::make_shared<SystemVolumeInfo>();
     DesktopFileManager fileManager;
     UpdateSettings update;
     update.baseUrl = QStringLiteral(REELSHIFT_UPDATE_BASE_URL);

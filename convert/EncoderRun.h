@@ -52,6 +52,8 @@ struct EncoderRun final {
     EncoderLife life;
     /// Percent read from the piece that is being handled.
     int percent = 0;
+    /// The last try to delete its output has not come back: it lies where nothing answers.
+    bool outputIsOutOfReach = false;
 
     // Fixed before the reader starts; any thread.
     double total = 0.0; ///< seconds

@@ -19,10 +19,14 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <system_error>
 
 namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.convert")
+
+// On a dead share the deletion of a file does not come back.
+constexpr auto longestRemoval = std::chrono::seconds(1);
 
 } // namespace
 
@@ -217,15 +221,27 @@ void PauseAndStop::askToEnd(const EncoderRunPtr& run, EncoderLife::Request reque
         run->ask(request);
 }
 
-void PauseAndStop::removeUnfinishedOutput(const EncoderRun& run) const {
+void PauseAndStop::removeUnfinishedOutput(EncoderRun& run) const {
     // Before its encoder a run has written nothing.
-    if (!run.task)
+    if (!run.task || run.outputIsOutOfReach)
         return;
     // One that came to its end in good order has a finished file, whether its reader knows it yet
     // or not.
-    const auto end = run.task ? run.task->end() : std::nullopt;
-    if (!end || !end->succeeded())
-        run.output.remove();
+    const auto end = run.task->end();
+    if (end && end->succeeded())
+        return;
+    const auto removal = [output = run.output] {
+        output.remove();
+        return true;
+    };
+    try {
+        run.outputIsOutOfReach = !context_.mainThread.resultWithin(longestRemoval, removal);
+    } catch (const std::system_error&) {
+        removal(); // no thread can be had: better late than never
+    }
+    if (run.outputIsOutOfReach)
+        qCWarning(log, "the partial output could not be deleted in time: %s",
+                  qPrintable(run.output.path()));
 }
 
 void PauseAndStop::waitUntilSettled(const EncoderRunPtr& run) {

@@ -47,7 +47,7 @@ public:
 private:
     static void askToEnd(const EncoderRunPtr& run,
                          EncoderLife::Request request = EncoderLife::Request::Stop);
-    void removeUnfinishedOutput(const EncoderRun& run) const;
+    void removeUnfinishedOutput(EncoderRun& run) const;
     void waitUntilSettled(const EncoderRunPtr& run);
     void queueAgain(int jobId);
 

@@ -100,9 +100,9 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
 }
 
 bool AddFiles::volumeIsRefused(const QString& path) {
-    const FileFacts facts = parts_.mainThread.waitForResult([path, &volumes = parts_.volumes] {
+    const FileFacts facts = parts_.mainThread.waitForResult([path, volumes = parts_.volumes] {
         const QFileInfo file(path);
-        return FileFacts{file.size(), volumes.facts(file.path())};
+        return FileFacts{file.size(), volumes->facts(file.path())};
     });
     qCDebug(log, "%s: %.2lfM", qPrintable(path), static_cast<double>(facts.size) / 1'000'000.0);
     if (!facts.volume.removable)

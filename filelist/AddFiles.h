@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 class FileList;
 class ListWindow;
@@ -26,7 +27,7 @@ public:
         FileList& files;
         SharedState& state;
         MovieProbe& probe;
-        VolumeInfo& volumes;
+        std::shared_ptr<VolumeInfo> volumes;
         const ProfileCatalogue& profiles;
         const ResolutionCatalogue& resolutions;
         ListWindow& window;

@@ -50,9 +50,11 @@ void BoxAnswers::look() {
         }
         seen += noted;
     }
-    if (promises_.isEmpty())
+    if (promises_.isEmpty() && restCode_ == 0)
         return;
-    const Promise promise = promises_.takeFirst();
+    answeredUnasked_ += promises_.isEmpty() ? 1 : 0;
+    const Promise promise =
+        promises_.isEmpty() ? Promise{restCode_, false, {}} : promises_.takeFirst();
     if (promise.before)
         promise.before();
     if (tick)
@@ -80,7 +82,7 @@ void ControllerFixture::start() {
     update.version = QStringLiteral("1.0.0.0");
     controller_ = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         resources(), update.version, PersistedFolders(documents(), path(QStringLiteral("home"))),
-        volumes, fileManager, update, second_});
+        sharedVolumes, fileManager, update, second_});
     controller_->awakeFromNib();
     controller_->applicationDidFinishLaunching();
     controller_->window().show();

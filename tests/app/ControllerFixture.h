@@ -42,6 +42,9 @@ public:
     /// The next box is answered with this code; `tick` its check box first. `before` runs while
     /// the box is open.
     void promise(int code, bool tick = false, std::function<void()> before = {});
+    /// Every box that nobody promised an answer for is answered with this code, and counted.
+    void answerTheRest(int code) { restCode_ = code; }
+    [[nodiscard]] int answeredUnasked() const { return answeredUnasked_; }
     [[nodiscard]] bool allKept() const { return promises_.isEmpty(); }
     [[nodiscard]] QStringList messages() const;
 
@@ -55,6 +58,8 @@ private:
     void look();
 
     QList<Promise> promises_;
+    int restCode_ = 0;
+    int answeredUnasked_ = 0;
     QWidget* last_ = nullptr;
     QTimer timer_;
 };
@@ -113,7 +118,8 @@ public:
     void useLauncher(const QString& release);
 
     BoxAnswers boxes;
-    FakeVolumes volumes;
+    const std::shared_ptr<FakeVolumes> sharedVolumes = std::make_shared<FakeVolumes>();
+    FakeVolumes& volumes = *sharedVolumes;
     FakeFileManager fileManager;
 
 private:

@@ -101,15 +101,16 @@ void TestOutputFolder::aFileIsNotAFolder() {
     QCOMPARE(program.app().persistedOutputFolder(), program.documents());
 
     // A desktop's own panel may hand it over all the same.
-    FakeVolumes volumes;
-    OutputFolder outputFolder(program.app().mainThread(), volumes, program.fileManager);
+    OutputFolder outputFolder(program.app().mainThread(), std::make_shared<FakeVolumes>(),
+                              program.fileManager);
     QVERIFY(!outputFolder.isTaken(program.path(QStringLiteral("plain")), nullptr));
     QVERIFY(program.boxes.seen.isEmpty());
 }
 
 void TestOutputFolder::aFolderThatIsGone() {
     ControllerFixture program;
-    OutputFolder outputFolder(program.app().mainThread(), program.volumes, program.fileManager);
+    OutputFolder outputFolder(program.app().mainThread(), program.sharedVolumes,
+                              program.fileManager);
     QVERIFY(!outputFolder.isTaken(program.path(QStringLiteral("gone")), nullptr));
     QVERIFY(!outputFolder.isTaken(QString(), nullptr));
     QVERIFY(program.boxes.seen.isEmpty());
@@ -164,7 +165,8 @@ void TestOutputFolder::otherFileSystemsAreTaken() {
     QFETCH(QString, type);
     ControllerFixture program;
     program.volumes.table[program.movies()] = {false, type};
-    OutputFolder outputFolder(program.app().mainThread(), program.volumes, program.fileManager);
+    OutputFolder outputFolder(program.app().mainThread(), program.sharedVolumes,
+                              program.fileManager);
     QVERIFY(outputFolder.isTaken(program.movies(), nullptr));
     QVERIFY(program.boxes.seen.isEmpty());
 }

@@ -42,7 +42,6 @@ private:
         }
 
         QTemporaryDir folder;
-        FakeVolumes volumes;
         FakeFileManager fileManager;
         std::unique_ptr<AppDelegate> controller;
     };
@@ -55,7 +54,7 @@ TestStart::Bare::Bare(const QString& updateServer) {
     update.version = QStringLiteral("2.3.4.5");
     controller = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         folder.path(), update.version, PersistedFolders(path("home/Documents"), path("home")),
-        volumes, fileManager, update});
+        std::make_shared<FakeVolumes>(), fileManager, update});
 }
 
 void TestStart::beforeTheStart() {

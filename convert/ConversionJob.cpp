@@ -6,6 +6,7 @@
 #include "convert/EncoderCommand.h"
 #include "convert/EncoderMonitor.h"
 #include "convert/EncoderOutcomes.h"
+#include "convert/EncoderReader.h"
 #include "convert/PauseAndStop.h"
 #include "convert/RowStates.h"
 #include "convert/RunWindow.h"
@@ -16,12 +17,15 @@
 #include "platform/ChildProcesses.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
+#include "widgets/ActionGate.h"
 #include "widgets/ProgressObject.h"
 
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QTimer>
 
 #include <algorithm>
+#include <system_error>
 
 namespace {
 
@@ -52,16 +56,38 @@ template <typename F> auto ConversionJob::inJob(const EncoderRunPtr& run, F&& f)
 }
 
 void ConversionJob::start(const EncoderRunPtr& run) {
-    context_.workers.start([this, run] {
-        try {
-            bgConvertWork(run);
-        } catch (const Abandoned&) {
-            qCDebug(log, "job %d was given up before its encoder was launched", run->jobId);
-        } catch (const std::exception& failure) {
-            qCWarning(log, "job %d could not be started: %s", run->jobId, failure.what());
-            outcomes_.failed(run, nullptr);
-        }
-    });
+    try {
+        context_.workers.start([this, run] { work(run); });
+    } catch (const std::system_error& failure) {
+        qCWarning(log, "job %d found no thread: %s", run->jobId, failure.what());
+        run->source = run->record->text(key::srcpath);
+        // Not now: whoever began the job comes to its own end first.
+        QTimer::singleShot(0, &context_.mainThread, [this, run] {
+            runGuarded([&] { outcomes_.failedWithoutThread(run); });
+        });
+    }
+}
+
+void ConversionJob::work(const EncoderRunPtr& run) {
+    try {
+        bgConvertWork(run);
+    } catch (const Abandoned&) {
+        qCDebug(log, "job %d was given up before its encoder was launched", run->jobId);
+    } catch (const std::exception& failure) {
+        qCWarning(log, "job %d could not be started: %s", run->jobId, failure.what());
+        failBeforeReading(run);
+    }
+}
+
+// An encoder that nobody reads must not be left to itself.
+void ConversionJob::failBeforeReading(const EncoderRunPtr& run) {
+    if (!run->task) {
+        outcomes_.failed(run, nullptr);
+        return;
+    }
+    EncoderReader reader(context_, run);
+    reader.endEncoder();
+    outcomes_.failed(run, &reader);
 }
 
 void ConversionJob::bgConvertWork(const EncoderRunPtr& run) {
@@ -203,12 +229,16 @@ void ConversionJob::skipConflict(const EncoderRunPtr& run, const QString& candid
     });
     const auto trailing = std::make_shared<EncoderRun>();
     trailing->kind = EncoderRun::Kind::WithoutArguments;
-    context_.mainThread.onMainThread([&] {
-        run->record->set(key::path, candidate);
-        startEncoder(trailing, {});
-        context_.liveRuns.push_back(trailing);
-        monitor_.watch(trailing);
-    });
+    try {
+        context_.mainThread.onMainThread([&] {
+            run->record->set(key::path, candidate);
+            startEncoder(trailing, {});
+            context_.liveRuns.push_back(trailing);
+            monitor_.watch(trailing);
+        });
+    } catch (const std::system_error&) {
+        monitor_.discard(trailing); // no thread can be had, but this one has nothing else to do
+    }
 }
 
 void ConversionJob::startEncoder(const EncoderRunPtr& run, const QStringList& arguments) {

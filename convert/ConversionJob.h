@@ -39,7 +39,9 @@ private:
     };
 
     // The job's thread.
+    void work(const EncoderRunPtr& run);
     void bgConvertWork(const EncoderRunPtr& run);
+    void failBeforeReading(const EncoderRunPtr& run);
     [[nodiscard]] bool dropWithoutDuration(const EncoderRunPtr& run, const Order& order);
     [[nodiscard]] bool sourceIsThere(const EncoderRunPtr& run);
     /// Nothing when the job does not come to an encoder of its own.

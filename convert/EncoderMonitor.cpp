@@ -15,8 +15,6 @@
 
 #include <QLoggingCategory>
 
-#include <algorithm>
-
 namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.convert")
@@ -92,7 +90,7 @@ void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader
         outcomes_.writeFailed(run, reader);
         break;
     case Step::AwaitEnd:
-        if (!awaitEnd(*run, reader))
+        if (!reader.awaitOwnEnd(context_.patience.end))
             reader.endEncoder();
         outcomes_.conclude(run, reader);
         break;
@@ -100,18 +98,6 @@ void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader
     case Step::WaitASecond:
         Q_UNREACHABLE();
     }
-}
-
-// Second by second: a stop or a removal does not wait for one that hangs after its summary.
-bool EncoderMonitor::awaitEnd(const EncoderRun& run, EncoderReader& reader) const {
-    for (auto left = context_.patience.end; left.count() > 0; left -= context_.second) {
-        if (reader.awaitEnd(std::min(left, context_.second)))
-            return true;
-        const auto asked = run.reader.endAskedAt();
-        if (asked && ReaderSignals::Clock::now() >= *asked + context_.second)
-            break;
-    }
-    return false;
 }
 
 EncoderMonitor::Step EncoderMonitor::takePiece(const EncoderRunPtr& run,

@@ -17,8 +17,11 @@ public:
     EncoderMonitor(ConversionContext& context, ConversionQueue& queue, EncoderOutcomes& outcomes);
     Q_DISABLE_COPY_MOVE(EncoderMonitor)
 
-    /// Starts the reader thread of a run that was just launched. Main thread.
+    /// Starts the reader thread of a run that was just launched. Main thread. Throws
+    /// std::system_error where no thread can be had.
     void watch(const EncoderRunPtr& run);
+    /// Reads on the caller's thread what a launch says that is no job.
+    void discard(const EncoderRunPtr& run);
     /// Notes which row a pause is meant for. Main thread.
     void setPauseRowId(int id) { pauseRowId_ = id; }
 
@@ -34,10 +37,8 @@ private:
 
     // Reader thread.
     void follow(const EncoderRunPtr& run);
-    void discard(const EncoderRunPtr& run);
     [[nodiscard]] Step handle(const EncoderRunPtr& run, const EncoderPiece& piece);
     void carryOut(Step step, const EncoderRunPtr& run, EncoderReader& reader);
-    [[nodiscard]] bool awaitEnd(const EncoderRun& run, EncoderReader& reader) const;
 
     // Main thread.
     [[nodiscard]] Step takePiece(const EncoderRunPtr& run, const EncoderPiece& piece);

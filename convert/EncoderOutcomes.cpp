@@ -159,6 +159,16 @@ void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
     mainThread.onMainThread([&] { settleFailed(run, answer); });
 }
 
+void EncoderOutcomes::failedWithoutThread(const EncoderRunPtr& run) {
+    if (run->life.isSettled())
+        return;
+    context_.state.error = true;
+    const bool isEnd = answerToConversionError(run) == ConversionDialogs::firstButton;
+    if (!isEnd)
+        context_.files.dequeueHead(run->jobId);
+    settleFailed(run, isEnd ? Answer::EndRun : Answer::DropJob);
+}
+
 EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {
     MainThread& mainThread = context_.mainThread;
     mainThread.onMainThread([&] { context_.state.error = true; });
@@ -186,7 +196,7 @@ void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reade
     MainThread& mainThread = context_.mainThread;
     mainThread.onMainThread([&] { context_.dialogs.tellMemoryFull(); });
     run->output.remove();
-    if (!reader.awaitEnd(context_.patience.end))
+    if (!reader.awaitOwnEnd(context_.patience.end))
         reader.endEncoder();
     run->output.remove();
     mainThread.onMainThread([&] { settleFailed(run, Answer::EndRun); });

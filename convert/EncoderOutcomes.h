@@ -8,7 +8,8 @@ struct ConversionContext;
 
 /// What follows the end of an encoder, or of a job that never came to one: the questions, the
 /// clean-up, the row's new state and the next job. Each method takes a job to its one outcome and
-/// blocks until it has had it: worker threads only. Throws Cancelled when the program closes.
+/// blocks until it has had it: worker threads only, but for the one that says otherwise. Throws
+/// Cancelled when the program closes.
 /// Owned by the engine.
 class EncoderOutcomes final {
 public:
@@ -22,6 +23,8 @@ public:
     void endAsAsked(const EncoderRunPtr& run, EncoderReader& reader);
     /// A failed conversion. `reader` is null where no encoder was launched.
     void failed(const EncoderRunPtr& run, EncoderReader* reader);
+    /// A failed conversion of a job that no thread could be had for. Main thread.
+    void failedWithoutThread(const EncoderRunPtr& run);
     /// The output could not be written.
     void writeFailed(const EncoderRunPtr& run, EncoderReader& reader);
 

@@ -66,10 +66,20 @@ std::optional<std::chrono::milliseconds> EncoderReader::limitOfRead() const {
 }
 
 bool EncoderReader::awaitEnd(std::chrono::milliseconds limit) {
-    const auto deadline = Clock::now() + limit;
+    return readToEnd([deadline = Clock::now() + limit] { return deadline; });
+}
+
+bool EncoderReader::awaitOwnEnd(std::chrono::milliseconds limit) {
+    return readToEnd([this, deadline = Clock::now() + limit] {
+        const auto asked = run_->reader.endAskedAt();
+        return asked ? std::min<Clock::time_point>(deadline, *asked + second_) : deadline;
+    });
+}
+
+bool EncoderReader::readToEnd(const Deadline& deadline) {
     for (;;) {
         QByteArray bytes;
-        const auto result = run_->task->read(bytes, timeUntil(deadline));
+        const auto result = run_->task->read(bytes, timeUntil(deadline()));
         cutter_.add(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
         auto piece = cutter_.next(ended);
@@ -86,7 +96,7 @@ bool EncoderReader::awaitEnd(std::chrono::milliseconds limit) {
         }
         // One that never stops talking must not be listened to for ever; what an ended one has
         // said is read to its last word.
-        if (timeUntil(deadline) == 0ms && !run_->task->end())
+        if (timeUntil(deadline()) == 0ms && !run_->task->end())
             return false;
     }
 }

@@ -4,6 +4,7 @@
 #include "convert/PieceCutter.h"
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 class MainThread;
@@ -32,6 +33,9 @@ public:
     /// Reads on for at most `limit`, only to see whether the encoder comes to its end in good
     /// order; false when it still lives.
     bool awaitEnd(std::chrono::milliseconds limit);
+    /// The same for an encoder that has nothing more to do: a stop or a removal waits for it no
+    /// longer than a second.
+    bool awaitOwnEnd(std::chrono::milliseconds limit);
     /// Asks the encoder to end; false when it has ended by itself.
     bool tellToEnd();
     /// Waits for the end of an encoder that was asked to, and kills it when it does not obey in
@@ -43,6 +47,9 @@ public:
     }
 
 private:
+    using Deadline = std::function<ReaderSignals::Clock::time_point()>;
+
+    bool readToEnd(const Deadline& deadline);
     [[nodiscard]] std::optional<std::chrono::milliseconds> limitOfRead() const;
     bool send(bool (ChildProcess::*signal)());
     void noteEnd();

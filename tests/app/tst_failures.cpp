@@ -1,6 +1,7 @@
 #include "app/RunChecks.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 
 namespace {
 
@@ -37,6 +38,7 @@ private Q_SLOTS:
     void aStoredErrorAnswerOutlivesItsRun();
     void writeFailure_data();
     void writeFailure();
+    void aStopDoesNotWaitForTheEncoderOfAFullDisk();
     void anEncoderThatHangsAfterItsSummaryIsKilled();
     void anInterruptedEncoderThatGoesOnIsKilled();
     void nothingIsAskedTwice();
@@ -389,6 +391,29 @@ void TestFailures::writeFailure() {
     QVERIFY(isWaiting(1, program));
     QVERIFY(namesIn(program.documents()).isEmpty());
     QVERIFY(program.files().conversionTaskList.empty());
+    QVERIFY(noEncoderLives(program.encodes()));
+}
+
+// The encoder has ten seconds to end by itself; only a stop makes them short.
+void TestFailures::aStopDoesNotWaitForTheEncoderOfAFullDisk() {
+    ControllerFixture program;
+    addOne(program,
+           {"create", "header", "progress 1", "write 10",
+            "print No space left on device\\nframe=   60 time=00:00:02.00 bitrate=\\r", "hang"});
+    program.boxes.promise(okAnswer);
+    program.click("btnConvertFile");
+    QTRY_VERIFY(program.boxes.allKept() && !QApplication::activeModalWidget());
+    QElapsedTimer clock;
+    clock.start();
+    program.boxes.promise(1001);
+    program.click("btnStop");
+    QVERIFY(program.waitUntilIdle());
+    QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(program.boxes.seen.size(), 2);
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(isWaiting(1, program));
+    QVERIFY(runControlsAre(true, program));
+    QVERIFY(namesIn(program.documents()).isEmpty());
     QVERIFY(noEncoderLives(program.encodes()));
 }
 

@@ -40,6 +40,13 @@ bool RealMovies::make(const QString& path, const Wish& wish) const {
     return run(ffmpeg_, arguments).has_value();
 }
 
+bool RealMovies::repeat(const QString& movie, int times, const QString& path) const {
+    return run(ffmpeg_, words("-v error -y -stream_loop")
+                            << QString::number(times - 1) << QStringLiteral("-i") << movie
+                            << words("-c copy") << path)
+        .has_value();
+}
+
 std::optional<MovieFacts> RealMovies::factsOf(const QString& path) const {
     const auto report =
         run(ffprobe_, words("-v error -show_streams -show_format -of json") << path);

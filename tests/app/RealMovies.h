@@ -33,6 +33,8 @@ public:
     };
     /// False where the movie could not be made.
     [[nodiscard]] bool make(const QString& path, const Wish& wish) const;
+    /// The same movie this many times in a row; false where it could not be made.
+    [[nodiscard]] bool repeat(const QString& movie, int times, const QString& path) const;
     /// Nothing where ffprobe cannot read it.
     [[nodiscard]] std::optional<MovieFacts> factsOf(const QString& path) const;
 

@@ -1,0 +1,299 @@
+#include "app/RunChecks.h"
+#include "faults/FaultRows.h"
+#include "platform/DeadShare.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLineEdit>
+
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Of what may take two seconds at the most; a share that holds the program would take for ever.
+constexpr qint64 longestHold = 12000; // milliseconds
+
+} // namespace
+
+/// File systems that do not answer: every call hangs until the share is back. Nothing can be
+/// finished there; the window must not hang with it, and nothing may be left or lost.
+class TestFaultsShare final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startWithAFolderFileThatDoesNotAnswer();
+    void startWithAnOutputFolderThatDoesNotAnswer();
+    void endWithAFolderFileThatDoesNotAnswer();
+    void closeWhileEncodingThere();
+    void closeWhilePausedThere();
+    void closeDuringAWaitForTheShare();
+    void closeDuringAStopThere();
+    void removeAPausedRowThere();
+    void theShareComesBackInTime_data();
+    void theShareComesBackInTime();
+
+private:
+    void report(const char* fault, const char* answer, const QString& outcome);
+
+    FaultTable table_;
+};
+
+void TestFaultsShare::report(const char* fault, const char* answer, const QString& outcome) {
+    table_.add(
+        {QString::fromLatin1(fault), QStringLiteral("scripted"), QString::fromLatin1(answer),
+         outcome,
+         QTest::currentTestFailed() ? QStringLiteral("FAILED") : QStringLiteral("survived")});
+}
+
+namespace {
+
+/// A program whose output folder is on a share, with a run that is under way there.
+class ShareScene final {
+public:
+    explicit ShareScene(const QStringList& encode) {
+        program.app().engine().setPatience({1s, 500ms});
+        QDir().mkpath(folder());
+        program.widget<QLineEdit>("outputFolderPath")->setText(folder());
+        movie = program.movie(badName).encode(encode).write();
+        program.add({movie, program.movie(goodName).write()});
+        source = contentOf(movie);
+        older = writeContent(folder() + QStringLiteral("/older.mp4"), "old");
+        program.click("btnConvertFile");
+    }
+    ~ShareScene() { share.reset(); }
+    Q_DISABLE_COPY_MOVE(ShareScene)
+
+    [[nodiscard]] QString folder() const { return program.path(QStringLiteral("share")); }
+    [[nodiscard]] QString output() const { return folder() + u'/' + badOutput; }
+    [[nodiscard]] bool isUnderWay() {
+        return QTest::qWaitFor(
+            [this] {
+                return program.files().recordAt(0)->contains(key::progressValue) &&
+                       QFile::exists(output());
+            },
+            20000);
+    }
+    void dies() { share = std::make_unique<DeadShare>(folder()); }
+    /// Ends the program as main() does; false when a thread is left behind. Its time in `held`.
+    [[nodiscard]] bool end() {
+        QElapsedTimer clock;
+        clock.start();
+        program.app().applicationShouldTerminateAfterLastWindowClosed();
+        const bool ended = program.app().finish();
+        held = clock.elapsed();
+        return ended;
+    }
+    [[nodiscard]] bool isUntouched() const {
+        return contentOf(movie) == source && contentOf(older) == QByteArray("old");
+    }
+
+    ControllerFixture program;
+    std::unique_ptr<DeadShare> share;
+    QString movie;
+    QString older;
+    QByteArray source;
+    qint64 held = 0;
+};
+
+/// Does this once while the main thread waits and a call hangs.
+class InTheWait final {
+public:
+    InTheWait(ControllerFixture& program, const std::function<void()>& action) {
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, &program, action] {
+            if (!program.app().mainThread().isWaiting() || DeadShare::hangingCalls() == 0)
+                return;
+            timer_.stop();
+            action();
+        });
+        timer_.start(1);
+    }
+
+private:
+    QTimer timer_;
+};
+
+const QStringList talking =
+    steps({"create", "header", "write 10", "loop 10000", "progress 1", "wait 20", "end"});
+
+} // namespace
+
+void TestFaultsShare::startWithAFolderFileThatDoesNotAnswer() {
+    ControllerFixture program;
+    program.quit();
+    const QString file = program.output(PersistedFolders::DEFAULT_PATH_COMPONENT);
+    QVERIFY(QFile::remove(file));
+    // Opened by nobody else, a FIFO holds whoever opens it.
+    QCOMPARE(::mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    QElapsedTimer clock;
+    clock.start();
+    program.restart();
+    QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    const int writer = ::open(QFile::encodeName(file).constData(), O_WRONLY | O_NONBLOCK);
+    QVERIFY(writer >= 0);
+    ::close(writer);
+    report("the folder file is a FIFO", "none asked", QStringLiteral("the default folder"));
+}
+
+void TestFaultsShare::startWithAnOutputFolderThatDoesNotAnswer() {
+    ControllerFixture program;
+    program.quit();
+    const QString folder = program.path(QStringLiteral("share"));
+    QDir().mkpath(folder);
+    writeContent(program.output(PersistedFolders::DEFAULT_PATH_COMPONENT), folder.toUtf8());
+    writeContent(program.output(PersistedFolders::ADD_FILE_COMPONENT), program.movies().toUtf8());
+    {
+        const DeadShare share(folder);
+        QElapsedTimer clock;
+        clock.start();
+        program.restart();
+        QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+    }
+    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    program.quit();
+    QCOMPARE(contentOf(program.output(PersistedFolders::ADD_FILE_COMPONENT)),
+             program.movies().toUtf8());
+    report("the remembered output folder is on a dead share", "none asked",
+           QStringLiteral("the default folder"));
+}
+
+void TestFaultsShare::endWithAFolderFileThatDoesNotAnswer() {
+    ControllerFixture program;
+    {
+        const DeadShare share(program.documents());
+        QElapsedTimer clock;
+        clock.start();
+        program.app().applicationShouldTerminateAfterLastWindowClosed();
+        QVERIFY(!program.app().finish()); // main() then leaves the thread behind
+        QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+    }
+    QVERIFY(program.app().finish());
+    report("the documents folder is on a dead share", "close", QStringLiteral("ended"));
+}
+
+void TestFaultsShare::closeWhileEncodingThere() {
+    ShareScene scene(talking);
+    QVERIFY(scene.isUnderWay());
+    scene.dies();
+    QVERIFY(!scene.end());
+    QVERIFY2(scene.held < longestHold, qPrintable(QString::number(scene.held)));
+    QVERIFY(noEncoderLives(scene.program.encodes()));
+    scene.share.reset();
+    QVERIFY(scene.program.app().finish());
+    // What hung has come back and done its work.
+    QVERIFY(!QFile::exists(scene.output()));
+    QVERIFY(scene.isUntouched());
+    report("the output's share dies while it is encoded", "close", QStringLiteral("ended"));
+}
+
+void TestFaultsShare::closeWhilePausedThere() {
+    ShareScene scene(talking);
+    QVERIFY(scene.isUnderWay());
+    scene.program.clickRowButton(0);
+    QTRY_COMPARE(scene.program.status(0), status::STATPS);
+    scene.dies();
+    QVERIFY(!scene.end());
+    QVERIFY2(scene.held < longestHold, qPrintable(QString::number(scene.held)));
+    QVERIFY(noEncoderLives(scene.program.encodes()));
+    scene.share.reset();
+    QVERIFY(scene.program.app().finish());
+    QVERIFY(!QFile::exists(scene.output()));
+    QVERIFY(scene.isUntouched());
+    report("the output's share dies while it is paused", "close", QStringLiteral("ended"));
+}
+
+void TestFaultsShare::closeDuringAWaitForTheShare() {
+    ControllerFixture program;
+    program.add({program.movie(badName).write()});
+    auto share = std::make_unique<DeadShare>(program.documents());
+    QElapsedTimer clock;
+    clock.start();
+    const InTheWait close(program, [&] { program.app().window().close(); });
+    program.click("btnConvertFile");
+    QVERIFY(program.app().mainThread().isClosing());
+    QVERIFY(!program.app().finish());
+    QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+    share.reset();
+    QVERIFY(program.app().finish());
+    QVERIFY(program.encodes().isEmpty());
+    report("Convert waits for the output folder's dead share", "close", QStringLiteral("ended"));
+}
+
+void TestFaultsShare::closeDuringAStopThere() {
+    ShareScene scene(talking);
+    QVERIFY(scene.isUnderWay());
+    scene.dies();
+    scene.program.boxes.promise(1001);
+    const InTheWait close(scene.program, [&] { scene.program.app().window().close(); });
+    scene.program.click("btnStop");
+    QVERIFY(scene.program.app().mainThread().isClosing());
+    QVERIFY(!scene.end());
+    QVERIFY(noEncoderLives(scene.program.encodes()));
+    scene.share.reset();
+    QVERIFY(scene.program.app().finish());
+    QVERIFY(!QFile::exists(scene.output()));
+    QVERIFY(scene.isUntouched());
+    report("a stop waits for the output's dead share", "close", QStringLiteral("ended"));
+}
+
+void TestFaultsShare::removeAPausedRowThere() {
+    ShareScene scene(talking);
+    QVERIFY(scene.isUnderWay());
+    scene.program.clickRowButton(0);
+    QTRY_COMPARE(scene.program.status(0), status::STATPS);
+    scene.dies();
+    scene.program.files().check[1] = 0;
+    QElapsedTimer clock;
+    clock.start();
+    scene.program.click("btnRemoveFile");
+    QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(scene.program.files().rowCount(), 1);
+    scene.share.reset();
+    scene.program.boxes.promise(okAnswer);
+    QVERIFY(scene.program.waitUntilIdle());
+    QVERIFY(!QFile::exists(scene.output()));
+    QVERIFY(QFile::exists(scene.folder() + u'/' + goodOutput));
+    QVERIFY(scene.isUntouched());
+    report("the output's share dies while it is paused", "Remove",
+           QStringLiteral("b converted once it is back"));
+}
+
+void TestFaultsShare::theShareComesBackInTime_data() {
+    QTest::addColumn<bool>("stop");
+    QTest::newRow("finishes") << false;
+    QTest::newRow("stopped") << true;
+}
+
+void TestFaultsShare::theShareComesBackInTime() {
+    QFETCH(bool, stop);
+    ShareScene scene(
+        steps({"create", "header", "progress 1", "write 4096", "wait-file go", "summary 10"}));
+    QVERIFY(scene.isUnderWay());
+    scene.dies();
+    if (stop) {
+        scene.program.boxes.promise(1001);
+        const InTheWait back(scene.program, [&] { scene.share.reset(); });
+        scene.program.click("btnStop");
+    } else {
+        scene.program.boxes.promise(okAnswer);
+        writeContent(scene.program.path(QStringLiteral("movies/go")));
+        QTRY_VERIFY(DeadShare::hangingCalls() > 0);
+        scene.share.reset();
+    }
+    QVERIFY(scene.program.waitUntilIdle());
+    QVERIFY(scene.program.boxes.allKept());
+    QVERIFY(runControlsAre(true, scene.program));
+    QCOMPARE(QFile::exists(scene.output()), !stop);
+    QVERIFY(scene.isUntouched());
+    report("the output's share dies and comes back", stop ? "Stop button, OK" : "OK",
+           stop ? QStringLiteral("a.mp4 waiting") : QStringLiteral("a converted, b converted"));
+}
+
+QTEST_MAIN(TestFaultsShare)
+#include "tst_faults_share.moc"

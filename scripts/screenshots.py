@@ -62,6 +62,8 @@ def add(program, path):
     field = window.find(panel.node, "text")
     window.type_into(field, path)
     window.wait_for(lambda: window.content(field) in (path, os.path.basename(path)), "the path")
+    window.wait_for(lambda: window.has_state(panel.node, window.Atspi.StateType.ACTIVE),
+                    "the panel to be active")
     window.key("Return")
     window.wait_for(lambda: program.row_count() == rows + 1, f"{path} in the list", 60)
 

@@ -213,10 +213,16 @@ class FilePanel(Dialog):
 
     @staticmethod
     def _select(file, more):
-        # With the mouse: of several names typed at once the panel can lose the first.
-        with held("Control") if more else contextlib.nullcontext():
-            click(file)
-        wait_for(lambda: has_state(file, Atspi.StateType.SELECTED), "the file to be selected")
+        # With the mouse: of several names typed at once the panel can lose the first. On a busy
+        # machine the panel still sorts its list when the first click comes.
+        def pick():
+            with held("Control") if more else contextlib.nullcontext():
+                click(file)
+            try:
+                return wait_for(lambda: has_state(file, Atspi.StateType.SELECTED), "it", limit=3)
+            except Timeout:
+                return False
+        wait_for(pick, "the file to be selected")
 
     def _type(self, path):
         # What the panel finds in the folder on show it shortens to the bare name.

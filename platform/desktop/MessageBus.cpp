@@ -66,3 +66,7 @@ QDBusPendingCall MessageBus::callLater(const QDBusMessage& message,
                                        std::chrono::milliseconds limit) {
     return connection_.asyncCall(message, static_cast<int>(limit.count()));
 }
+
+void MessageBus::send(const QDBusMessage& message) {
+    connection_.send(message);
+}

@@ -33,6 +33,8 @@ public:
     [[nodiscard]] QDBusMessage call(const QDBusMessage& message, QDeadlineTimer deadline);
     [[nodiscard]] QDBusPendingCall callLater(const QDBusMessage& message,
                                              std::chrono::milliseconds limit);
+    /// A signal, or a call whose answer nobody waits for.
+    void send(const QDBusMessage& message);
 
 private:
     QString name_;

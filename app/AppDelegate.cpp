@@ -43,6 +43,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       announcements_(model_, window_.announcer()),
       engine_({mainThread_, processes_, workers_}, files_, state_, *this, profiles_,
               surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
+      companion_(engine_.watch(), window_, surroundings.desktop),
       probeRunner_(mainThread_, processes_,
                    surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
       probe_(probeRunner_, files_, state_),

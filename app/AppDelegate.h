@@ -3,6 +3,7 @@
 #include "app/MainWindow.h"
 #include "app/OutputFolder.h"
 #include "app/PersistedFolders.h"
+#include "app/RunCompanion.h"
 #include "convert/ConversionEngine.h"
 #include "convert/RunWindow.h"
 #include "filelist/AddFiles.h"
@@ -47,6 +48,7 @@ public:
         PersistedFolders folders;
         std::shared_ptr<VolumeInfo> volumes; ///< also of threads that may be left behind
         FileManager& fileManager;
+        RunCompanion::Desktop desktop;
         UpdateSettings update;
         std::chrono::milliseconds second{1000}; ///< of every deliberate wait
     };
@@ -141,6 +143,7 @@ private:
     MainWindow window_;
     RowAnnouncements announcements_;
     ConversionEngine engine_;
+    RunCompanion companion_;
     ProbeRunner probeRunner_;
     MovieProbe probe_;
     AddFiles addFiles_;

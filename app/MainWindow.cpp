@@ -26,6 +26,7 @@ std::unique_ptr<Ui::MainWindow> setUpForm(QMainWindow* window) {
 
 MainWindow::MainWindow()
     : form_(setUpForm(this)), keys_(this, *form_), announcer_(new Announcer(this)) {
+    form_->notKeptAwake->hide();
     setWindowIcon(applicationIcon());
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::becomeActive,
             Qt::QueuedConnection);
@@ -45,6 +46,7 @@ void MainWindow::setTexts() {
     form_->btnRemoveFile->setText(getLocalString("IDS_BTN_REMOVE_FILE"));
     form_->outputFolderTxtFld->setText(getLocalString("IDS_TXTFLD_OUTPUTFOLDER"));
     form_->openFldrAftrFnsh->setText(getLocalString("IDS_TXTFLD_OPNFLDRAFTRFNSH"));
+    form_->notKeptAwake->setText(getLocalString("IDS_TXT_NOT_KEPT_AWAKE"));
     form_->profileTxtFld->setText(getLocalString("IDS_TXT_PROFILE_CAPTION"));
 
     form_->outputFolderPath->setAccessibleName(getLocalString("IDS_A11Y_OUTPUT_FOLDER"));

@@ -3,6 +3,9 @@
 #include "platform/LocalizedStrings.h"
 #include "platform/QuitSignals.h"
 #include "platform/desktop/FileManager.h"
+#include "platform/desktop/LauncherProgress.h"
+#include "platform/desktop/Notifications.h"
+#include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/VolumeInfo.h"
 #include "resources/ApplicationIcon.h"
 
@@ -43,12 +46,20 @@ int main(int argc, char* argv[]) {
     QApplication::setLayoutDirection(strings.direction());
     const auto volumes = std::make_shared<SystemVolumeInfo>();
     DesktopFileManager fileManager;
+    DesktopSleepInhibitor sleep;
+    DesktopNotifications notifications;
+    DesktopLauncherProgress launcher;
     UpdateSettings update;
     update.baseUrl = QStringLiteral(REELSHIFT_UPDATE_BASE_URL);
     update.version = QStringLiteral(REELSHIFT_VERSION);
 
-    AppDelegate controller(
-        {resourceFolder, update.version, PersistedFolders(), volumes, fileManager, update});
+    AppDelegate controller({resourceFolder,
+                            update.version,
+                            PersistedFolders(),
+                            volumes,
+                            fileManager,
+                            {sleep, notifications, launcher},
+                            update});
     const QuitSignals signals_;
     QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::terminate);
     // Queued: the window that closes is not to be destroyed while it does, and may open a box yet.

@@ -13,6 +13,7 @@ class ConversionDialogs;
 class FileList;
 class MainThread;
 class ProfileCatalogue;
+class RunWatch;
 class RunWindow;
 class WorkerThreads;
 struct SharedState;
@@ -35,6 +36,7 @@ struct ConversionContext final {
     SharedState& state;
     RunWindow& window;
     ConversionDialogs& dialogs;
+    RunWatch& watch;
     const ProfileCatalogue& profiles;
     const QString encoderPath;
     /// The deliberate wait of a run; any thread.

@@ -6,6 +6,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                                    RunWindow& window, const ProfileCatalogue& profiles,
                                    const QString& encoderPath)
     : dialogs_(state, window),
+      watch_(files),
       context_{services.mainThread,
                services.processes,
                services.workers,
@@ -13,6 +14,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                state,
                window,
                dialogs_,
+               watch_,
                profiles,
                encoderPath,
                state.second,

@@ -8,6 +8,7 @@
 #include "convert/EncoderOutcomes.h"
 #include "convert/PauseAndStop.h"
 #include "convert/RunSummary.h"
+#include "convert/RunWatch.h"
 
 /// The conversion engine: its parts, put together. Main thread; owned by the controller. A run
 /// goes through them in this order: queue, job, monitor, outcomes, queue.
@@ -31,9 +32,11 @@ public:
     ConversionQueue& queue() { return queue_; }
     PauseAndStop& pauseAndStop() { return pauseAndStop_; }
     RunSummary& summary() { return summary_; }
+    RunWatch& watch() { return watch_; }
 
 private:
     ConversionDialogs dialogs_;
+    RunWatch watch_;
     ConversionContext context_;
     RunSummary summary_;
     ConversionQueue queue_;

@@ -9,6 +9,7 @@
 #include "convert/EncoderReader.h"
 #include "convert/PauseAndStop.h"
 #include "convert/RowStates.h"
+#include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "convert/Timecode.h"
 #include "filelist/FileList.h"
@@ -213,6 +214,7 @@ void ConversionJob::launch(const EncoderRunPtr& run, const QStringList& argument
         context_.rowChanged(*run);
         startEncoder(run, arguments);
         run->life.launched();
+        context_.watch.encoderLaunched(*run);
         monitor_.watch(run);
     });
 }

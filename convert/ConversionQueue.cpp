@@ -3,6 +3,7 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
 #include "convert/RunSummary.h"
+#include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
@@ -82,6 +83,7 @@ void ConversionQueue::begin(int row) {
     run->progress = context_.files.progressObjects.at(static_cast<size_t>(row));
     context_.currentRun = run;
     context_.liveRuns.push_back(run);
+    context_.watch.jobBegins(*run);
     startJob_(run);
 }
 
@@ -96,7 +98,10 @@ void ConversionQueue::changeConvertingIndex() {
 bool ConversionQueue::settle(const EncoderRunPtr& run) {
     auto& live = context_.liveRuns;
     live.erase(std::remove(live.begin(), live.end(), run), live.end());
-    return run->life.settle();
+    if (!run->life.settle())
+        return false;
+    context_.watch.jobEnds(*run);
+    return true;
 }
 
 void ConversionQueue::endRunAfterFailure() {
@@ -107,11 +112,13 @@ void ConversionQueue::endRunAfterFailure() {
 void ConversionQueue::lockForRun() {
     context_.window.setRunControlsEnabled(false);
     context_.state.isConversionRunning = true;
+    context_.watch.runGoesOn();
     context_.window.reloadTable();
 }
 
 void ConversionQueue::unlockAfterRun() {
     context_.window.setRunControlsEnabled(true);
     context_.state.isConversionRunning = false;
+    context_.watch.runIsOver();
     context_.window.reloadTable();
 }

@@ -6,6 +6,7 @@
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
 #include "convert/RowStates.h"
+#include "convert/RunWatch.h"
 #include "convert/Timecode.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
@@ -117,7 +118,8 @@ EncoderMonitor::Step EncoderMonitor::takePosition(const EncoderRunPtr& run, cons
     SharedState& state = context_.state;
     run->progress->changestat(status::STATCR);
     state.probe.duration = positionText(text);
-    run->percent = percentage(secondsOfTimecode(state.probe.duration), run->total);
+    const double position = secondsOfTimecode(state.probe.duration);
+    run->percent = percentage(position, run->total);
 
     if (state.convertingIndex >= context_.files.rowCount())
         return Step::Go;
@@ -143,6 +145,7 @@ EncoderMonitor::Step EncoderMonitor::takePosition(const EncoderRunPtr& run, cons
         run->record = context_.files.recordAt(*row);
     run->record->set(key::progress, QString());
     run->record->set(key::progressValue, percentageText(run->percent));
+    context_.watch.reached(*run, position);
     context_.rowChanged(*run);
     return Step::WaitASecond;
 }
@@ -172,6 +175,7 @@ void EncoderMonitor::pause(const EncoderRunPtr& run) {
         return;
     }
     run->suspended();
+    context_.watch.paused();
     context_.state.convertingIndex = SharedState::pauseRequested;
     setPaused(*run->record);
     files.pausedList.push_back({run->task, run->task->readEnd(),

@@ -5,6 +5,7 @@
 #include "convert/ConversionQueue.h"
 #include "convert/EncoderReader.h"
 #include "convert/RowStates.h"
+#include "convert/RunWatch.h"
 #include "filelist/FileList.h"
 #include "platform/ChildProcess.h"
 #include "platform/MainThread.h"
@@ -12,8 +13,29 @@
 #include "widgets/ProgressObject.h"
 
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 using namespace std::chrono_literals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.convert")
+
+QString endText(const std::optional<ProcessEnd>& end) {
+    if (!end)
+        return QStringLiteral("the encoder goes on");
+    switch (end->how) {
+    case ProcessEnd::How::FailedToStart:
+        return u"the encoder could not be started: " % qt_error_string(end->code);
+    case ProcessEnd::How::Killed:
+        return u"the encoder was ended by signal " % QString::number(end->code);
+    case ProcessEnd::How::Exited:
+        break;
+    }
+    return u"the encoder ended with status " % QString::number(end->code);
+}
+
+} // namespace
 
 void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) {
     auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
@@ -46,6 +68,7 @@ void EncoderOutcomes::converted(const EncoderRunPtr& run) {
         }
         if (!queue_.settle(run))
             return;
+        context_.watch.converted(*run);
         ++context_.state.noOfConvertedFile;
         run->progress->setStatusString(QString());
         setConverted(*run->record);
@@ -141,6 +164,7 @@ void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
     MainThread& mainThread = context_.mainThread;
     if (mainThread.onMainThread([&] { return run->life.isSettled(); }))
         return;
+    logFailure(*run, reader);
     const Answer answer = askAfterFailure(run);
     run->output.remove();
     mainThread.onMainThread([&] {
@@ -169,6 +193,19 @@ void EncoderOutcomes::failedWithoutThread(const EncoderRunPtr& run) {
     settleFailed(run, isEnd ? Answer::EndRun : Answer::DropJob);
 }
 
+// Before the question: whoever reads it may look into the log.
+void EncoderOutcomes::logFailure(const EncoderRun& run, const EncoderReader* reader) {
+    const QString movie = onOneLine(QFileInfo(run.source).fileName());
+    if (!reader) {
+        qCWarning(log).noquote() << movie % u": not converted, no encoder was launched";
+        return;
+    }
+    qCWarning(log).noquote() << movie % u": not converted, " % endText(run.task->end());
+    const QStringList lines = reader->lastWords();
+    for (const QString& line : lines)
+        qCWarning(log).noquote() << movie % u": " % onOneLine(line);
+}
+
 EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {
     MainThread& mainThread = context_.mainThread;
     mainThread.onMainThread([&] { context_.state.error = true; });
@@ -194,6 +231,7 @@ int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
 
 void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reader) {
     MainThread& mainThread = context_.mainThread;
+    logFailure(*run, &reader);
     mainThread.onMainThread([&] { context_.dialogs.tellMemoryFull(); });
     run->output.remove();
     if (!reader.awaitOwnEnd(context_.patience.end))

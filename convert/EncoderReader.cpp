@@ -37,6 +37,7 @@ EncoderReader::Event EncoderReader::next() {
         QByteArray bytes;
         const auto result = run_->task->read(bytes, limitOfRead());
         cutter_.add(bytes);
+        lastWords_.add(bytes);
         const auto asked = run_->reader.endAskedAt();
         if (result == ChildProcess::Read::Ended) {
             auto piece = cutter_.next(true);
@@ -81,6 +82,7 @@ bool EncoderReader::readToEnd(const Deadline& deadline) {
         QByteArray bytes;
         const auto result = run_->task->read(bytes, timeUntil(deadline()));
         cutter_.add(bytes);
+        lastWords_.add(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
         auto piece = cutter_.next(ended);
         if (!piece && ended)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/EncoderRun.h"
+#include "convert/LastWords.h"
 #include "convert/PieceCutter.h"
 
 #include <chrono>
@@ -27,6 +28,9 @@ public:
 
     explicit EncoderReader(const ConversionContext& context, const EncoderRunPtr& run);
     Q_DISABLE_COPY_MOVE(EncoderReader)
+
+    /// What it said last, line by line.
+    [[nodiscard]] QStringList lastWords() const { return lastWords_.lines(); }
 
     /// Blocks, also while the encoder is suspended. Throws Cancelled when the program closes.
     [[nodiscard]] Event next();
@@ -60,4 +64,5 @@ private:
     const std::chrono::milliseconds second_;
     const std::chrono::milliseconds obedience_;
     PieceCutter cutter_;
+    LastWords lastWords_;
 };

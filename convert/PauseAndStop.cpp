@@ -6,6 +6,7 @@
 #include "convert/EncoderMonitor.h"
 #include "convert/RowStates.h"
 #include "convert/RunSummary.h"
+#include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
@@ -75,6 +76,7 @@ void PauseAndStop::resumeFile(const std::shared_ptr<ChildProcess>& task) {
         if (run->task == task)
             run->resumed();
     }
+    context_.watch.resumed();
 }
 
 void PauseAndStop::StopPausedTask() {
@@ -249,6 +251,7 @@ void PauseAndStop::waitUntilSettled(const EncoderRunPtr& run) {
 }
 
 void PauseAndStop::quit() {
+    context_.watch.runIsOver();
     for (const JobRecordPtr& record : context_.files.fileInfoArr) {
         if (record->text(key::conversionstat) == status::CONRUNNING)
             deletePartialOutput(record->id());

@@ -2,6 +2,7 @@
 
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
+#include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/FileCount.h"
 #include "filelist/FileList.h"
@@ -14,6 +15,8 @@ void RunSummary::popUpForNoOfConvertedfiles() {
     SharedState& state = context_.state;
     if (state.noOfconvertingFileList.isEmpty())
         return;
+    // Before the box: it may stay open all night.
+    context_.watch.summaryOpens();
     const int answer = context_.dialogs.ask({getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL"),
                                              getLocalString("IDS_BTN_POPUP_OK"),
                                              getLocalString("IDS_BTN_OPEN_FOLDER")});

@@ -176,6 +176,10 @@ QString FileTableSource::toolTip(TableColumn column, int row) const {
                                                    : QString();
     case TableColumn::Im:
         return tipOfButton(imageAt(row), shownText(TableColumn::Name, row));
+    case TableColumn::Progress: {
+        const ProgressObject& progress = *list_.progressObjects.at(size_t(row));
+        return progress.showsBar() ? progress.timeLeft() : QString();
+    }
     default:
         return {}; // the delegate shows the text where it is cut
     }

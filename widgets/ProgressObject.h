@@ -30,6 +30,8 @@ public:
     [[nodiscard]] qint64 currentStep() const { return currentStep_; }
     [[nodiscard]] const TextProgress& textProgress() const { return textProgress_; }
     [[nodiscard]] const QString& statusString() const { return statusString_; }
+    /// What is known of the time that its conversion will yet take, empty where nothing is.
+    [[nodiscard]] const QString& timeLeft() const { return timeLeft_; }
     /// Whether the bar is shown in place of the status text.
     [[nodiscard]] bool showsBar() const;
 
@@ -37,6 +39,7 @@ public:
     void incrementStep(qint64 percentage);
     void changestat(const QString& text) { statusString_ = text; }
     void setStatusString(const QString& text) { statusString_ = text; }
+    void setTimeLeft(const QString& text) { timeLeft_ = text; }
     /// Share done, 0.0 to 1.0, without a change of the step or the text.
     void setBar(double progress) { textProgress_.setProgress(progress); }
 
@@ -44,4 +47,5 @@ private:
     qint64 currentStep_ = 0;
     TextProgress textProgress_;
     QString statusString_;
+    QString timeLeft_;
 };

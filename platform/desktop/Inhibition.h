@@ -24,6 +24,7 @@ Q_SIGNALS:
 protected:
     /// Not deleteLater(): that would wait for a box that opens now to be closed again.
     void end() {
-        QMetaObject::invokeMethod(this, [this] { delete this; }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { delete this; }, Qt::QueuedConnection);
     }
 };

@@ -82,7 +82,7 @@ void ControllerFixture::start() {
     update.version = QStringLiteral("1.0.0.0");
     controller_ = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         resources(), update.version, PersistedFolders(documents(), path(QStringLiteral("home"))),
-        sharedVolumes, fileManager, update, second_});
+        sharedVolumes, fileManager, desktop.parts(), update, second_});
     controller_->awakeFromNib();
     controller_->applicationDidFinishLaunching();
     controller_->window().show();

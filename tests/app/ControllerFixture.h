@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/FakeDesktop.h"
 #include "encoder/ScriptedMovie.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FakeVolumes.h"
@@ -121,6 +122,7 @@ public:
     const std::shared_ptr<FakeVolumes> sharedVolumes = std::make_shared<FakeVolumes>();
     FakeVolumes& volumes = *sharedVolumes;
     FakeFileManager fileManager;
+    FakeDesktop desktop;
 
 private:
     void start();

@@ -43,6 +43,7 @@ private:
 
         QTemporaryDir folder;
         FakeFileManager fileManager;
+        FakeDesktop desktop;
         std::unique_ptr<AppDelegate> controller;
     };
 };
@@ -54,7 +55,7 @@ TestStart::Bare::Bare(const QString& updateServer) {
     update.version = QStringLiteral("2.3.4.5");
     controller = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         folder.path(), update.version, PersistedFolders(path("home/Documents"), path("home")),
-        std::make_shared<FakeVolumes>(), fileManager, update});
+        std::make_shared<FakeVolumes>(), fileManager, desktop.parts(), update});
 }
 
 void TestStart::beforeTheStart() {

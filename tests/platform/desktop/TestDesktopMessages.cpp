@@ -123,8 +123,8 @@ void TestDesktopMessages::notificationIsShown() {
     QCOMPARE(note.replaces, 0U);
     QVERIFY(note.actions.isEmpty());
     QCOMPARE(note.timeout, -1);
-    QCOMPARE(note.hints, (QVariantMap{{QStringLiteral("desktop-entry"),
-                                       QStringLiteral("reelshift")}}));
+    QCOMPARE(note.hints,
+             (QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("reelshift")}}));
     QTRY_VERIFY(notifications.children().isEmpty());
 }
 

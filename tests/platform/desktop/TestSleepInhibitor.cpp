@@ -102,8 +102,7 @@ void TestSleepInhibitor::lockIsHeldAndReleased() {
     Inhibitor keeper(*this);
     keeper.inhibitor.hold(reason);
     QTRY_VERIFY(!keeper.granted.isEmpty());
-    QTRY_COMPARE(login_->calls,
-                 QStringList{QStringLiteral("sleep:idle|Program|because|block")});
+    QTRY_COMPARE(login_->calls, QStringList{QStringLiteral("sleep:idle|Program|because|block")});
     QTRY_COMPARE(login_->heldLocks(), 1);
     QTRY_VERIFY(portal_->request.isOpen);
     keeper.inhibitor.release();

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "convert/TimeLeft.h"
+
+#include <QObject>
+
+#include <functional>
+#include <unordered_set>
+#include <utility>
+
+class FileList;
+struct EncoderRun;
+
+/// What a run comes to for those outside the engine: whether there is work, how far it is, how long
+/// it will yet take and what it came to. The engine's parts tell it what happens. Main thread;
+/// owned by the engine.
+class RunWatch final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Outcome {
+        int converted = 0;
+        int notConverted = 0; ///< movies that the user took out of the list count for nothing
+    };
+    /// Any that never goes back.
+    using Clock = std::function<TimeLeft::Moment()>;
+
+    explicit RunWatch(const FileList& files, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(RunWatch)
+
+    void setClock(Clock clock) { clock_ = std::move(clock); }
+    /// Whether a run is on in which not everything is paused.
+    [[nodiscard]] bool isWorking() const { return phase_ == Phase::Working; }
+
+    /// The queue was filled: a run begins, or goes on.
+    void runGoesOn();
+    void jobBegins(const EncoderRun& run);
+    void encoderLaunched(const EncoderRun& run);
+    /// `position` in seconds of the movie.
+    void reached(const EncoderRun& run, double position);
+    void paused();
+    void resumed();
+    void jobEnds(const EncoderRun& run);
+    void converted(const EncoderRun& run);
+    /// The run's summary is about to be shown, before or after runIsOver().
+    void summaryOpens();
+    /// However it ended; once is enough.
+    void runIsOver();
+
+Q_SIGNALS:
+    void workBegan();
+    /// Everything is paused, or the run is over.
+    void workRests();
+    void progressed(double share);
+    /// A run has come to its end by itself: its summary follows.
+    void ended(const RunWatch::Outcome& outcome);
+    void over();
+
+private:
+    enum class Phase { Idle, Queued, Working, Paused };
+
+    void setPhase(Phase phase);
+    [[nodiscard]] Outcome outcome() const;
+    /// Seconds of the movies in the queue but for the run's own; nothing where one is not known.
+    [[nodiscard]] std::optional<double> waitingLength(const EncoderRun& run);
+
+    const FileList& files_;
+    Clock clock_;
+    Phase phase_ = Phase::Idle;
+    bool isSummaryDue_ = false;
+    std::unordered_set<int> queued_; ///< ids of jobs
+    std::unordered_set<int> converted_;
+    TimeLeft time_;
+    std::optional<double> waitingLength_;
+    std::pair<int, size_t> waitingFor_{-1, 0}; ///< job and length of the queue it was counted for
+};

@@ -3,6 +3,7 @@
 //     list_bench ROWS             a line "NAME VALUE" per figure, milliseconds or bytes
 
 #include "app/AppDelegate.h"
+#include "app/FakeDesktop.h"
 #include "bench/LoopClock.h"
 #include "filelist/FileTableView.h"
 #include "filelist/MadeUpRow.h"
@@ -26,6 +27,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -223,14 +225,15 @@ int main(int argc, char* argv[]) {
     const int rows = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 10000;
     const QTemporaryDir home;
     const StringTable strings(QStringLiteral(REELSHIFT_BENCH_RESOURCES), QLocale(QLocale::English));
-    SystemVolumeInfo volumes;
+    const auto volumes = std::make_shared<SystemVolumeInfo>();
     DesktopFileManager fileManager;
+    FakeDesktop desktop;
     UpdateSettings update;
     update.baseUrl = QStringLiteral("http://127.0.0.1:1");
     update.version = QStringLiteral("1.0.0.0");
     AppDelegate controller({QStringLiteral(REELSHIFT_BENCH_RESOURCES), update.version,
                             PersistedFolders(home.path(), home.path()), volumes, fileManager,
-                            update});
+                            desktop.parts(), update});
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();
     controller.window().showMaximized();

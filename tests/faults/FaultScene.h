@@ -6,6 +6,9 @@
 
 #include <QMap>
 
+#include <memory>
+#include <utility>
+
 /// A program with a list of movies that a fault comes to, and everything that must hold once it is
 /// over. Main thread.
 class FaultScene final {
@@ -37,6 +40,8 @@ public:
     /// The fault takes this file away, or changes it.
     void expectChange(const QString& path) { changing_ += path; }
     [[nodiscard]] bool isRealEncoder() const { return fault_.encoder == Fault::Encoder::Real; }
+    /// Goes before the program's folders do.
+    void keep(std::shared_ptr<void> thing) { kept_ = std::move(thing); }
     /// Names why the encoder of this fault cannot be used, or nothing.
     [[nodiscard]] QString useEncoder();
 
@@ -67,6 +72,7 @@ private:
     QStringList changing_;
     QMap<QString, QByteArray> before_;
     bool cameToAnEnd_ = false;
+    std::shared_ptr<void> kept_;
 };
 
 /// The processes whose command line names something in this folder.

@@ -55,6 +55,7 @@ class Bench:
         self.home = os.path.join(folder, "home")
         self.documents = os.path.join(self.home, "Documents")
         os.makedirs(self.documents)
+        self.encoder = shutil.which("ffmpeg")  # the bare one, not what the program has in between
         self.gaps = []  # (milliseconds, of which on a processor, waiting for one, where)
 
     # What is run
@@ -134,7 +135,7 @@ class Bench:
         shutil.copytree(os.path.join(self.build, "share", "reelshift"), share, symlinks=True)
         shutil.copy(self.program(), os.path.join(stage, "bin"))
         encoder = os.path.join(share, "ffmpeg")
-        real = os.path.realpath(encoder)
+        real = os.path.realpath(os.path.join(self.build, "share", "reelshift", "ffmpeg"))
         os.remove(encoder)
         log = os.path.join(stage, "commands.log")
         with open(encoder, "w", encoding="utf-8") as file:
@@ -151,7 +152,7 @@ class Bench:
         if len(commands) != len(movies) or len(self.outputs()) != len(movies):
             raise RuntimeError(f"not every movie was converted: {commands}, {self.outputs()}")
         self.clear_outputs()
-        return [[real] + command for command in commands]
+        return [[self.encoder] + command for command in commands]
 
     # The rows of the table
 
@@ -269,8 +270,7 @@ class Bench:
         for number in range(1, count):
             movies.append(os.path.join(folder, f"movie {number:03}.mp4"))
             os.link(first, movies[-1])
-        encoder = os.path.realpath(os.path.join(self.build, "share", "reelshift", "ffmpeg"))
-        probes = [[encoder, "-i", movie] for movie in movies for _ in range(2)]
+        probes = [[self.encoder, "-i", movie] for movie in movies for _ in range(2)]
         ratios, bare = [], [self.by_hand(probes)["seconds"]]
         for _ in range(rounds):
             own = self.use([f"add:{self.list_of(movies)}"], f"adding {count}")[0]["seconds"]

@@ -12,6 +12,9 @@ DESKTOP_PACKAGES=(xvfb openbox dbus dbus-daemon at-spi2-core gir1.2-atspi-2.0 py
     imagemagick)
 # What the tests take besides.
 TEST_PACKAGES=(python3-dbusmock xauth xdotool)
+# What makes the Debian package, and what looks it over and tries it out.
+PACKAGE_PACKAGES=(dpkg-dev file gzip)
+PACKAGE_TEST_PACKAGES=(lintian desktop-file-utils appstream man-db mmdebstrap)
 # What the checks of .ci/run take besides.
 CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
 

@@ -2,6 +2,7 @@
 #include "filelist/FileTableView.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -9,21 +10,65 @@
 #include <QTest>
 #include <QTimer>
 
+#include <unistd.h>
+
 using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int jobs = 60;
+constexpr int usualJobs = 60;
 constexpr int movies = 8;
 constexpr quint32 usualSeed = 20240229;
+/// Steps between two looks at the log of all encoders, which grows.
+constexpr int stepsPerLook = 20;
+/// Of growth from the tenth of the jobs to the last one; what a test itself notes is in it.
+constexpr qint64 memoryAllowance = 6 * 1024 * 1024;
 
 /// Last bytes of an output whose encoder has finished it.
 const QByteArray finished = QByteArrayLiteral("THE END");
 
+/// A number from the environment, for a longer soak or another one.
+int setting(const char* name, int usual) {
+    const int given = qEnvironmentVariableIntValue(name);
+    return given > 0 ? given : usual;
+}
+
+/// Bytes of this process in memory that are its own.
+qint64 memoryInUse() {
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QList<QByteArray> pages = file.readAll().split(' ');
+    return (pages.value(1).toLongLong() - pages.value(2).toLongLong()) * sysconf(_SC_PAGESIZE);
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool isSanitized = true; // keeps what was freed
+#else
+constexpr bool isSanitized = false;
+#endif
+
+/// Processes that this one has started and not reaped.
+int childrenCount() {
+    int count = 0;
+    const QDir threads(QStringLiteral("/proc/self/task"));
+    for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(threads.filePath(thread + QStringLiteral("/children")));
+        if (file.open(QIODevice::ReadOnly))
+            count += int(file.readAll().count(' ')); // one after each
+    }
+    return count;
+}
+
 } // namespace
 
-/// Some sixty jobs with a user who presses whatever is there, at any moment. What is pressed comes
-/// from a seed, which REELSHIFT_SOAK_SEED replaces.
+/// Jobs with a user who presses whatever is there, at any moment. What is pressed comes from a
+/// seed, which REELSHIFT_SOAK_SEED replaces; REELSHIFT_SOAK_JOBS makes it longer.
 class TestSoak final : public QObject {
     Q_OBJECT
 
@@ -38,25 +83,32 @@ private:
     void hideOrShowASource();
     void spin(int milliseconds);
     [[nodiscard]] QStringList encoderOf(int movie) const;
-    [[nodiscard]] QStringList partialOutputs() const;
+    [[nodiscard]] QStringList partialOutputs();
+    [[nodiscard]] bool areSourcesUntouched() const;
     /// What must never be, whatever was pressed; empty where all is well.
-    [[nodiscard]] QString faults() const;
+    [[nodiscard]] QString faults();
+    /// What needs a look at everything that was started so far.
+    [[nodiscard]] QString faultsOfAll() const;
     [[nodiscard]] bool comeToTheEnd();
     [[nodiscard]] int pick(int below) { return int(random_.bounded(quint32(below))); }
     [[nodiscard]] QString nameOf(int movie) const { return QStringLiteral("m%1").arg(movie); }
 
     QRandomGenerator random_;
     std::unique_ptr<RunScene> scene_;
+    QMap<QString, QByteArray> sources_;
+    QMap<QString, QDateTime> whole_; ///< outputs that were looked at, as they were then
 };
 
 void TestSoak::pressWhateverIsThere() {
-    const int given = qEnvironmentVariableIntValue("REELSHIFT_SOAK_SEED");
-    random_.seed(given ? quint32(given) : usualSeed);
+    const int jobs = setting("REELSHIFT_SOAK_JOBS", usualJobs);
+    random_.seed(quint32(setting("REELSHIFT_SOAK_SEED", usualSeed)));
     scene_ = std::make_unique<RunScene>(5ms);
     RunScene& scene = *scene_;
     scene.program.app().engine().setPatience({2s, 200ms});
-    for (int movie = 0; movie < movies; ++movie)
+    for (int movie = 0; movie < movies; ++movie) {
         scene.addScript(nameOf(movie), encoderOf(movie));
+        sources_[nameOf(movie)] = contentOf(scene.source(nameOf(movie)));
+    }
     QTimer answers;
     connect(&answers, &QTimer::timeout, this, [&] {
         if (scene.program.boxes.allKept() && QApplication::activeModalWidget())
@@ -64,13 +116,32 @@ void TestSoak::pressWhateverIsThere() {
     });
     answers.start(3);
 
-    for (int step = 0; scene.program.encodes().size() < jobs; ++step) {
+    qint64 memory = 0;
+    int started = 0;
+    int shown = 100;
+    for (int step = 0; started < jobs; ++step) {
         act();
-        const QString found = faults();
+        QString found = faults();
+        if (found.isEmpty() && step % stepsPerLook == 0) {
+            found = faultsOfAll();
+            started = int(scene.program.encodes().size());
+            if (started >= shown) {
+                qInfo("%d jobs, %lld KB in use", started, memoryInUse() / 1024);
+                shown += 100;
+            }
+            if (!memory && started >= jobs / 10)
+                memory = memoryInUse();
+        }
         QVERIFY2(found.isEmpty(), qPrintable(QStringLiteral("%1: %2").arg(step).arg(found)));
     }
     QVERIFY(comeToTheEnd());
-    QCOMPARE(faults(), QString());
+    const qint64 grown = memoryInUse() - memory;
+    qInfo("%d jobs, %lld KB more memory in use", started, grown / 1024);
+    QCOMPARE(faults() + faultsOfAll(), QString());
+    QVERIFY(areSourcesUntouched());
+    QCOMPARE(childrenCount(), 0);
+    if (!isSanitized)
+        QVERIFY2(grown < memoryAllowance, qPrintable(QString::number(grown)));
     for (const EncoderStart& each : scene.program.encodes())
         QCOMPARE(processState(each.pid), '\0');
     scene_.reset();
@@ -189,18 +260,32 @@ void TestSoak::spin(int milliseconds) {
     while (passed.elapsed() < milliseconds);
 }
 
-QStringList TestSoak::partialOutputs() const {
+QStringList TestSoak::partialOutputs() {
     QStringList partial;
     const QDir folder(scene_->program.documents(), QStringLiteral("*.mp4"));
-    for (const QString& name : folder.entryList(QDir::Files)) {
-        QFile file(folder.filePath(name));
-        if (file.open(QIODevice::ReadOnly) && !file.readAll().endsWith(finished))
-            partial << name;
+    for (const QFileInfo& output : folder.entryInfoList(QDir::Files)) {
+        const QDateTime changed = output.lastModified();
+        if (whole_.value(output.fileName()) == changed)
+            continue;
+        if (contentOf(output.filePath()).endsWith(finished))
+            whole_[output.fileName()] = changed;
+        else
+            partial << output.fileName();
     }
     return partial;
 }
 
-QString TestSoak::faults() const {
+bool TestSoak::areSourcesUntouched() const {
+    for (int movie = 0; movie < movies; ++movie) {
+        const QString source = scene_->source(nameOf(movie));
+        const QString there = QFile::exists(source) ? source : source + QStringLiteral(".hidden");
+        if (contentOf(there) != sources_.value(nameOf(movie)))
+            return false;
+    }
+    return true;
+}
+
+QString TestSoak::faults() {
     const auto& context = scene_->program.app().engine().context();
     const auto alive = std::count_if(
         context.liveRuns.begin(), context.liveRuns.end(), [](const EncoderRunPtr& run) {
@@ -211,12 +296,21 @@ QString TestSoak::faults() const {
         faults << QStringLiteral("the lists are out of step");
     if (alive > 1)
         faults << QStringLiteral("%1 runs at a time").arg(alive);
-    if (!scene_->ranAlone())
-        faults << QStringLiteral("two encoders at a time");
+    if (childrenCount() > int(context.liveRuns.size()) + 1) // one may be about to be noted
+        faults << QStringLiteral("%1 processes").arg(childrenCount());
     if (scene_->program.files().pausedList.size() > 1)
         faults << QStringLiteral("two paused encoders");
     if (scene_->program.isIdle() && !partialOutputs().isEmpty())
         faults << partialOutputs();
+    return faults.join(QStringLiteral(", "));
+}
+
+QString TestSoak::faultsOfAll() const {
+    QStringList faults;
+    if (!scene_->ranAlone())
+        faults << QStringLiteral("two encoders at a time");
+    if (!areSourcesUntouched())
+        faults << QStringLiteral("a source was changed");
     return faults.join(QStringLiteral(", "));
 }
 

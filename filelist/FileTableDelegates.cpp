@@ -232,15 +232,16 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (isLocked)
         return;
 
-    QStyleOption down;
-    down.rect = arrow;
-    down.palette = cell.palette;
-    down.palette.setColor(QPalette::ButtonText, ink);
-    down.palette.setColor(QPalette::WindowText, ink);
-    down.state = QStyle::State_Enabled;
+    // Not the style's own arrow: for every cell it would leave another picture in the pixmap cache.
+    constexpr int half = arrowSide / 3;
+    const QPoint tip = arrow.center() + QPoint(0, half / 2);
     painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
     painter->setOpacity(option.state & QStyle::State_MouseOver ? 1.0 : 0.6);
-    styleOf(option)->drawPrimitive(QStyle::PE_IndicatorArrowDown, &down, painter, option.widget);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(ink);
+    painter->drawConvexPolygon(
+        QPolygon({tip, tip + QPoint(-half, -half), tip + QPoint(half, -half)}));
     painter->restore();
 }
 

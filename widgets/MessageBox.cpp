@@ -32,8 +32,7 @@ constexpr double screenShare = 0.85;
 
 QLabel* makeIcon(QWidget* parent) {
     auto* const icon = new QLabel(parent);
-    const QIcon image = drawnImage(QStringLiteral("Popup_I"));
-    icon->setPixmap(image.pixmap(QSize(iconSize, iconSize), parent->devicePixelRatioF()));
+    icon->setPixmap(drawnPixmap(QStringLiteral("Popup_I"), iconSize, parent->devicePixelRatioF()));
     icon->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
     return icon;
 }

@@ -118,17 +118,12 @@ void TestSoak::pressWhateverIsThere() {
 
     qint64 memory = 0;
     int started = 0;
-    int shown = 100;
     for (int step = 0; started < jobs; ++step) {
         act();
         QString found = faults();
         if (found.isEmpty() && step % stepsPerLook == 0) {
             found = faultsOfAll();
             started = int(scene.program.encodes().size());
-            if (started >= shown) {
-                qInfo("%d jobs, %lld KB in use", started, memoryInUse() / 1024);
-                shown += 100;
-            }
             if (!memory && started >= jobs / 10)
                 memory = memoryInUse();
         }

@@ -8,6 +8,7 @@
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/VolumeInfo.h"
 #include "resources/ApplicationIcon.h"
+#include "widgets/ReadablePalette.h"
 
 #include <QApplication>
 #include <QLocale>
@@ -44,6 +45,7 @@ int main(int argc, char* argv[]) {
     const StringTable strings(resourceFolder, QLocale());
     // Said outright: left alone, it follows Qt's own texts, which need not be on the system.
     QApplication::setLayoutDirection(strings.direction());
+    const ReadablePalette palette;
     const auto volumes = std::make_shared<SystemVolumeInfo>();
     DesktopFileManager fileManager;
     DesktopSleepInhibitor sleep;

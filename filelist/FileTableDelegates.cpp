@@ -3,6 +3,7 @@
 #include "filelist/FileTableColumns.h"
 #include "filelist/FileTableModel.h"
 #include "filelist/TableEditing.h"
+#include "widgets/ReadablePalette.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -15,8 +16,6 @@
 #include <QToolTip>
 #include <QValidator>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace {
@@ -61,35 +60,6 @@ void paintBackground(QPainter* painter, QStyleOptionViewItem option) {
     option.text.clear();
     option.icon = {};
     styleOf(option)->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
-}
-
-/// Halfway between two colours.
-QColor mixed(const QColor& one, const QColor& other) {
-    return {(one.red() + other.red()) / 2, (one.green() + other.green()) / 2,
-            (one.blue() + other.blue()) / 2};
-}
-
-double luminance(const QColor& colour) {
-    const auto linear = [](double c) {
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-/// How well two colours can be told apart, from 1 to 21.
-double contrast(const QColor& one, const QColor& other) {
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
-}
-
-/// Ink that is faint on its ground and can be read all the same, where the full ink can.
-QColor faint(QColor ink, const QColor& ground) {
-    constexpr double readable = 3.0;
-    QColor result = mixed(ink, ground);
-    for (int step = 0; step < 4 && contrast(result, ground) < readable; ++step)
-        result = mixed(result, ink);
-    return result;
 }
 
 bool isRowSelected(const QStyleOptionViewItem& option, const QModelIndex& index) {

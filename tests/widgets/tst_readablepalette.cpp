@@ -1,0 +1,70 @@
+#include "Palettes.h"
+#include "widgets/ReadablePalette.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <utility>
+
+using Inks = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
+
+static constexpr Inks inks[] = {{QPalette::WindowText, QPalette::Window},
+                                {QPalette::Text, QPalette::Base},
+                                {QPalette::ButtonText, QPalette::Button}};
+
+/// What Qt's theme for KDE makes of a high-contrast scheme.
+static QPalette blackOnBlack() {
+    QPalette palette = palettes::contrastBlack();
+    for (const Inks& each : inks)
+        palette.setColor(QPalette::Disabled, each.first, Qt::black);
+    palette.setColor(QPalette::Button, Qt::black);
+    return palette;
+}
+
+static double leastContrast(const QPalette& palette) {
+    double least = 21;
+    for (const auto& [ink, ground] : inks)
+        least = std::min(least, contrast(palette.color(QPalette::Disabled, ink),
+                                         palette.color(QPalette::Disabled, ground)));
+    return least;
+}
+
+class ReadablePaletteTest final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void disabledTextIsReadable() {
+        const QPalette given = blackOnBlack();
+        QCOMPARE(leastContrast(given), 1.0);
+        const QPalette readable = ReadablePalette::of(given);
+        QVERIFY(leastContrast(readable) >= 3.0);
+        for (const Inks& each : inks) {
+            QCOMPARE(readable.color(QPalette::Active, each.first), QColor(Qt::white));
+            QCOMPARE(readable.color(QPalette::Inactive, each.first), QColor(Qt::white));
+            // Faint: it can be told from what is enabled.
+            QVERIFY(contrast(readable.color(QPalette::Disabled, each.first), Qt::white) > 1.5);
+        }
+    }
+
+    void usualPalettesStay() {
+        for (const palettes::Named& each : palettes::all) {
+            const QPalette given = each.make();
+            if (leastContrast(given) >= 1.5)
+                QVERIFY2(ReadablePalette::of(given) == given, each.name);
+        }
+        QVERIFY(ReadablePalette::of(palettes::light()) == palettes::light());
+    }
+
+    void everyPaletteOfTheDesktop() {
+        QApplication::setPalette(blackOnBlack());
+        const ReadablePalette readable;
+        QVERIFY(leastContrast(QApplication::palette()) >= 3.0);
+        QApplication::setPalette(palettes::light());
+        QVERIFY(QApplication::palette() == palettes::light());
+        QApplication::setPalette(blackOnBlack());
+        QVERIFY(leastContrast(QApplication::palette()) >= 3.0);
+    }
+};
+
+QTEST_MAIN(ReadablePaletteTest)
+#include "tst_readablepalette.moc"

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+#include <QPalette>
+
+/// Halfway between two colours.
+[[nodiscard]] QColor mixed(const QColor& one, const QColor& other);
+
+/// Ink that is faint on its ground and can be read all the same, where the full ink can.
+[[nodiscard]] QColor faint(const QColor& ink, const QColor& ground);
+
+/// Keeps what is disabled readable in every palette that the desktop may give: Qt makes the disabled
+/// inks of a high-contrast one out of its black buttons, and they come out black as well. Main
+/// thread; owned by main().
+class ReadablePalette final : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(ReadablePalette)
+
+public:
+    ReadablePalette();
+
+    /// The palette with a faint ink wherever a disabled one cannot be seen; else as it is.
+    [[nodiscard]] static QPalette of(QPalette palette);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};

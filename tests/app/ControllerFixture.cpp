@@ -81,7 +81,9 @@ void ControllerFixture::start() {
     update.baseUrl = QStringLiteral("http://127.0.0.1:1");
     update.version = QStringLiteral("1.0.0.0");
     controller_ = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
-        resources(), update.version, PersistedFolders(documents(), path(QStringLiteral("home"))),
+        resources(), update.version,
+        ofTheUser ? PersistedFolders()
+                  : PersistedFolders(documents(), path(QStringLiteral("home"))),
         sharedVolumes, fileManager, desktop.parts(), update, second_});
     controller_->awakeFromNib();
     controller_->applicationDidFinishLaunching();

@@ -118,6 +118,8 @@ public:
     /// ffmpeg, into a folder of the system; none at all where `release` is empty.
     void useLauncher(const QString& release);
 
+    /// The next start looks for the folders where the environment says, as main() does.
+    bool ofTheUser = false;
     BoxAnswers boxes;
     const std::shared_ptr<FakeVolumes> sharedVolumes = std::make_shared<FakeVolumes>();
     FakeVolumes& volumes = *sharedVolumes;

@@ -1,12 +1,12 @@
+#include "app/AsNobody.h"
 #include "app/ControllerFixture.h"
+#include "app/FolderFiles.h"
 #include "app/PanelDriver.h"
 
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
 #include <QTest>
-
-#include <unistd.h>
 
 namespace {
 
@@ -23,25 +23,6 @@ QByteArray readFile(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
-
-/// Lets nobody's rights count where the tests are run by root, who may do everything.
-class AsNobody final {
-public:
-    AsNobody() {
-        if (wasRoot_ && ::seteuid(nobody) != 0)
-            qFatal("root cannot be nobody");
-    }
-    ~AsNobody() {
-        if (wasRoot_ && ::seteuid(0) != 0)
-            qFatal("nobody cannot be root again");
-    }
-    Q_DISABLE_COPY_MOVE(AsNobody)
-
-private:
-    static constexpr uid_t nobody = 65534;
-
-    const bool wasRoot_ = ::geteuid() == 0;
-};
 
 } // namespace
 
@@ -101,23 +82,8 @@ void TestFolders::reading_data() {
     row("other letters", "F/\xc3\xa9t\xc3\xa9 \xf0\x9f\x8e\xac", QString::fromUtf8("F/été 🎬"));
     row("a plain file is taken as well", "F/plain", QStringLiteral("F/plain"));
     row("a slash at the end stays", "F/there/", QStringLiteral("F/there/"));
-    row("a byte-order mark belongs to the name",
-        "\xef\xbb\xbf"
-        "F/there",
-        defaultFolder);
-    row("nothing in it", "", defaultFolder);
-    row("a line end", "F/there\n", defaultFolder);
-    row("a line end of another system", "F/there\r\n", defaultFolder);
-    row("two lines", "F/there\nF/there", defaultFolder);
-    row("nothing there", "F/gone", defaultFolder);
-    row("not UTF-8", "F/there\xff", defaultFolder);
-    row("not UTF-8 in the middle", "F/\xffthere", defaultFolder);
-    row("UTF-8 that is cut", "F/there\xc3", defaultFolder);
-    row("a null character", QByteArray("F/there\0", 8), defaultFolder);
-    row("a null character inside", QByteArray("F/there\0/more", 13), defaultFolder);
-    row("a tilde is a name", "~", defaultFolder);
-    row("a megabyte", "F/" + QByteArray(1 << 20, 'a'), defaultFolder);
-    row("a megabyte of line ends", "F/there" + QByteArray(1 << 20, '\n'), defaultFolder);
+    for (const FolderFile& each : filesWithoutFolder())
+        row(each.what, each.content, defaultFolder);
 }
 
 void TestFolders::reading() {

@@ -32,6 +32,8 @@ struct Fault {
     QList<BoxAnswer> boxes = {};
     QStringList waiting = {}; ///< names of the rows that are left
     QStringList outputs = {}; ///< names of the new files in the output folder
+    /// Looks at more of what is left. Names what is not as it must be, or nothing.
+    std::function<QString(FaultScene&)> afterwards = {};
     std::chrono::milliseconds second = std::chrono::milliseconds(50);
 };
 

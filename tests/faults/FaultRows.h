@@ -21,6 +21,7 @@ inline constexpr const char* sourceWentBox = "IDS_TXT_POPUP_UNEXPECTEDREMOVE";
 inline constexpr const char* folderGoneBox = "IDS_BTN_POPUP_OUTFLDRUNAVAILABLE";
 inline constexpr const char* stopBox = "IDS_TXT_POPUP_STOPCONVERTING";
 inline constexpr const char* unsupportedBox = "IDS_TXT_UNSUPPORTED";
+inline constexpr const char* conflictBox = "IDS_TXT_POPUP_SAMENAME";
 
 using Encoder = Fault::Encoder;
 

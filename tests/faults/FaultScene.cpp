@@ -2,10 +2,13 @@
 
 #include "app/RunChecks.h"
 #include "faults/FaultTable.h"
+#include "filelist/FileTableModel.h"
+#include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
 #include "widgets/MessageBox.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -35,6 +38,15 @@ QString keyOf(const QString& message) {
     return message;
 }
 
+/// Names that begin with a dot too.
+QStringList allNamesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+QString inShort(const QString& name) {
+    return name.size() > 24 ? name.left(20) + QStringLiteral("...") : name;
+}
+
 QString list(const QStringList& names) {
     return names.isEmpty() ? QStringLiteral("nothing") : names.join(QStringLiteral(", "));
 }
@@ -43,7 +55,17 @@ QString list(const QStringList& names) {
 
 FaultScene::FaultScene(const Fault& fault)
     : program(fault.second), fault_(fault), outputFolder_(program.documents()) {
-    program.app().engine().setPatience({20 * fault.second, 10 * fault.second});
+    setPatience();
+}
+
+void FaultScene::restart() {
+    program.restart();
+    outputFolder_ = program.widget<QLineEdit>("outputFolderPath")->text();
+    setPatience();
+}
+
+void FaultScene::setPatience() {
+    program.app().engine().setPatience({20 * fault_.second, 10 * fault_.second});
 }
 
 void FaultScene::addScripted(const QString& name, const QStringList& encode) {
@@ -98,11 +120,13 @@ void FaultScene::run() {
         before_.insert(it.key(), it.value());
     for (const BoxAnswer& box : fault_.boxes) {
         program.boxes.promise(box.code, false, [this, &box] {
+            lookForMarkup();
             if (box.meanwhile)
                 box.meanwhile(*this);
         });
     }
     program.boxes.answerTheRest(1000);
+    lookForMarkup();
     program.click("btnConvertFile");
     if (fault_.meanwhile)
         fault_.meanwhile(*this);
@@ -134,6 +158,8 @@ QString FaultScene::complaints() {
         keys += QString::fromLatin1(box.key);
     if (boxKeys() != keys)
         found += QStringLiteral("the boxes were ") + list(boxKeys());
+    if (!markup_.isEmpty())
+        found += QStringLiteral("taken for markup: ") + list(markup_);
     if (!runControlsAre(true, program))
         found += QStringLiteral("the controls are locked");
     QStringList rows;
@@ -158,16 +184,16 @@ QString FaultScene::complaints() {
 QString FaultScene::outcome() {
     QStringList parts;
     for (int row = 0; row < program.files().rowCount(); ++row)
-        parts +=
-            program.files().recordAt(row)->text(key::name) + u' ' + program.status(row).toLower();
+        parts += inShort(program.files().recordAt(row)->text(key::name)) + u' ' +
+                 program.status(row).toLower();
     for (const QString& name : newOutputs())
-        parts += name.section(u'_', 0, 0) + QStringLiteral(" converted");
+        parts += inShort(name.section(u'_', 0, 0)) + QStringLiteral(" converted");
     return parts.isEmpty() ? QStringLiteral("no row, no output") : parts.join(QStringLiteral(", "));
 }
 
 QMap<QString, QByteArray> FaultScene::contentsOf(const QString& folder) {
     QMap<QString, QByteArray> result;
-    for (const QString& name : namesIn(folder))
+    for (const QString& name : allNamesIn(folder))
         result.insert(folder + u'/' + name, contentOf(folder + u'/' + name));
     return result;
 }
@@ -179,9 +205,29 @@ QStringList FaultScene::boxKeys() const {
     return keys;
 }
 
+void FaultScene::lookForMarkup() {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        for (const auto* label : window->findChildren<QLabel*>()) {
+            const Qt::TextFormat format = label->textFormat();
+            if (format != Qt::PlainText &&
+                (format != Qt::AutoText || Qt::mightBeRichText(label->text())))
+                markup_ += label->text();
+        }
+    }
+    const QAbstractItemModel& table = *program.widget<FileTableView>("theTableNew")->fileModel();
+    for (int row = 0; row < table.rowCount(); ++row) {
+        for (int column = 0; column < table.columnCount(); ++column) {
+            const QString tip = table.index(row, column).data(Qt::ToolTipRole).toString();
+            // One that is taken for markup says what the name is all the same.
+            if (Qt::mightBeRichText(tip) && tip.count(u'<') > 2)
+                markup_ += tip;
+        }
+    }
+}
+
 QStringList FaultScene::newOutputs() const {
     QStringList names;
-    for (const QString& name : namesIn(outputFolder_)) {
+    for (const QString& name : allNamesIn(outputFolder_)) {
         if (!before_.contains(output(name)) && !changing_.contains(output(name)))
             names += name;
     }
@@ -226,6 +272,8 @@ FaultRow survive(const Fault& fault) {
     scene.run();
     row.verdict = scene.complaints();
     row.outcome = scene.outcome();
+    if (row.verdict.isEmpty() && fault.afterwards)
+        row.verdict = fault.afterwards(scene);
     if (row.verdict.isEmpty())
         row.verdict = QStringLiteral("survived");
     return row;

@@ -18,6 +18,9 @@ public:
 
     ControllerFixture program;
 
+    /// Starts the program once more, over the same folders.
+    void restart();
+
     // The list. The names are those of files in the movies' folder.
     void addScripted(const QString& name, const QStringList& encode);
     /// A movie that any encoder converts.
@@ -63,7 +66,10 @@ public:
     [[nodiscard]] static QMap<QString, QByteArray> contentsOf(const QString& folder);
 
 private:
+    void setPatience();
     [[nodiscard]] QStringList boxKeys() const;
+    /// Notes the labels and tooltips that are taken for markup.
+    void lookForMarkup();
     [[nodiscard]] QStringList newOutputs() const;
     [[nodiscard]] QStringList changedFiles() const;
 
@@ -71,6 +77,7 @@ private:
     QString outputFolder_;
     QStringList changing_;
     QMap<QString, QByteArray> before_;
+    QStringList markup_;
     bool cameToAnEnd_ = false;
     std::shared_ptr<void> kept_;
 };

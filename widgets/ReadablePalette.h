@@ -10,9 +10,9 @@
 /// Ink that is faint on its ground and can be read all the same, where the full ink can.
 [[nodiscard]] QColor faint(const QColor& ink, const QColor& ground);
 
-/// Keeps what is disabled readable in every palette that the desktop may give: Qt makes the disabled
-/// inks of a high-contrast one out of its black buttons, and they come out black as well. Main
-/// thread; owned by main().
+/// Keeps what is disabled readable in every palette that the desktop may give: Qt makes the
+/// disabled inks of a high-contrast one out of its black buttons, and they come out black as well.
+/// Main thread; owned by main().
 class ReadablePalette final : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ReadablePalette)

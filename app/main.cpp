@@ -2,6 +2,7 @@
 #include "app/Version.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/QuitSignals.h"
+#include "platform/StandardStreams.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/LauncherProgress.h"
 #include "platform/desktop/Notifications.h"
@@ -30,6 +31,7 @@ bool isWindowOpen() {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    openStandardStreams();
     QApplication application(argc, argv);
     QApplication::setApplicationName(appName);
     QApplication::setApplicationDisplayName(QString());

@@ -389,11 +389,17 @@ void TestChildProcess::descriptorsAreNotInherited() {
     expected.insert({STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO});
     const auto child = sleeper();
     const QDir folder(u"/proc/%1/fd"_s.arg(child->processIdentifier()));
-    const QStringList names = folder.entryList(QDir::Files | QDir::System);
-    QVERIFY(names.size() >= 3);
-    for (const QString& name : names)
-        QVERIFY2(expected.count(name.toInt()) == 1,
-                 qPrintable(name + u' ' + QFile::symLinkTarget(folder.filePath(name))));
+    const auto unexpected = [&] {
+        QStringList found;
+        const QStringList names = folder.entryList(QDir::Files | QDir::System);
+        for (const QString& name : names) {
+            if (expected.count(name.toInt()) == 0)
+                found += name + u' ' + QFile::symLinkTarget(folder.filePath(name));
+        }
+        return names.size() < 3 ? QStringList(u"not all of its own"_s) : found;
+    };
+    // While it begins the child opens files itself, for its texts.
+    QTRY_VERIFY2(unexpected().isEmpty(), qPrintable(unexpected().join(u'\n')));
     QVERIFY(child->kill());
     QVERIFY(child->waitForEnd(longEnough));
     QVERIFY(other->kill());

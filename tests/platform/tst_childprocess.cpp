@@ -398,8 +398,9 @@ void TestChildProcess::descriptorsAreNotInherited() {
         }
         return names.size() < 3 ? QStringList(u"not all of its own"_s) : found;
     };
-    // While it begins the child opens files itself, for its texts.
-    QTRY_VERIFY2(unexpected().isEmpty(), qPrintable(unexpected().join(u'\n')));
+    // While it begins the child opens and closes files of its own: seen without once is enough.
+    bool isBare = false;
+    QTRY_VERIFY2((isBare = isBare || unexpected().isEmpty()), qPrintable(unexpected().join(u'\n')));
     QVERIFY(child->kill());
     QVERIFY(child->waitForEnd(longEnough));
     QVERIFY(other->kill());

@@ -22,7 +22,8 @@ QString PersistedFolders::readDefaultFilePath(const QString& fileName) const {
     if (documentsFolder_.isEmpty())
         return defaultFolder();
     QFile file(filePath(fileName));
-    if (!file.open(QIODevice::ReadOnly))
+    // Whoever opens a pipe that nobody writes to waits for ever.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return defaultFolder();
     const auto folder = folderInText(file.read(maximumFolderText + 1));
     return folder && QFileInfo::exists(*folder) ? *folder : defaultFolder();

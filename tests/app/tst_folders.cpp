@@ -8,6 +8,8 @@
 #include <QScopeGuard>
 #include <QTest>
 
+#include <sys/stat.h>
+
 namespace {
 
 const QString outputFile = QStringLiteral("default_hevc_path.txt");
@@ -103,6 +105,11 @@ void TestFolders::readingWhatMayNotBeRead() {
 
     QVERIFY(QDir().mkpath(at("docs/") + addFile));
     QCOMPARE(folders().readDefaultFilePath(addFile), at("home/Documents"));
+
+    const QString pipe = at("docs/") + outputFile;
+    QCOMPARE(::mkfifo(qPrintable(pipe), 0600), 0);
+    QCOMPARE(folders().readDefaultFilePath(outputFile), at("home/Documents"));
+    QVERIFY(QFile::remove(pipe));
 
     writeFile(at("docs/") + outputFile, folder_->path().toUtf8());
     QCOMPARE(folders().readDefaultFilePath(outputFile), folder_->path());

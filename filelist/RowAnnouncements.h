@@ -17,6 +17,9 @@ public:
     RowAnnouncements(const FileTableModel& model, Announcer& announcer);
     Q_DISABLE_COPY_MOVE(RowAnnouncements)
 
+    /// Whether a change has not been looked at yet: it is given a moment to go again.
+    [[nodiscard]] bool isWaiting() const { return pause_.isActive(); }
+
 private:
     void noteChange(int firstRow, int lastRow);
     void look();

@@ -21,8 +21,8 @@ struct Scene {
         f.model.reload();
         settle();
     }
-    /// Long enough for whatever would be said.
-    void settle() const { QTest::qWait(400); }
+    /// Until whatever would be said has been.
+    void settle() const { QTRY_VERIFY(!announcements.isWaiting()); }
     void change(int row, const QString& word, const QString& shown, int step = 0) {
         f.list.recordAt(row)->set(key::progress, shown);
         f.list.progressObjects.at(size_t(row))->changestat(word);

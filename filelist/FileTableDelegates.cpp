@@ -162,7 +162,7 @@ bool CheckDelegate::editorEvent(QEvent*, QAbstractItemModel*, const QStyleOption
 }
 
 QComboBox* ComboDelegate::openEditor() const {
-    return editor_;
+    return qobject_cast<QComboBox*>(editor_.data());
 }
 
 void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -241,10 +241,11 @@ QWidget* ComboDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
 // With its list closed a combo box takes an arrow key for a choice, which would store the value and
 // end the editing at the first press.
 bool ComboDelegate::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == editor_ && event->type() == QEvent::KeyPress) {
+    QComboBox* const editor = openEditor();
+    if (editor && watched == editor && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Up || key == Qt::Key_Down) {
-            editor_->showPopup();
+            editor->showPopup();
             return true;
         }
     }
@@ -283,7 +284,7 @@ void ComboDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionView
 }
 
 void ComboDelegate::finishEditing() {
-    QComboBox* const editor = editor_;
+    QComboBox* const editor = openEditor();
     if (!editor)
         return;
     editor_ = nullptr;

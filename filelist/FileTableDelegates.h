@@ -70,7 +70,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    mutable QPointer<QComboBox> editor_;
+    mutable QPointer<QObject> editor_; ///< a combo box, until it is being destroyed
 };
 
 /// Paints a row's image button, which rises under the pointer and sinks when pressed; the view

@@ -423,5 +423,6 @@ int main(int argc, char** argv) {
     const struct rlimit noCore {};
     ::setrlimit(RLIMIT_CORE, &noCore);
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGSEGV, SIG_DFL); // a sanitizer would have the last words
     return Encoder(std::vector<std::string>(argv, argv + argc)).run();
 }

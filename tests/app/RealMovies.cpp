@@ -54,7 +54,7 @@ std::optional<MovieFacts> RealMovies::factsOf(const QString& path) const {
         return std::nullopt;
     const QJsonObject root = QJsonDocument::fromJson(*report).object();
     MovieFacts facts;
-    for (const QJsonValue& each : root[QStringLiteral("streams")].toArray()) {
+    for (const auto& each : root[QStringLiteral("streams")].toArray()) {
         const QJsonObject stream = each.toObject();
         const QString kind = stream[QStringLiteral("codec_type")].toString();
         const QString codec = stream[QStringLiteral("codec_name")].toString();

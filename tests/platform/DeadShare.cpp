@@ -67,6 +67,7 @@ int DeadShare::hangingCalls() {
     return share().hanging;
 }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the library's are reserved.
 extern "C" {
 
 int stat(const char* path, struct stat* result) noexcept {
@@ -112,3 +113,4 @@ int open64(const char* path, int flags, ...) {
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -137,11 +137,9 @@ void TestSoak::pressWhateverIsThere() {
     qInfo("%d jobs, %lld KB more memory in use", started, grown / 1024);
     QCOMPARE(faults() + faultsOfAll(), QString());
     QVERIFY(areSourcesUntouched());
-    QCOMPARE(childrenCount(), 0);
+    QCOMPARE(childrenCount(), 0); // by number they may be somebody else's by now
     if (!isSanitized)
         QVERIFY2(grown < memoryAllowance, qPrintable(QString::number(grown)));
-    for (const EncoderStart& each : scene.program.encodes())
-        QCOMPARE(processState(each.pid), '\0');
     scene_.reset();
 }
 

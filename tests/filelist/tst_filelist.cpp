@@ -48,14 +48,7 @@ class TestFileList final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void recordKeepsItsKeysInOrder();
-    void recordWithoutAKey();
-    void recordKeysAreCaseSensitive();
     void recordIsShared();
-    void idIsTheLowHalf();
-    void statusWords();
-    void idSetKeepsEachOnceInOrder();
-    void sharedStateBeginsWithoutAnything();
     void beginsEmpty();
     void appendGrowsItsThreeLists();
     void rowIsCompleteWithTheLastList();
@@ -84,50 +77,6 @@ private Q_SLOTS:
     void dequeueHead();
 };
 
-void TestFileList::recordKeepsItsKeysInOrder() {
-    JobRecord record;
-    const std::vector<QString> order{
-        key::id,      key::name,          key::srcpath,        key::path,
-        key::check,   key::audio,         key::video,          key::duration,
-        key::profile, key::profileForCol, key::status,         key::progress,
-        key::image,   key::converted,     key::conversionstat, key::cmb};
-    for (const QString& each : order)
-        record.set(each, each);
-    QCOMPARE(record.keys(), order);
-    // A new value keeps the place, a new key comes last.
-    record.set(key::duration, u"00:00:08.00"_s);
-    record.set(key::audio, u"AAC"_s);
-    record.set(key::resolutionID, 3);
-    record.set(key::resolution, u"640x480"_s);
-    std::vector<QString> longer = order;
-    longer.push_back(key::resolutionID);
-    longer.push_back(key::resolution);
-    QCOMPARE(record.keys(), longer);
-    QCOMPARE(record.text(key::duration), u"00:00:08.00"_s);
-    QCOMPARE(record.number(key::resolutionID), 3);
-}
-
-void TestFileList::recordWithoutAKey() {
-    const JobRecord record;
-    QVERIFY(record.keys().empty());
-    QVERIFY(!record.contains(key::progressValue));
-    QVERIFY(!record.value(key::progressValue).isValid());
-    QCOMPARE(record.text(key::progressValue), QString());
-    QCOMPARE(record.number(key::resolutionID), 0);
-    QCOMPARE(record.id(), 0);
-}
-
-void TestFileList::recordKeysAreCaseSensitive() {
-    JobRecord record;
-    record.set(key::profileForCol, u"a"_s);
-    record.set(u"profileforcol"_s, u"b"_s);
-    QCOMPARE(record.text(key::profileForCol), u"a"_s);
-    QCOMPARE(record.keys().size(), size_t(2));
-    record.set(key::status, QString());
-    QVERIFY(record.contains(key::status));
-    QVERIFY(!record.contains(u"Status"_s));
-}
-
 void TestFileList::recordIsShared() {
     FileList files;
     const JobRecordPtr record = add(files, 1);
@@ -135,64 +84,6 @@ void TestFileList::recordIsShared() {
     QCOMPARE(files.recordAt(0)->text(key::status), u"Processing"_s);
     QCOMPARE(files.arrayControllerNew.front()->text(key::status), u"Processing"_s);
     QCOMPARE(files.recordWithId(1)->text(key::status), u"Processing"_s);
-}
-
-void TestFileList::idIsTheLowHalf() {
-    JobRecord record;
-    record.set(key::id, static_cast<int>((qint64{1} << 32) + 5));
-    QCOMPARE(record.id(), 5);
-}
-
-void TestFileList::statusWords() {
-    QCOMPARE(status::STATWT, u"Waiting"_s);
-    QCOMPARE(status::STATPS, u"Paused"_s);
-    QCOMPARE(status::STATPR, u"Processing"_s);
-    QCOMPARE(status::STATCO, u"Converted"_s);
-    QCOMPARE(status::STATPW, u"PausedWait"_s);
-    QCOMPARE(status::STATFL, u"Failed"_s);
-    QCOMPARE(status::STATCR, u"Converting"_s);
-    QCOMPARE(status::CONCOMPLETE, u"Complete"_s);
-    QCOMPARE(status::CONRUNNING, u"Running"_s);
-    QCOMPARE(status::CONSTOPPED, u"Stopped"_s);
-}
-
-void TestFileList::idSetKeepsEachOnceInOrder() {
-    IdSet ids;
-    QVERIFY(ids.isEmpty());
-    for (const int id : {3, 1, 3, 2, 1})
-        ids.add(id);
-    QCOMPARE(ids.ids(), Ids({3, 1, 2}));
-    QVERIFY(ids.contains(1));
-    QVERIFY(!ids.contains(4));
-    ids.remove(1);
-    ids.remove(4);
-    QCOMPARE(ids.ids(), Ids({3, 2}));
-    ids.add(1);
-    QCOMPARE(ids.ids(), Ids({3, 2, 1}));
-    ids.removeAll({1, 5, 3});
-    QCOMPARE(ids.ids(), Ids({2}));
-    QVERIFY(!ids.contains(3));
-    ids.clear();
-    QVERIFY(ids.isEmpty());
-    QVERIFY(!ids.contains(3));
-}
-
-void TestFileList::sharedStateBeginsWithoutAnything() {
-    const SharedState state;
-    QCOMPARE(state.itemId, qint64{0});
-    QCOMPARE(state.count, qint64{0});
-    QVERIFY(state.outputFolder.isEmpty());
-    QCOMPARE(state.convertingIndex, -1);
-    QVERIFY(state.isSourceAvailable);
-    QVERIFY(!state.isConversionRunning);
-    QVERIFY(!state.stopped);
-    QVERIFY(!state.error);
-    QVERIFY(!state.pausedFileIsDeleted);
-    QCOMPARE(state.noOfConvertedFile, 0);
-    QVERIFY(state.noOfconvertingFileList.isEmpty());
-    QVERIFY(!state.checkStatusForFileConflict);
-    QVERIFY(!state.checkStatusForSdCardDelay);
-    QCOMPARE(state.second, std::chrono::milliseconds(1000));
 }
 
 void TestFileList::beginsEmpty() {

@@ -14,10 +14,12 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE "${debian_revision}")
 set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${REELSHIFT_HOME_URL}")
-# The libraries are found out by dpkg-shlibdeps; the encoder and the window system's plugin are
-# looked for while the program runs.
+# The libraries are found out by dpkg-shlibdeps, and with them comes the plugin for X11, which is in
+# the package of Qt's library. The encoder and the plugin for Wayland are looked for while the program
+# runs. A dependency and no recommendation, as other programs in Debian have it that know both: without
+# the plugin the program does not get as far as a message where there is a Wayland display alone.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "ffmpeg, qt6-qpa-plugins")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "ffmpeg, qt6-wayland")
 # Qt's own texts in other languages than English.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-translations-l10n)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)

@@ -4,12 +4,26 @@
 
 # What the build takes.
 BUILD_PACKAGES=(cmake ninja-build g++ qt6-base-dev qt6-tools-dev qt6-l10n-tools)
-# What the program takes to work: the encoder, the window system's plugin, a font, Qt's own texts in
-# other languages.
-PROGRAM_PACKAGES=(ffmpeg qt6-qpa-plugins fonts-dejavu-core qt6-translations-l10n)
+# What the program takes to work: the encoder, the plugin for Wayland (the one for X11 comes with Qt's
+# own library), a font, Qt's own texts in other languages.
+PROGRAM_PACKAGES=(
+    ffmpeg
+    fonts-dejavu-core
+    qt6-translations-l10n
+    qt6-wayland
+)
 # A desktop that nobody sees, and what uses the window there.
-DESKTOP_PACKAGES=(xvfb openbox dbus dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi
-    imagemagick)
+DESKTOP_PACKAGES=(
+    at-spi2-core
+    dbus
+    dbus-daemon
+    gir1.2-atspi-2.0
+    imagemagick
+    openbox
+    python3
+    python3-gi
+    xvfb
+)
 # What the tests take besides.
 TEST_PACKAGES=(python3-dbusmock xauth xdotool)
 # What makes the Debian package, and what looks it over and tries it out.

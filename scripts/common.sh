@@ -28,7 +28,9 @@ DESKTOP_PACKAGES=(
 TEST_PACKAGES=(python3-dbusmock xauth xdotool)
 # What makes the Debian package, and what looks it over and tries it out.
 PACKAGE_PACKAGES=(dpkg-dev file gzip)
-PACKAGE_TEST_PACKAGES=(lintian desktop-file-utils appstream man-db mmdebstrap)
+PACKAGE_TEST_PACKAGES=(lintian desktop-file-utils appstream man-db)
+# What makes a bare system in a folder.
+ROOT_PACKAGES=(debian-archive-keyring mmdebstrap)
 # What the checks of .ci/run take besides.
 CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
 

@@ -34,6 +34,9 @@ ROOT_PACKAGES=(debian-archive-keyring mmdebstrap)
 # What the checks of .ci/run take besides.
 CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
 
+# The status of what could not be fetched and may do on another day.
+UNAVAILABLE=75
+
 say() { printf '\n==> %s\n' "$*"; }
 fail() { printf '%s: %s\n' "$0" "$*" >&2; exit 1; }
 
@@ -65,12 +68,14 @@ require_packages() {
         as_root=(sudo)
         [[ -t 0 ]] || as_root+=(-n)
     fi
-    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0)
+    local apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0
+        -o Acquire::Retries=3)
     mkdir -p build
     "${apt[@]}" update || say "The package lists could not be refreshed; trying with the old ones."
     "${apt[@]}" install -y --no-install-recommends "${missing[@]}" >build/apt.log || {
         tail -n 20 build/apt.log >&2
-        fail "apt could not install the packages named above"
+        say "apt could not install the packages named above" >&2
+        exit "$UNAVAILABLE"
     }
 }
 

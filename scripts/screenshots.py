@@ -59,7 +59,7 @@ def add(program, path):
     rows = program.row_count()
     window.press(program.button("IDS_BTN_ADD_FILE"))
     panel = program.panel(text("IDS_TXT_PANEL_ADD"))
-    field = window.find(panel.node, "text")
+    field = window.find(panel.node, window.Role.TEXT)
     window.type_into(field, path)
     window.wait_for(lambda: window.content(field) in (path, os.path.basename(path)), "the path")
     window.wait_for(lambda: window.has_state(panel.node, window.Atspi.StateType.ACTIVE),

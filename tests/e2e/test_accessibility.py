@@ -8,7 +8,7 @@ import subprocess
 from harness import ARTIFACTS, ProgramTest, main, window
 from movies import make_hevc
 from texts import mnemonic, text
-from window import Atspi, GLib
+from window import Atspi, GLib, Role
 
 EVENTS = ("object:state-changed:showing", "object:property-change:accessible-name",
           "object:property-change:accessible-value", "window:activate",
@@ -29,7 +29,7 @@ class Ear:
     def _note(self, event):
         try:
             if event.source.get_process_id() == self._pid:
-                self.heard.append((event.type, event.detail1, event.source.get_role_name(),
+                self.heard.append((event.type, event.detail1, event.source.get_role(),
                                    event.source.get_name()))
         except GLib.Error:
             pass  # what told is gone
@@ -43,7 +43,7 @@ class Ear:
     def said(self):
         """The announcements, line by line."""
         return [line for kind, shown, role, name in self.listen()
-                if kind == "object:state-changed:showing" and shown and role == "notification"
+                if kind == "object:state-changed:showing" and shown and role == Role.NOTIFICATION
                 for line in name.split("\n")]
 
 
@@ -74,8 +74,8 @@ class Walk(ProgramTest):
         self.assertIn("Ctrl+O", add.get_description())
         for node in window.descendants(self.app.window()):
             if window.has_state(node, Atspi.StateType.FOCUSABLE) \
-                    and node.get_role_name() not in ("list", "list item"):
-                self.assertNotEqual("", node.get_name(), node.get_role_name())
+                    and node.get_role() not in (Role.LIST, Role.LIST_ITEM):
+                self.assertNotEqual("", node.get_name(), node.get_role())
 
     def test_the_focus_is_a_cell(self):
         self.app.add_all(make_hevc(self.movie_path("a.mp4"), seconds=1))
@@ -86,7 +86,7 @@ class Walk(ProgramTest):
         def focused():
             return [(role, name) for kind, gained, role, name in ear.listen()
                     if kind == "object:state-changed:focused" and gained]
-        window.wait_for(lambda: focused()[-1:] == [("table cell", "a.mp4")], "a focused cell")
+        window.wait_for(lambda: focused()[-1:] == [(Role.TABLE_CELL, "a.mp4")], "a focused cell")
 
     def test_what_is_said_of_a_run(self):
         ear = Ear(self, self.app)

@@ -156,7 +156,7 @@ class NotAwake(ProgramTest):
         line = text("IDS_TXT_NOT_KEPT_AWAKE")
 
         def shown():
-            return window.find(self.app.window(), "label", line, required=False)
+            return window.find(self.app.window(), window.Role.LABEL, line, required=False)
         self.assertIsNone(shown())
         self.app.convert()
         window.wait_for(shown, "the quiet line")

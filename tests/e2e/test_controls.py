@@ -65,7 +65,7 @@ class ControlsTest(ProgramTest):
 
     def header_box(self):
         return next(node for node in window.descendants(self.app.table(), into_tables=True)
-                    if node.get_role_name() == "check box"
+                    if node.get_role() == window.Role.CHECK_BOX
                     and node.get_name() == text("IDS_A11Y_SELECT_ALL"))
 
     def is_all_checked(self):
@@ -74,7 +74,7 @@ class ControlsTest(ProgramTest):
     def editor(self):
         """The editor that is open in the table."""
         return next((node for node in window.descendants(self.app.table(), into_tables=True)
-                     if node.get_role_name() == "combo box"), None)
+                     if node.get_role() == window.Role.COMBO_BOX), None)
 
     # What a user does
 
@@ -120,7 +120,7 @@ class ControlsTest(ProgramTest):
         def listed():
             tops = list(window.children(self.app.root()))
             nodes = tops + [child for top in tops for child in window.children(top)]
-            return [node for node in nodes if node.get_role_name() in ("dialog", "alert")]
+            return [node for node in nodes if node.get_role() in window.DIALOGS]
         window.wait_for(lambda: not listed(), "the box to leave the tree")
 
     def check_stopped(self, row=0, name="long.mp4"):

@@ -49,7 +49,7 @@ class Keyboard(ProgramTest):
             self.wait_for_active()
             keys("ctrl+o")
             panel = self.app.panel(text("IDS_TXT_PANEL_ADD"))
-            field = window.find(panel.node, "text")
+            field = window.find(panel.node, window.Role.TEXT)
             window.wait_for(lambda: window.has_state(field, Atspi.StateType.FOCUSED), "the field")
             write(path)
             window.wait_for(lambda: window.content(field) == path, f"{path} to be typed")
@@ -63,7 +63,7 @@ class Keyboard(ProgramTest):
 
         def is_open():
             editor = next((node for node in window.descendants(self.app.table(), into_tables=True)
-                           if node.get_role_name() == "combo box"), None)
+                           if node.get_role() == window.Role.COMBO_BOX), None)
             return editor and window.has_state(editor, Atspi.StateType.EXPANDED)
         window.wait_for(is_open, "the list of the cell")
 

@@ -25,7 +25,7 @@ class InALanguage(ProgramTest):
         window.press(self.app.button("IDS_BTN_ADD_FILE"))
         panel = self.app.panel(text("IDS_TXT_PANEL_ADD"))
         names = [node.get_name() for node in window.descendants(panel.node)
-                 if node.get_role_name() == "push button"]
+                 if node.get_role() == window.Role.PUSH_BUTTON]
         panel.press(names[-1])
         return names[-1]
 

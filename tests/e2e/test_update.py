@@ -162,10 +162,11 @@ class UpdateTest(ProgramTest):
 
     def accept(self, box):
         """Presses OK and gives the bar that appears in the same window."""
-        window.press(window.find(box.node, "push button", text("IDS_BTN_POPUP_OK")))
+        window.press(window.find(box.node, window.Role.PUSH_BUTTON, text("IDS_BTN_POPUP_OK")))
         return window.wait_for(
-            lambda: window.find(box.node, "progress bar", text("IDS_A11Y_DOWNLOAD_PROGRESS"),
-                                required=False), "the progress bar")
+            lambda: window.find(box.node, window.Role.PROGRESS_BAR,
+                                text("IDS_A11Y_DOWNLOAD_PROGRESS"), required=False),
+            "the progress bar")
 
     @staticmethod
     def bar_share(bar):
@@ -231,7 +232,7 @@ class UpdateTest(ProgramTest):
                           if text("IDS_TXT_UPDATE_NOT_OPENED") in box.message), None), "the box")
         self.assertIn(os.path.join(self.downloads, INSTALLER_NAME), alert.message)
         self.assertIsNone(self.app.process.poll())
-        window.press(window.find(alert.node, "push button", text("IDS_BTN_POPUP_OK")))
+        window.press(window.find(alert.node, window.Role.PUSH_BUTTON, text("IDS_BTN_POPUP_OK")))
         self.check_ended_with_folders()
         self.check_file()
 
@@ -248,7 +249,7 @@ class Download(UpdateTest):
         server.may_answer.set()
 
         box = self.question()
-        window.find(box.node, "label", text("IDS_TXT_NEWVERSION"))
+        window.find(box.node, window.Role.LABEL, text("IDS_TXT_NEWVERSION"))
         self.assertEqual([text("IDS_BTN_POPUP_OK"), text("IDS_BTN_POPUP_CANCEL")],
                          [name for name in box.buttons if name])
         self.assertFalse(os.path.exists(self.downloads))
@@ -317,10 +318,10 @@ class Question(UpdateTest):
     def test_outlives_the_main_window(self):
         box = self.offered()
         self.close_main_window()
-        window.find(box.node, "label", text("IDS_TXT_NEWVERSION"))
+        window.find(box.node, window.Role.LABEL, text("IDS_TXT_NEWVERSION"))
         self.assertIsNone(self.app.process.poll())
         self.assertEqual([], os.listdir(self.documents))
-        window.press(window.find(box.node, "push button", text("IDS_BTN_POPUP_CANCEL")))
+        window.press(window.find(box.node, window.Role.PUSH_BUTTON, text("IDS_BTN_POPUP_CANCEL")))
         self.check_ended_with_folders()
 
     def test_downloads_without_the_main_window(self):

@@ -19,6 +19,9 @@ from texts import text  # noqa: E402
 
 APP_NAME = "Quorvex Reelshift"
 LIMIT = 30.0
+Role = Atspi.Role
+LISTS = (Role.TABLE, Role.TREE, Role.TREE_TABLE, Role.LIST)
+DIALOGS = (Role.DIALOG, Role.ALERT, Role.FILE_CHOOSER)
 COLUMNS = ("check", "name", "duration", "audio", "res", "cmb", "progress", "im")
 
 
@@ -51,7 +54,7 @@ def children(node):
 def descendants(node, into_tables=False):
     for child in children(node):
         yield child
-        if into_tables or child.get_role_name() not in ("table", "tree", "tree table", "list"):
+        if into_tables or child.get_role() not in LISTS:
             yield from descendants(child, into_tables)
 
 
@@ -60,14 +63,16 @@ def has_state(node, state):
 
 
 def find(node, role, name=None, required=True):
-    """The one control of that role (and name) that is showing."""
-    roles = (role,) if isinstance(role, str) else role
+    """The one control of that role or one of those roles (and name) that is showing. Roles are
+    compared, not what they are called: that differs between releases."""
+    roles = role if isinstance(role, tuple) else (role,)
     for found in descendants(node):
-        if found.get_role_name() in roles and name in (None, found.get_name()) \
+        if found.get_role() in roles and name in (None, found.get_name()) \
                 and has_state(found, Atspi.StateType.SHOWING):
             return found
     if required:
-        raise LookupError(f"no {role} named {name!r} in:\n{describe(node)}")
+        nicks = " or ".join(each.value_nick for each in roles)
+        raise LookupError(f"no {nicks} named {name!r} in:\n{describe(node)}")
     return None
 
 
@@ -164,7 +169,7 @@ class Dialog:
         wait_for(self.is_gone, f"the dialog to go after {names}")
 
     def _button(self, *names):
-        return next(n for n in descendants(self.node) if n.get_role_name() == "push button"
+        return next(n for n in descendants(self.node) if n.get_role() == Role.PUSH_BUTTON
                     and n.get_name().replace("&", "") in names)
 
 
@@ -173,15 +178,15 @@ class MessageBox(Dialog):
 
     @property
     def message(self):
-        labels = [n for n in descendants(self.node) if n.get_role_name() == "label"]
+        labels = [n for n in descendants(self.node) if n.get_role() == Role.LABEL]
         return "\n".join(label.get_name() for label in labels if label.get_name())
 
     @property
     def buttons(self):
-        return [n.get_name() for n in descendants(self.node) if n.get_role_name() == "push button"]
+        return [n.get_name() for n in descendants(self.node) if n.get_role() == Role.PUSH_BUTTON]
 
     def tick(self):
-        press(find(self.node, "check box"))
+        press(find(self.node, Role.CHECK_BOX))
 
     def answer(self, button):
         self.press(button)
@@ -208,7 +213,7 @@ class FilePanel(Dialog):
 
     def _listed(self, names):
         """The files of those names in the panel's list, once all of them are there."""
-        files = {node.get_name(): node for node in descendants(find(self.node, "tree", "Files"))}
+        files = {node.get_name(): node for node in descendants(find(self.node, Role.TREE, "Files"))}
         return files if names <= files.keys() else None
 
     @staticmethod
@@ -226,7 +231,7 @@ class FilePanel(Dialog):
 
     def _type(self, path):
         # What the panel finds in the folder on show it shortens to the bare name.
-        field = find(self.node, "text")
+        field = find(self.node, Role.TEXT)
         type_into(field, path)
         wait_for(lambda: content(field) in (path, os.path.basename(path)), f"{path!r} to be typed")
 
@@ -271,7 +276,7 @@ class Application:
                                         if has_state(top, Atspi.StateType.SHOWING)]
 
     def _is_main(self, top):
-        return top.get_role_name() == "frame" and top.get_name().startswith(APP_NAME + " ")
+        return top.get_role() == Role.FRAME and top.get_name().startswith(APP_NAME + " ")
 
     def window(self):
         def look():
@@ -284,17 +289,16 @@ class Application:
         """Every open dialog: a window of its own, or one that is listed below its owner."""
         found = []
         for top in self.tops():
-            if top.get_role_name() in ("dialog", "alert", "file chooser"):
+            if top.get_role() in DIALOGS:
                 found.append(top)
             found += [child for child in children(top)
-                      if child.get_role_name() in ("dialog", "alert", "file chooser")
-                      and has_state(child, Atspi.StateType.SHOWING)]
+                      if child.get_role() in DIALOGS and has_state(child, Atspi.StateType.SHOWING)]
         return found
 
     def boxes(self):
         """The open dialogs that ask or tell: the ones without a field to type into."""
         return [MessageBox(node) for node in self.dialogs()
-                if find(node, "text", required=False) is None]
+                if find(node, Role.TEXT, required=False) is None]
 
     def box(self, limit=LIMIT):
         """The message box that is open, or opens within the limit."""
@@ -309,18 +313,18 @@ class Application:
 
     def button(self, key):
         """The button whose label has that key of the string table."""
-        return find(self.window(), "push button", text(key))
+        return find(self.window(), Role.PUSH_BUTTON, text(key))
 
     def table(self):
-        return find(self.window(), ("table", "tree table"))
+        return find(self.window(), (Role.TABLE, Role.TREE_TABLE))
 
     def output_folder(self):
-        return content(find(self.window(), "text", text("IDS_A11Y_OUTPUT_FOLDER")))
+        return content(find(self.window(), Role.TEXT, text("IDS_A11Y_OUTPUT_FOLDER")))
 
     def file_count(self):
         caption = text("IDS_TXT_FILELIST")
         return next(n.get_name() for n in descendants(self.window())
-                    if n.get_role_name() == "label" and n.get_name().startswith(caption + "  ("))
+                    if n.get_role() == Role.LABEL and n.get_name().startswith(caption + "  ("))
 
     def row_count(self):
         return Atspi.Table.get_n_rows(self.table())

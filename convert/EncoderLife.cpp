@@ -1,7 +1,8 @@
 #include "convert/EncoderLife.h"
 
 bool EncoderLife::isFinished() const {
-    return summarySeen_ && !writeFailed_ && !toldToEnd_ && end_ && end_->succeeded();
+    return summarySeen_ && !writeFailed_ && !damageSeen_ && !toldToEnd_ && end_ &&
+           end_->succeeded();
 }
 
 EncoderLife::Verdict EncoderLife::verdict() const {

@@ -26,10 +26,11 @@ public:
     /// A pause came too late: the encoder had ended.
     [[nodiscard]] bool suspendFailed() const { return suspendFailed_; }
     [[nodiscard]] bool isSummarySeen() const { return summarySeen_; }
+    [[nodiscard]] bool isDamageSeen() const { return damageSeen_; }
     /// Seconds in the summary, where it has been seen with a position.
     [[nodiscard]] std::optional<double> finalPosition() const { return finalPosition_; }
-    /// Whether the encoder came to its end by itself, with a summary and status 0, and wrote
-    /// everything: its output is a finished file.
+    /// Whether the encoder came to its end by itself, with a summary and status 0, read everything
+    /// and wrote everything: its output is a finished file.
     [[nodiscard]] bool isFinished() const;
     /// What the end of the encoder means. A removal is always the outcome, a stop unless the
     /// encoder had finished by itself before it could be told to end.
@@ -43,6 +44,8 @@ public:
     void ask(Request request);
     /// What a piece of output said. `position` is in seconds.
     void saw(bool summary, std::optional<double> position, bool writeFailure);
+    /// It complained of the movie that it converts.
+    void sawDamage() { damageSeen_ = true; }
     /// A signal that ends it was sent.
     void toldToEnd() { toldToEnd_ = true; }
     void ended(ProcessEnd end) { end_ = end; }
@@ -56,6 +59,7 @@ private:
     std::optional<double> finalPosition_;
     bool summarySeen_ = false;
     bool writeFailed_ = false;
+    bool damageSeen_ = false;
     bool toldToEnd_ = false;
     bool suspendFailed_ = false;
     bool removedWhilePaused_ = false;

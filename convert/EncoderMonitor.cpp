@@ -105,11 +105,13 @@ EncoderMonitor::Step EncoderMonitor::takePiece(const EncoderRunPtr& run,
                                                const EncoderPiece& piece) {
     const EncoderMarkers marks = markersOf(piece.text);
     run->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+    if (piece.hasDamage)
+        run->life.sawDamage();
     if (run->life.request() != EncoderLife::Request::None)
         return Step::EndAsAsked;
     if (piece.writeFailureAtEnd)
         return Step::WriteFailed;
-    if (!marks.hasPosition && !marks.hasError)
+    if (!marks.hasPosition && !marks.hasError && !piece.hasDamage)
         return Step::Go;
     return takePosition(run, piece.text);
 }
@@ -155,7 +157,8 @@ EncoderMonitor::Step EncoderMonitor::afterASecond(const EncoderRunPtr& run,
     if (run->life.request() != EncoderLife::Request::None)
         return Step::EndAsAsked;
     const EncoderMarkers marks = markersOf(piece.text);
-    if (marks.hasError || marks.hasInvalid)
+    // The damage may have been in a piece that a pause took up.
+    if (marks.hasError || marks.hasInvalid || run->life.isDamageSeen())
         return Step::Failed;
     if (marks.hasWriteFailure)
         return Step::WriteFailed;

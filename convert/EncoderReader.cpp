@@ -91,6 +91,8 @@ bool EncoderReader::readToEnd(const Deadline& deadline) {
             const EncoderMarkers marks = markersOf(piece->text);
             mainThread_.onMainThread([&] {
                 run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+                if (piece->hasDamage)
+                    run_->life.sawDamage();
             });
         } else if (ended) {
             noteEnd();

@@ -27,10 +27,12 @@ qsizetype startOfProgress(const QString& text, bool beginsLine) {
 std::optional<EncoderPiece> PieceCutter::next(bool flush) {
     blankWaiting(flush);
     while (!ready_.isEmpty()) {
-        const QString text = held_ + takeReady();
+        const QString taken = takeReady();
+        damageHeld_ = damage_.add(taken) || damageHeld_;
+        const QString text = held_ + taken;
         held_.clear();
         if (!isWriteFailureWithoutPosition(text))
-            return EncoderPiece{text};
+            return EncoderPiece{text, std::exchange(damageHeld_, false)};
         held_ = text;
     }
     return std::nullopt;
@@ -39,7 +41,7 @@ std::optional<EncoderPiece> PieceCutter::next(bool flush) {
 std::optional<EncoderPiece> PieceCutter::last() {
     if (held_.isEmpty())
         return std::nullopt;
-    return EncoderPiece{std::exchange(held_, QString()), true};
+    return EncoderPiece{std::exchange(held_, QString()), std::exchange(damageHeld_, false), true};
 }
 
 void PieceCutter::blankWaiting(bool flush) {

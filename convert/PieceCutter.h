@@ -1,5 +1,6 @@
 #pragma once
 
+#include "convert/DamageWatch.h"
 #include "media/ReportBlanking.h"
 
 #include <QByteArray>
@@ -12,6 +13,8 @@
 /// A stretch of the encoder's standard error that is handled at once.
 struct EncoderPiece final {
     QString text; ///< what the movie says about itself is blanked
+    /// It holds a complaint about the movie that is being converted, with a position or without.
+    bool hasDamage = false;
     /// A write failure after which the encoder ended without another word.
     bool writeFailureAtEnd = false;
 };
@@ -42,6 +45,8 @@ private:
     QStringDecoder decoder_{QStringConverter::Utf8}; ///< joins a character that a flush has cut
     QString ready_;                                  ///< blanked, in no piece yet
     QString held_;
+    DamageWatch damage_;
+    bool damageHeld_ = false; ///< since the last piece
     bool inHeader_ = true;
     bool atLineStart_ = true; ///< whether `ready_` begins a line
 };

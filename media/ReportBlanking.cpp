@@ -72,6 +72,7 @@ private:
     void blankPath(const QString& path);
     void blankRestOfPath(const QString& path);
     void blankCutPath(const QString& path);
+    void blankTimestamps();
 
     // Each takes the line that begins at `start` and returns the end of what it took, line end
     // excluded; -1 when the line is another one's.
@@ -116,6 +117,7 @@ void Walk::run() {
         at = end + 1;
         openFrom_ = at;
     }
+    blankTimestamps();
     text_.replace(blanked, u' ');
 }
 
@@ -168,6 +170,15 @@ void Walk::blankCutPath(const QString& path) {
         blank(at, text.size());
         return;
     }
+}
+
+/// "[mov @ 0x1] Invalid timestamps stream=0, pts=20, dts=60, size=9": a remark about the order of
+/// the pictures in a good movie, which a phone's camera often causes. Another thread may have put
+/// it into the middle of a line.
+void Walk::blankTimestamps() {
+    const QString remark = QStringLiteral("Invalid timestamps stream=");
+    for (qsizetype at = text_.indexOf(remark); at >= 0; at = text_.indexOf(remark, at))
+        blank(at, at + lineAt(at).size());
 }
 
 /// "Input #0, mov,mp4, from 'PATH':" and "Output #0, mp4, to 'PATH':".

@@ -5,7 +5,8 @@
 
 /// Blanks what a movie says about itself in ffmpeg's report: its path, its metadata, the titles of
 /// its chapters and the languages of its streams. A film called "Holiday Video" in ~/Videos must
-/// not be taken for a stream line, nor "trial and error" for a failure. Every character stays a
+/// not be taken for a stream line, nor "trial and error" for a failure. A remark about timestamps,
+/// which says "Invalid" of good movies, is blanked with it. Every character stays a
 /// character, so positions hold. Takes the report in pieces that may be cut anywhere; used by one
 /// thread at a time, owned by whoever reads the report.
 class ReportBlanker final {

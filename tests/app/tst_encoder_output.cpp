@@ -21,7 +21,8 @@ private Q_SLOTS:
     void marksInWhatTheMovieSays();
     void aNameWithLineEnds();
     void aTitleWithMarks();
-    void anErrorInTheHeaderIsAnError();
+    void damageWithoutAPosition_data();
+    void damageWithoutAPosition();
     void linesWithoutAPositionChangeNothing();
     void aSecondForEachPieceNotForEachLine();
     void aSecondForEachPieceThatComesAlone();
@@ -66,8 +67,13 @@ void TestEncoderOutput::goodRuns_data() {
     row("harmless Invalid while the input is opened",
         {"create", "print Invalid timestamps stream=0, pts=20, dts=60\\n", "header", "progress 1",
          "summary 10"});
-    row("Invalid without a position", {"create", "header", "progress 1", "wait 250",
-                                       "print Invalid something\\n", "wait 250", "summary 10"});
+    row("harmless Invalid between positions",
+        {"create", "header", "print [mov @ 0x1] Invalid timestamps stream=0, pts=20, dts=60\\n",
+         "progress 1", "print [mov @ 0x1] Invalid timestamps stream=0, pts=2, dts=6\\n",
+         "progress 2", "summary 10"});
+    row("Invalid while the input is opened",
+        {"create", "print [hevc @ 0x1] Invalid NAL unit size\\n", "header", "progress 1",
+         "summary 10"});
     row("an error with a capital",
         {"create", "header", "progress 1", "print Error and INVALID\\n", "summary 10"});
     row("a summary in many parts",
@@ -170,13 +176,35 @@ void TestEncoderOutput::aTitleWithMarks() {
             .write());
 }
 
-// Kept: an error counts wherever the encoder says it, also before its first position.
-void TestEncoderOutput::anErrorInTheHeaderIsAnError() {
+void TestEncoderOutput::damageWithoutAPosition_data() {
+    QTest::addColumn<QStringList>("encode");
+    const auto row = [](const char* name, std::initializer_list<const char*> steps) {
+        QStringList lines;
+        for (const char* each : steps)
+            lines += QString::fromLatin1(each);
+        QTest::newRow(name) << lines;
+    };
+    // Kept: an error counts wherever the encoder says it.
+    row("an error while the input is opened",
+        {"create", "print [mov @ 0x1] an error at the start\\n", "header", "progress 5",
+         "summary 10"});
+    row("an error before the first position",
+        {"create", "header", "print [hevc @ 0x1] an error at the start\\n", "wait 250",
+         "progress 5", "summary 10"});
+    row("Invalid before the first position",
+        {"create", "header", "print [hevc @ 0x1] Invalid NAL unit size\\n", "wait 250",
+         "progress 5", "summary 10"});
+    row("Invalid and no position but the last",
+        {"create", "header", "print [hevc @ 0x1] Invalid NAL unit size\\n", "summary 10"});
+    row("Invalid between positions",
+        {"create", "header", "progress 1", "wait 250", "print [hevc @ 0x1] Invalid data\\n",
+         "wait 250", "summary 10"});
+}
+
+void TestEncoderOutput::damageWithoutAPosition() {
+    QFETCH(QStringList, encode);
     ControllerFixture program;
-    program.add({program.movie(QStringLiteral("a.mp4"))
-                     .encode({"create", "header", "print [hevc @ 0x1] an error at the start\\n",
-                              "wait 250", "progress 5", "summary 10"})
-                     .write()});
+    program.add({program.movie(QStringLiteral("a.mp4")).encode(encode).write()});
     program.boxes.promise(1001);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void theRowSaysWhatItIsAndItsButtonWhatItDoes();
     void whatIsLeftInThePipeWaitsForTheResume();
     void aSummaryJustBeforeTheSuspendIsNotLost();
+    void damageJustBeforeTheSuspendIsNotLost();
     void resumeTakesTheEntryOfItsOwnRow();
     void resumeOfARowWithoutAnEntryStartsNothing();
     void resumeCountsTheRowOnce();
@@ -208,6 +209,28 @@ void TestPause::aSummaryJustBeforeTheSuspendIsNotLost() {
              QStringList{text("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")});
     QVERIFY(scene.hasOutput(a));
     QCOMPARE(scene.program.files().rowCount(), 0);
+}
+
+// The piece that the pause takes up is looked at all the same.
+void TestPause::damageJustBeforeTheSuspendIsNotLost() {
+    RunScene scene;
+    scene.addScript(
+        a, {QStringLiteral("create"), QStringLiteral("header"), QStringLiteral("progress 1"),
+            QStringLiteral("wait-file a.1"),
+            QStringLiteral("print [hevc @ 0x1] Invalid data\\nframe=  2 time=00:00:02.00 \\r"),
+            QStringLiteral("wait-file a.2"), QStringLiteral("write 4096"),
+            QStringLiteral("summary 10")});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    scene.go(a, 2);
+    scene.program.boxes.promise(1001);
+    scene.program.clickRowButton(0);
+    QVERIFY(scene.end({}));
+    QCOMPARE(scene.program.boxes.messages().first(),
+             lines({text("IDS_TXT_POPUP_ERROR"), text("IDS_TXT_POPUP_WANTTOSKIP"),
+                    QStringLiteral("a.mp4")}));
+    QCOMPARE(scene.program.status(0), status::STATWT);
+    QVERIFY(!scene.hasOutput(a));
 }
 
 void TestPause::resumeTakesTheEntryOfItsOwnRow() {

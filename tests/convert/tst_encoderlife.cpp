@@ -88,6 +88,7 @@ private Q_SLOTS:
     void noRequestAfterTheOutcome();
     void removalOfAPausedOneIsRemembered();
     void whatWasSeenStaysSeen();
+    void damageIsNoConversion();
     void lastSummaryGivesThePosition();
     void pauseThatCameTooLateStillConverts();
     void settlesOnce();
@@ -268,6 +269,22 @@ void TestEncoderLife::whatWasSeenStaysSeen() {
     QCOMPARE(life.finalPosition(), std::optional(8.0));
     life.ended(statusZero);
     QCOMPARE(life.verdict(), Verdict::WriteFailed);
+}
+
+// Also where the encoder itself was content with what it could read.
+void TestEncoderLife::damageIsNoConversion() {
+    for (const Request request : {Request::None, Request::Stop, Request::Remove}) {
+        Life life = launchedLife();
+        life.sawDamage();
+        life.ask(request);
+        life.saw(true, 8.0, false);
+        life.ended(statusZero);
+        QVERIFY(life.isDamageSeen());
+        QVERIFY(!life.isFinished());
+        QCOMPARE(life.verdict(), request == Request::None   ? Verdict::Failed
+                                 : request == Request::Stop ? Verdict::Stopped
+                                                            : Verdict::Removed);
+    }
 }
 
 void TestEncoderLife::lastSummaryGivesThePosition() {

@@ -55,6 +55,10 @@ private Q_SLOTS:
     void writeFailureWithAnErrorDoesNotWait();
     void writeFailureBeforeTheFirstProgressLine();
     void writeFailureAtTheEnd();
+    void complaintsAboutTheMovieAreFound_data();
+    void complaintsAboutTheMovieAreFound();
+    void complaintIsTheOneOfItsPiece();
+    void complaintInAnEndlessLine();
     void charactersAreNotCut_data();
     void charactersAreNotCut();
     void bytesThatAreNoTextPass();
@@ -229,6 +233,94 @@ void TestPieceCutter::writeFailureAtTheEnd() {
     const auto joined = cutter.next(true);
     QVERIFY(joined);
     QVERIFY(!joined->writeFailureAtEnd);
+}
+
+void TestPieceCutter::complaintsAboutTheMovieAreFound_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("found");
+    const QByteArray opened = "Input #0, mov, from '/v/a.mp4':\n";
+    const QByteArray begun = opened + "Stream mapping:\n  Stream #0:0 -> #0:0\nPress [q]\n";
+    const QByteArray late = "[hevc @ 0x1] Invalid NAL unit size (69857108 > 505).\n";
+    QTest::newRow("nothing") << begun << false;
+    QTest::newRow("before the first position") << begun + late << true;
+    QTest::newRow("and a position follows") << begun + late + position << true;
+    QTest::newRow("after a position") << begun + position + late << true;
+    QTest::newRow("at the end of a position")
+        << begun + "frame=    1 time=00:00:01.00 \rInvalid data\n"
+        << true;
+    QTest::newRow("without a line end") << begun + "Decoding error" << true;
+    QTest::newRow("an error") << begun + "[dec:hevc @ 0x1] Decoding error: invalid data\n" << true;
+    QTest::newRow("while the movie is opened") << opened + late + begun + position << false;
+    QTest::newRow("nothing was begun") << opened + late << false;
+    QTest::newRow("a movie called like the beginning")
+        << QByteArray("Input #0, mov, from '/v/a\nStream mapping:\n':\n") + late << false;
+    QTest::newRow("inside a line") << QByteArray("the Stream mapping:\n") + late << false;
+    QTest::newRow("a title") << begun + "  Metadata:\n    title           : Invalid error\n" +
+                                    position
+                             << false;
+    QTest::newRow("other talk of decoders")
+        << begun + "[hevc @ 0x1] Could not find ref with POC 11\n"
+                   "[hevc @ 0x1] Error constructing the frame RPS.\n"
+                   "[hevc @ 0x1] Skipping invalid undecodable NALU: 1\n"
+                   "[hevc @ 0x1] The cu_qp_delta -30 is outside the valid range [-26, 25].\n"
+        << false;
+    const QByteArray remark = "[mov @ 0x1] Invalid timestamps stream=0, pts=20, dts=60, size=9\n";
+    QTest::newRow("the order of good pictures") << begun + remark << false;
+    QTest::newRow("the order after a position") << begun + position + remark + position << false;
+    QTest::newRow("the order and a complaint") << begun + remark + late << true;
+}
+
+void TestPieceCutter::complaintsAboutTheMovieAreFound() {
+    QFETCH(const QByteArray, text);
+    QFETCH(const bool, found);
+    for (qsizetype cut = 0; cut <= text.size(); ++cut) {
+        PieceCutter cutter({u"/v/a\nStream mapping:\n"_s});
+        bool hasDamage = false;
+        const auto take = [&](bool flush) {
+            while (const auto piece = cutter.next(flush))
+                hasDamage = hasDamage || piece->hasDamage;
+        };
+        cutter.add(text.first(cut));
+        take(false);
+        cutter.add(text.sliced(cut));
+        take(false);
+        take(true);
+        QVERIFY2(hasDamage == found, qPrintable(QString::number(cut)));
+    }
+}
+
+void TestPieceCutter::complaintIsTheOneOfItsPiece() {
+    PieceCutter cutter({});
+    cutter.add("Stream mapping:\nInvalid data\n" + position + "frame=    2 time=1\r");
+    const auto header = cutter.next(false);
+    const auto rest = cutter.next(false);
+    QVERIFY(header && header->hasDamage);
+    QVERIFY(rest && !rest->hasDamage);
+    // One that waits with a write failure is told with it.
+    cutter.add("Invalid data\n" + failure);
+    QVERIFY(!cutter.next(false));
+    cutter.add(position);
+    const auto both = cutter.next(false);
+    QVERIFY(both && both->hasDamage);
+}
+
+void TestPieceCutter::complaintInAnEndlessLine() {
+    for (const char* const begin : {"Stream mapping:", "Stream mapping"}) {
+        PieceCutter cutter({});
+        bool hasDamage = false;
+        const auto take = [&](const QByteArray& bytes) {
+            cutter.add(bytes);
+            while (const auto piece = cutter.next(true))
+                hasDamage = hasDamage || piece->hasDamage;
+        };
+        take(begin);
+        take(QByteArray(1000, '.'));
+        take("\n" + QByteArray(1000, '.') + "Inv");
+        take("al");
+        QVERIFY(!hasDamage);
+        take("id");
+        QCOMPARE(hasDamage, begin == QByteArrayLiteral("Stream mapping:"));
+    }
 }
 
 void TestPieceCutter::charactersAreNotCut_data() {

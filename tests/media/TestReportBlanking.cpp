@@ -131,6 +131,15 @@ template <typename Row> void addMetadataRows(const Row& row) {
         {"  Program 1 ⟦Audio, Video⟧", "    Metadata:", "      ⟦service_name    : error⟧"});
 }
 
+template <typename Row> void addRemarkRows(const Row& row) {
+    row("remark about timestamps",
+        {"[mov @ 0x1] ⟦Invalid timestamps stream=0, pts=20, dts=60, size=9⟧",
+         "[mov @ 0x1] Invalid"});
+    row("remark in the middle of a line",
+        {"  Stream #0:0⟦Invalid timestamps stream=0, pts=20, dts=60⟧", ": Video: h264"});
+    row("another remark", {"[mov @ 0x1] Invalid timestamps of stream=0"});
+}
+
 template <typename Row> void addStreamRows(const Row& row) {
     row("language", {"  Stream #0:0[0x1](⟦und⟧): Video: hevc, 1x1 (default)"});
     row("no language", {"  Stream #0:0[0x1]: Video: hevc (Main), 1x1"});
@@ -165,6 +174,7 @@ void TestReportBlanking::text_data() {
     };
     addPathRows(row);
     addMetadataRows(row);
+    addRemarkRows(row);
     addStreamRows(row);
     addPieceRows(row);
 }

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QEventLoop>
 #include <QScopeGuard>
+#include <QThread>
 #include <QTimer>
 
 namespace {
@@ -59,8 +60,12 @@ void MainThread::waitUntil(const std::function<bool()>& done, std::chrono::milli
 
     ++waits_;
     QEventLoop* const outer = std::exchange(innermost_, &loop);
+    // Not left to the loop (ExcludeUserInputEvents): that takes the wish to close the window for
+    // input, too, and a wait may last.
+    const int outerInput = input_.holdAt(QThread::currentThread()->loopLevel() + 1);
     const auto leave = qScopeGuard([&] {
         innermost_ = outer;
+        (void)input_.holdAt(outerInput);
         // A wake that came for the outer wait may have ended this one.
         if (outer)
             outer->quit();
@@ -69,7 +74,7 @@ void MainThread::waitUntil(const std::function<bool()>& done, std::chrono::milli
     });
     while (!calls_.isClosing() && !(timeOver && done())) {
         // Refuses to run once the application's own loop was told to end.
-        if (loop.exec(QEventLoop::ExcludeUserInputEvents) < 0)
+        if (loop.exec() < 0)
             throw Cancelled();
     }
     if (calls_.isClosing())
@@ -82,6 +87,7 @@ void MainThread::waitFor(std::chrono::milliseconds time) {
 
 void MainThread::close() {
     calls_.close();
+    input_.forget();
     if (innermost_)
         innermost_->quit();
 }

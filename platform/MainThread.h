@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/HeldInput.h"
 #include "platform/MainThreadCalls.h"
 #include "platform/WorkerThreads.h"
 
@@ -28,8 +29,9 @@ public:
     void wake();
 
     /// Waits at least `atLeast` and until `done` answers true: the window repaints and closures
-    /// run, user input is left for later. `done` is asked on the main thread, after every wake and
-    /// every closure. Throws Cancelled when the program closes meanwhile.
+    /// run, user input is left for later (HeldInput), but for the wish to close a window. `done` is
+    /// asked on the main thread, after every wake and every closure. Throws Cancelled when the
+    /// program closes meanwhile.
     void waitUntil(const std::function<bool()>& done,
                    std::chrono::milliseconds atLeast = std::chrono::milliseconds(0));
     /// Waits `time` as above.
@@ -114,6 +116,7 @@ private:
     std::shared_ptr<Waker> waker_;
     MainThreadCalls calls_;
     WorkerThreads helpers_;
+    HeldInput input_;
     class QEventLoop* innermost_ = nullptr;
     int waits_ = 0;
 };

@@ -21,8 +21,9 @@ namespace {
 constexpr auto longestGoodbye = 2s;
 // For a folder of the user's: a share may have to be mounted first.
 constexpr auto longestLook = 2s;
-// A wait may be for a dead share; then the window is closed all the same.
-constexpr auto longestPutOffClose = 3s;
+// A wait may be for a dead share; then the window is closed all the same, within three seconds of
+// the click.
+constexpr auto longestPutOffClose = 2500ms;
 
 SharedState freshState(std::chrono::milliseconds second) {
     SharedState state;
@@ -63,6 +64,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
     window_.form().comboBox->setCurrentIndex(0);
     window_.form().theTableNew->setFileModel(&model_);
     window_.setCloseHandler([this] { return closeWindow(); });
+    QCoreApplication::instance()->installEventFilter(this);
     connectControls();
     connectTable();
 }
@@ -119,20 +121,23 @@ void AppDelegate::rememberFolders() {
 }
 
 void AppDelegate::terminate() {
-    if (mainThread_.isClosing())
+    if (std::exchange(terminated_, true))
         return;
-    applicationShouldTerminateAfterLastWindowClosed();
-    mainThread_.close();
-    workers_.close();
+    window_.hide(); // first: see closeAtOnce()
+    endWork();
     PopUpBoxes::dismissAll();
     update_.stop();
     QCoreApplication::quit();
 }
 
-bool AppDelegate::finish() {
+void AppDelegate::endWork() {
     applicationShouldTerminateAfterLastWindowClosed();
     mainThread_.close();
     workers_.close();
+}
+
+bool AppDelegate::finish() {
+    endWork();
     engine_.pauseAndStop().finishQuit();
     const auto begin = std::chrono::steady_clock::now();
     const bool haveEnded = workers_.waitForAll(longestGoodbye);
@@ -142,16 +147,30 @@ bool AppDelegate::finish() {
            haveEnded;
 }
 
+// The session manager's last word is to be obeyed like a signal: left to itself the toolkit asks
+// every window, and an open box or a wait would refuse.
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Quit || watched != QCoreApplication::instance() || terminated_)
+        return false;
+    terminate();
+    return true;
+}
+
 // Inside a wait the closing is put off like every action, but not for ever; under an open box it
-// does not come here at all.
+// does nothing.
 bool AppDelegate::closeWindow() {
-    if (gate_.isOpen() || mainThread_.isClosing())
+    if (mainThread_.isClosing())
         return true;
+    if (gate_.isOpen()) {
+        // Not now: the window that closes comes to its own end first.
+        QMetaObject::invokeMethod(this, &AppDelegate::windowWasClosed, Qt::QueuedConnection);
+        return true;
+    }
     const bool isPutOff = mainThread_.isWaiting() && !QApplication::activeModalWidget();
     if (isPutOff && !closeAsked_)
         QTimer::singleShot(longestPutOffClose, this, [this] {
             if (closeAsked_ && mainThread_.isWaiting())
-                terminate();
+                closeAtOnce();
         });
     closeAsked_ = isPutOff;
     gate_.pass([this] {
@@ -159,6 +178,21 @@ bool AppDelegate::closeWindow() {
         window_.close();
     });
     return false;
+}
+
+void AppDelegate::closeAtOnce() {
+    mainThread_.close();
+    // First: what follows may take its time where a folder does not answer.
+    window_.close();
+    PopUpBoxes::dismissAll();
+    endWork();
+    QMetaObject::invokeMethod(this, &AppDelegate::windowWasClosed, Qt::QueuedConnection);
+}
+
+// The window that offers a newer version may stay, and the program with it; no encoder does.
+void AppDelegate::windowWasClosed() {
+    endWork();
+    engine_.pauseAndStop().finishQuit();
 }
 
 void AppDelegate::addData() {

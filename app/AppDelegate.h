@@ -77,6 +77,8 @@ public:
     bool applicationShouldTerminateAfterLastWindowClosed();
     /// Closes the program, whatever is open: the clean-up, then the end of the main loop.
     void terminate();
+    /// Writes the two folders down.
+    void rememberFolders();
     /// To be called after the main loop has returned: releases the threads and ends the encoders.
     /// False when a thread hangs in the kernel and must be left behind.
     [[nodiscard]] bool finish();
@@ -102,11 +104,14 @@ private:
     /// Connects a control's signal to an action that passes the gate.
     template <typename Control, typename Signal>
     void connectAction(Control* control, Signal signal, void (AppDelegate::*action)());
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void showProfileOfRow(int row);
     void setOutputFolder(const QString& folder);
     bool closeWindow();
+    void closeAtOnce();
+    void windowWasClosed();
+    void endWork();
     [[nodiscard]] QString rememberedFolder(const QString& fileName);
-    void rememberFolders();
 
     // RunWindow
     [[nodiscard]] QWidget* boxParent() override;
@@ -126,6 +131,7 @@ private:
     QString _outputFolderPath;
     QString _addFilePath;
     bool cleanedUp_ = false;
+    bool terminated_ = false;
     bool closeAsked_ = false;
 
     const ProfileCatalogue profiles_;

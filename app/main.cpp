@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <QSessionManager>
 #include <QWidget>
 
 #include <algorithm>
@@ -74,6 +75,10 @@ int main(int argc, char* argv[]) {
                 controller.terminate();
         },
         Qt::QueuedConnection);
+
+    // When a session ends the program may not be asked again.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &controller,
+                     &AppDelegate::rememberFolders, Qt::DirectConnection);
 
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();

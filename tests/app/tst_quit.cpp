@@ -29,6 +29,7 @@ private Q_SLOTS:
     void theLaunchWithoutArguments();
     void aWaitingRowThatNamesItsOwnSource();
     void theLastWindowClosedKeepsTheFolders();
+    void theSessionEndsUnderABox();
 
 private:
     template <typename When> static int runUntilQuit(ControllerFixture& program, When when);
@@ -226,6 +227,30 @@ void TestQuit::theLastWindowClosedKeepsTheFolders() {
     QVERIFY(QFile::exists(program.documents() + QStringLiteral("/default_hevc_path.txt")));
     program.quit();
     QVERIFY(noEncoderLives(program.encodes()));
+}
+
+// The session manager's last word comes as the toolkit's own event.
+void TestQuit::theSessionEndsUnderABox() {
+    ControllerFixture program;
+    const QString movie = program.movie(movieName).write();
+    program.add({movie});
+    QVERIFY(QFile::remove(movie));
+    QTimer::singleShot(0, qApp, [&] { program.click("btnConvertFile"); });
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, qApp, [&] {
+        if (program.boxes.seen.isEmpty())
+            return;
+        watch.stop();
+        QEvent end(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &end);
+    });
+    watch.start(1);
+    QTimer::singleShot(15000, &watch, [] { QCoreApplication::exit(timedOut); });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(!program.app().window().isVisible());
+    QVERIFY(QFile::exists(program.documents() + QStringLiteral("/default_hevc_path.txt")));
+    program.quit();
+    QVERIFY(program.encodes().isEmpty());
 }
 
 QTEST_MAIN(TestQuit)

@@ -12,6 +12,7 @@ import threading
 import unittest
 
 from harness import ProgramTest, main, window
+from movies import make_hevc
 from texts import text
 
 PROGRAM = os.environ.get("REELSHIFT_LOOPBACK", "")
@@ -320,7 +321,23 @@ class Question(UpdateTest):
         self.close_main_window()
         window.find(box.node, window.Role.LABEL, text("IDS_TXT_NEWVERSION"))
         self.assertIsNone(self.app.process.poll())
-        self.assertEqual([], os.listdir(self.documents))
+        window.wait_for(lambda: FOLDER_FILES == sorted(os.listdir(self.documents)),
+                        "the folders to be remembered")
+        window.press(window.find(box.node, window.Role.PUSH_BUTTON, text("IDS_BTN_POPUP_CANCEL")))
+        self.check_ended_with_folders()
+
+    def test_no_encoder_outlives_the_main_window(self):
+        box = self.offered()
+        long = make_hevc(self.movie_path("Videos", "long.mp4"), "1280x720", 2, repeat=60)
+        self.app.add_all(long)
+        self.app.convert()
+        window.wait_for(lambda: any(name.startswith("long_HQ") for name in self.outputs()),
+                        "the partial output", 60)
+        self.close_main_window()
+        window.wait_for(lambda: not self.app.encoders(), "the encoder to end", 10)
+        window.wait_for(lambda: not self.outputs(), "the partial output to go", 10)
+        self.assertIsNone(self.app.process.poll())
+        self.assertEqual([box.node.get_name()], [node.get_name() for node in self.app.dialogs()])
         window.press(window.find(box.node, window.Role.PUSH_BUTTON, text("IDS_BTN_POPUP_CANCEL")))
         self.check_ended_with_folders()
 

@@ -364,6 +364,12 @@ class Application:
         wait_for(lambda: has_state(self.window(), Atspi.StateType.ACTIVE), "the window to be active")
         key("F4", "Alt")
 
+    def window_numbers(self):
+        """The window manager's numbers of the main window, where it is on the screen."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name",
+                                f"^{APP_NAME} [0-9]"], check=False, stdout=subprocess.PIPE)
+        return found.stdout.decode().split()
+
     def wait_until_ended(self, limit=LIMIT):
         wait_for(lambda: self.process.poll() is not None, "the program to end", limit)
         return self.process.returncode

@@ -24,7 +24,9 @@ target_compile_definitions(reelshift_options INTERFACE
     QT_NO_KEYWORDS
     QT_NO_FOREACH
     QT_USE_QSTRINGBUILDER
-    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400
+    # What a later Qt advises against often has nothing in its place in 6.4.
+    QT_WARN_DEPRECATED_UP_TO=0x060400)
 target_include_directories(reelshift_options INTERFACE "${CMAKE_SOURCE_DIR}")
 if(REELSHIFT_SANITIZE)
     target_compile_options(reelshift_options INTERFACE

@@ -183,7 +183,7 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     cell.rect.setRight(cell.rect.right() - arrowSide - gap);
     cell.rect = QStyle::visualRect(option.direction, option.rect, cell.rect);
     cell.state &= ~QStyle::State_HasFocus;
-    cell.backgroundBrush = {};
+    cell.backgroundBrush = QBrush();
     const bool isSelected = cell.state & QStyle::State_Selected;
     QColor ink = cell.palette.color(QPalette::Active,
                                     isSelected ? QPalette::HighlightedText : QPalette::Text);

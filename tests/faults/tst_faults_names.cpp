@@ -51,7 +51,9 @@ QList<HostileName> hostileNames() {
 
 // As a file manager hands it over.
 QString nameOf(const QByteArray& bytes) {
-    return QUrl::fromEncoded("file:///" + bytes.toPercentEncoding()).toLocalFile().mid(1);
+    return QUrl::fromEncoded(QByteArray("file:///" + bytes.toPercentEncoding()))
+        .toLocalFile()
+        .mid(1);
 }
 
 QString outputOf(const QByteArray& bytes) {

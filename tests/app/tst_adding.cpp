@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "filelist/FileTableView.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFile>
 #include <QLabel>
@@ -303,5 +305,5 @@ void TestAdding::aSizeOfNoListTakesThePreviousOne() {
     QCOMPARE(program.files().resolutionListForTable.last(), QStringLiteral("640x480"));
 }
 
-QTEST_MAIN(TestAdding)
+REELSHIFT_TEST(tst_adding, TestAdding, QApplication)
 #include "tst_adding.moc"

@@ -1,9 +1,11 @@
+#include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "filelist/FileTableView.h"
 #include "widgets/PopUpBoxes.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
@@ -262,5 +264,5 @@ void TestAddingMeanwhile::programEndsUnderAPanel() {
     QVERIFY(program.boxes.seen.isEmpty());
 }
 
-QTEST_MAIN(TestAddingMeanwhile)
+REELSHIFT_TEST(tst_adding_meanwhile, TestAddingMeanwhile, QApplication)
 #include "tst_adding_meanwhile.moc"

@@ -1,4 +1,7 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
+
+#include <QApplication>
 
 #include <filesystem>
 
@@ -387,5 +390,5 @@ void TestConflicts::aMissingSourceComesBeforeAConflict() {
     QCOMPARE(contentOf(outputOf(program, "a")), QByteArray("old"));
 }
 
-QTEST_MAIN(TestConflicts)
+REELSHIFT_TEST(tst_conflicts, TestConflicts, QApplication)
 #include "tst_conflicts.moc"

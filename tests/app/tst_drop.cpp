@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "app/Drops.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QSignalSpy>
@@ -416,5 +418,5 @@ void TestDrop::theWholeTableIsMarked() {
     text.leave();
 }
 
-QTEST_MAIN(TestDrop)
+REELSHIFT_TEST(tst_drop, TestDrop, QApplication)
 #include "tst_drop.moc"

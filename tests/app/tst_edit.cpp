@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -345,5 +347,5 @@ void TestEdit::theColumnsCellFollowsTheLastRow() {
     QCOMPARE(source.updateResolutionCell(before), before);
 }
 
-QTEST_MAIN(TestEdit)
+REELSHIFT_TEST(tst_edit, TestEdit, QApplication)
 #include "tst_edit.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 
+#include <QApplication>
 #include <QTest>
 
 namespace {
@@ -128,5 +130,5 @@ void TestEncoderLog::nothingAfterAStop() {
     QCOMPARE(log.lines, QStringList());
 }
 
-QTEST_MAIN(TestEncoderLog)
+REELSHIFT_TEST(tst_encoder_log, TestEncoderLog, QApplication)
 #include "tst_encoder_log.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 
 namespace {
@@ -296,5 +298,5 @@ void TestEncoderOutput::shortOfADurationThatIsZero() {
     QCOMPARE(record->text(key::status), status::STATCO);
 }
 
-QTEST_MAIN(TestEncoderOutput)
+REELSHIFT_TEST(tst_encoder_output, TestEncoderOutput, QApplication)
 #include "tst_encoder_output.moc"

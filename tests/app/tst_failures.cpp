@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 
 #include <QApplication>
@@ -490,5 +491,5 @@ void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun() {
     QVERIFY(noEncoderLives(program.encodes()));
 }
 
-QTEST_MAIN(TestFailures)
+REELSHIFT_TEST(tst_failures, TestFailures, QApplication)
 #include "tst_failures.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/AsNobody.h"
 #include "app/ControllerFixture.h"
 #include "app/FolderFiles.h"
 #include "app/PanelDriver.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
@@ -289,5 +291,5 @@ void TestFolders::writtenAtTheEndAndOnlyThen() {
     QVERIFY(!QFile::exists(program.output(outputFile)));
 }
 
-QTEST_MAIN(TestFolders)
+REELSHIFT_TEST(tst_folders, TestFolders, QApplication)
 #include "tst_folders.moc"

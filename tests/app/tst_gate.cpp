@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
@@ -206,5 +207,5 @@ void TestGate::aPutOffRowButtonThatHasAnotherMeaning() {
     QVERIFY(scene.hasOutput(a));
 }
 
-QTEST_MAIN(TestGate)
+REELSHIFT_TEST(tst_gate, TestGate, QApplication)
 #include "tst_gate.moc"

@@ -1,9 +1,11 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
@@ -494,5 +496,5 @@ void TestHazards::actionsInsideAWait() {
     QVERIFY(scene.hasOutput(QStringLiteral("d")));
 }
 
-QTEST_MAIN(TestHazards)
+REELSHIFT_TEST(tst_hazards, TestHazards, QApplication)
 #include "tst_hazards.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/PanelDriver.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -332,5 +334,5 @@ void TestKeys::theKeysAreNamed() {
              getLocalString("IDS_TIP_WITH_SHORTCUT").arg(getLocalString(tip.constData()), key));
 }
 
-QTEST_MAIN(TestKeys)
+REELSHIFT_TEST(tst_keys, TestKeys, QApplication)
 #include "tst_keys.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "app/ControllerFixture.h"
 #include "filelist/FileTableDelegates.h"
 #include "filelist/FileTableModel.h"
@@ -8,6 +9,7 @@
 #include "widgets/BoxDriver.h"
 #include "widgets/ProgressCell.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -389,5 +391,5 @@ void TestLanguages::namesOfFilesKeepTheirOrder() {
     }
 }
 
-QTEST_MAIN(TestLanguages)
+REELSHIFT_TEST(tst_languages, TestLanguages, QApplication)
 #include "tst_languages.moc"

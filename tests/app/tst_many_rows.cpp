@@ -1,9 +1,11 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 #include "filelist/MadeUpRow.h"
 #include "widgets/ProgressObject.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QCheckBox>
 #include <QScrollBar>
 #include <QTest>
@@ -237,5 +239,5 @@ void TestManyRows::theQueueLosesTheRemovedRows() {
     QCOMPARE(list.state.noOfconvertingFileList.ids(), list.files.idList);
 }
 
-QTEST_MAIN(TestManyRows)
+REELSHIFT_TEST(tst_many_rows, TestManyRows, QApplication)
 #include "tst_many_rows.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -247,5 +249,5 @@ void TestOutputFolder::afterARefusalTheOldFolderIsShown() {
     QCOMPARE(program.fileManager.shown, QStringList{program.documents()});
 }
 
-QTEST_MAIN(TestOutputFolder)
+REELSHIFT_TEST(tst_output_folder, TestOutputFolder, QApplication)
 #include "tst_output_folder.moc"

@@ -1,4 +1,7 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
+
+#include <QApplication>
 
 namespace {
 
@@ -82,5 +85,5 @@ void TestPartialOutput::anOutputBehindASymbolicLinkGoes() {
     QVERIFY(!QFile::exists(target));
 }
 
-QTEST_MAIN(TestPartialOutput)
+REELSHIFT_TEST(tst_partial_output, TestPartialOutput, QApplication)
 #include "tst_partial_output.moc"

@@ -1,9 +1,11 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
 #include "widgets/ProgressObject.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QLoggingCategory>
 #include <QTest>
@@ -509,5 +511,5 @@ void TestPause::aReorderedListPausesAndResumes() {
     QVERIFY(scene.ranAlone());
 }
 
-QTEST_MAIN(TestPause)
+REELSHIFT_TEST(tst_pause, TestPause, QApplication)
 #include "tst_pause.moc"

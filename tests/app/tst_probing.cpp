@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
@@ -391,5 +393,5 @@ void TestProbing::theTitleSaysThatTheEncoderLacksX264() {
     QCOMPARE(program.files().rowCount(), 1);
 }
 
-QTEST_MAIN(TestProbing)
+REELSHIFT_TEST(tst_probing, TestProbing, QApplication)
 #include "tst_probing.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 
 #include <QApplication>
@@ -253,5 +254,5 @@ void TestQuit::theSessionEndsUnderABox() {
     QVERIFY(program.encodes().isEmpty());
 }
 
-QTEST_MAIN(TestQuit)
+REELSHIFT_TEST(tst_quit, TestQuit, QApplication)
 #include "tst_quit.moc"

@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/RealMovies.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QRegularExpression>
 #include <QTest>
@@ -157,5 +159,5 @@ void TestRealAdding::samples() {
     QVERIFY2(qAbs(read - seconds) < 0.6, qPrintable(record.text(key::duration)));
 }
 
-QTEST_MAIN(TestRealAdding)
+REELSHIFT_TEST(tst_real_adding, TestRealAdding, QApplication)
 #include "tst_real_adding.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/RealMovies.h"
 #include "app/RunChecks.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -288,5 +290,5 @@ void TestRealEncoder::samples() {
     checkResult(path, program.output(output), size);
 }
 
-QTEST_MAIN(TestRealEncoder)
+REELSHIFT_TEST(tst_real_encoder, TestRealEncoder, QApplication)
 #include "tst_real_encoder.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "filelist/FileTableView.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QTest>
@@ -262,5 +264,5 @@ void TestRejecting::aStoredAnswerAsksNothing() {
     QCOMPARE(program.starts().isEmpty(), rows == 0);
 }
 
-QTEST_MAIN(TestRejecting)
+REELSHIFT_TEST(tst_rejecting, TestRejecting, QApplication)
 #include "tst_rejecting.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "app/RunScene.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QTest>
 
@@ -250,5 +252,5 @@ void TestReleases::theEncoderGoesAway() {
     QVERIFY(namesIn(program.documents()).isEmpty());
 }
 
-QTEST_MAIN(TestReleases)
+REELSHIFT_TEST(tst_releases, TestReleases, QApplication)
 #include "tst_releases.moc"

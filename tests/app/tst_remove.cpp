@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 #include "widgets/ProgressObject.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFile>
 #include <QTest>
@@ -262,5 +264,5 @@ void TestRemove::selectAllOfAnEmptyList() {
     QCOMPARE(scene.program.state().count, 0);
 }
 
-QTEST_MAIN(TestRemove)
+REELSHIFT_TEST(tst_remove, TestRemove, QApplication)
 #include "tst_remove.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QTest>
 
@@ -378,5 +380,5 @@ void TestRemoveInARun::aReorderedList() {
     QVERIFY(scene.ranAlone());
 }
 
-QTEST_MAIN(TestRemoveInARun)
+REELSHIFT_TEST(tst_remove_in_a_run, TestRemoveInARun, QApplication)
 #include "tst_remove_in_a_run.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/Drops.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
 #include <QImage>
@@ -320,5 +322,5 @@ void TestRowDrag::buttonsAreNotDragged() {
     }
 }
 
-QTEST_MAIN(TestRowDrag)
+REELSHIFT_TEST(tst_row_drag, TestRowDrag, QApplication)
 #include "tst_row_drag.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 
@@ -389,5 +391,5 @@ void TestRun::aRowRemovedWhileAJobBeginsDoesNotChangeItsMovie() {
     QVERIFY(encodes[1].arguments.contains(movies[2]));
 }
 
-QTEST_MAIN(TestRun)
+REELSHIFT_TEST(tst_run, TestRun, QApplication)
 #include "tst_run.moc"

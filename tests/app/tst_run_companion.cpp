@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
 #include <QTest>
@@ -354,5 +356,5 @@ void TestRunCompanion::theBarTellsTheTimeLeft() {
     QVERIFY(scene.end({b}));
 }
 
-QTEST_MAIN(TestRunCompanion)
+REELSHIFT_TEST(tst_run_companion, TestRunCompanion, QApplication)
 #include "tst_run_companion.moc"

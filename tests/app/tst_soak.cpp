@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
@@ -324,5 +325,5 @@ bool TestSoak::comeToTheEnd() {
     });
 }
 
-QTEST_MAIN(TestSoak)
+REELSHIFT_TEST(tst_soak, TestSoak, QApplication)
 #include "tst_soak.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/ControllerFixture.h"
 #include "filelist/FileTableView.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -228,5 +230,5 @@ void TestStart::theVersionCheckIsNotWaitedFor() {
     QVERIFY(clock.elapsed() < 5000);
 }
 
-QTEST_MAIN(TestStart)
+REELSHIFT_TEST(tst_start, TestStart, QApplication)
 #include "tst_start.moc"

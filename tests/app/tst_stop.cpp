@@ -1,9 +1,11 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
 #include "widgets/ProgressObject.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
@@ -485,5 +487,5 @@ void TestStop::aReorderedList() {
     QVERIFY(!scene.hasOutput(a));
 }
 
-QTEST_MAIN(TestStop)
+REELSHIFT_TEST(tst_stop, TestStop, QApplication)
 #include "tst_stop.moc"

@@ -1,8 +1,10 @@
 #include "Palettes.h"
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QStyleFactory>
 #include <QTest>
@@ -173,5 +175,5 @@ void TestTabWalk::itFitsASmallScreen() {
     }
 }
 
-QTEST_MAIN(TestTabWalk)
+REELSHIFT_TEST(tst_tab_walk, TestTabWalk, QApplication)
 #include "tst_tab_walk.moc"

@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "app/RunScene.h"
 #include "platform/ChildProcess.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QTest>
@@ -148,5 +150,5 @@ void TestUncalled::leavePausedJobs() {
     QVERIFY(scene.hasOutput(b));
 }
 
-QTEST_MAIN(TestUncalled)
+REELSHIFT_TEST(tst_uncalled, TestUncalled, QApplication)
 #include "tst_uncalled.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/EncoderCommand.h"
 
 #include <QTest>
@@ -176,5 +177,5 @@ void TestEncoderCommand::overwritingComesFirst() {
              QStringList(u"-y"_s) + without);
 }
 
-QTEST_APPLESS_MAIN(TestEncoderCommand)
+REELSHIFT_TEST(tst_encodercommand, TestEncoderCommand, NoApplication)
 #include "tst_encodercommand.moc"

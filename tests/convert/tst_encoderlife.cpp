@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/EncoderLife.h"
 
 #include <QTest>
@@ -337,5 +338,5 @@ void TestEncoderLife::settlesOnceFromEveryPhase() {
     }
 }
 
-QTEST_APPLESS_MAIN(TestEncoderLife)
+REELSHIFT_TEST(tst_encoderlife, TestEncoderLife, NoApplication)
 #include "tst_encoderlife.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/EncoderMarkers.h"
 
 #include <QTest>
@@ -196,5 +197,5 @@ void TestEncoderMarkers::percentageIsShownWithABlank() {
     QCOMPARE(percentageText(2147483647), u"2147483647 %"_s);
 }
 
-QTEST_APPLESS_MAIN(TestEncoderMarkers)
+REELSHIFT_TEST(tst_encodermarkers, TestEncoderMarkers, NoApplication)
 #include "tst_encodermarkers.moc"

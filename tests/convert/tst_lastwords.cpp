@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/LastWords.h"
 
 #include <QTest>
@@ -110,5 +111,5 @@ void TestLastWords::oneLine() {
     QTEST(onOneLine(text), "line");
 }
 
-QTEST_APPLESS_MAIN(TestLastWords)
+REELSHIFT_TEST(tst_lastwords, TestLastWords, NoApplication)
 #include "tst_lastwords.moc"

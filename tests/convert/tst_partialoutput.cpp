@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/PartialOutput.h"
 
 #include <QDir>
@@ -238,5 +239,5 @@ void TestPartialOutput::differentFilesAreDifferent() {
     QVERIFY(!isSameFile(path(u"dangling.mp4"_s), path(u"missing.mp4"_s)));
 }
 
-QTEST_APPLESS_MAIN(TestPartialOutput)
+REELSHIFT_TEST(tst_partialoutput, TestPartialOutput, NoApplication)
 #include "tst_partialoutput.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/EncoderMarkers.h"
 #include "convert/PieceCutter.h"
 #include "convert/Recordings.h"
@@ -466,5 +467,5 @@ void TestPieceCutter::byteByByteHoldsTheSameText() {
     QCOMPARE(pieces.join(QString()), blankReport(QString::fromUtf8(bytes), names));
 }
 
-QTEST_APPLESS_MAIN(TestPieceCutter)
+REELSHIFT_TEST(tst_piececutter, TestPieceCutter, NoApplication)
 #include "tst_piececutter.moc"

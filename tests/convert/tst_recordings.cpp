@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/EncoderLife.h"
 #include "convert/EncoderMarkers.h"
 #include "convert/PieceCutter.h"
@@ -142,5 +143,5 @@ void TestRecordings::lastBytesThatDoNotFitAreToldAtTheEnd() {
     QVERIFY(heard.life.isSummarySeen());
 }
 
-QTEST_APPLESS_MAIN(TestRecordings)
+REELSHIFT_TEST(tst_recordings, TestRecordings, NoApplication)
 #include "tst_recordings.moc"

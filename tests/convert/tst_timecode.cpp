@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "convert/Timecode.h"
 
 #include <QTest>
@@ -99,5 +100,5 @@ void TestTimecode::substringHasExactlyItsLength() {
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)substring(text, 2, -1));
 }
 
-QTEST_APPLESS_MAIN(TestTimecode)
+REELSHIFT_TEST(tst_timecode, TestTimecode, NoApplication)
 #include "tst_timecode.moc"

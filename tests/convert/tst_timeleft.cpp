@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "convert/TimeLeft.h"
 #include "convert/TimeLeftText.h"
 #include "platform/LocalizedStrings.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <limits>
@@ -236,5 +238,5 @@ void TestTimeLeft::bothLinesOrNone() {
     QCOMPARE(timeLeftText(time, {}), QStringLiteral("Time left for this movie: 10 s"));
 }
 
-QTEST_GUILESS_MAIN(TestTimeLeft)
+REELSHIFT_TEST(tst_timeleft, TestTimeLeft, QCoreApplication)
 #include "tst_timeleft.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "encoder/ScriptedMovie.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -193,5 +195,5 @@ void TestFakeEncoder::splitTextArrivesWhole() {
     QCOMPARE(process.exitStatus(), QProcess::CrashExit);
 }
 
-QTEST_GUILESS_MAIN(TestFakeEncoder)
+REELSHIFT_TEST(tst_fake_encoder, TestFakeEncoder, QCoreApplication)
 #include "tst_fake_encoder.moc"

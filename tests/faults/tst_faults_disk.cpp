@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "convert/EncoderCommand.h"
 #include "faults/FaultRows.h"
 #include "media/ProfileCatalogue.h"
 
+#include <QApplication>
 #include <QProcess>
 
 #include <memory>
@@ -192,5 +194,5 @@ void TestFaultsDisk::folder() {
     }
 }
 
-QTEST_MAIN(TestFaultsDisk)
+REELSHIFT_TEST(tst_faults_disk, TestFaultsDisk, QApplication)
 #include "tst_faults_disk.moc"

@@ -1,6 +1,9 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "faults/FaultRows.h"
 #include "platform/NoMoreThreads.h"
+
+#include <QApplication>
 
 #include <csignal>
 #include <memory>
@@ -345,5 +348,5 @@ void TestFaultsEncoder::threads() {
             .waiting = QStringList(badName)});
 }
 
-QTEST_MAIN(TestFaultsEncoder)
+REELSHIFT_TEST(tst_faults_encoder, TestFaultsEncoder, QApplication)
 #include "tst_faults_encoder.moc"

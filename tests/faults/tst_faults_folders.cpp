@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "app/AsNobody.h"
 #include "app/FolderFiles.h"
 #include "app/RunChecks.h"
 #include "faults/FaultRows.h"
 
+#include <QApplication>
 #include <QDir>
 
 /// Faults of the user's own folders: the program starts, converts and ends all the same.
@@ -193,5 +195,5 @@ void TestFaultsFolders::home() {
                         }});
 }
 
-QTEST_MAIN(TestFaultsFolders)
+REELSHIFT_TEST(tst_faults_folders, TestFaultsFolders, QApplication)
 #include "tst_faults_folders.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "faults/FaultRows.h"
 
+#include <QApplication>
 #include <QProcess>
 #include <QUrl>
 
@@ -240,5 +242,5 @@ void TestFaultsNames::metadata() {
     SURVIVE(table_);
 }
 
-QTEST_MAIN(TestFaultsNames)
+REELSHIFT_TEST(tst_faults_names, TestFaultsNames, QApplication)
 #include "tst_faults_names.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "faults/FaultRows.h"
 #include "platform/DeadShare.h"
@@ -294,5 +295,5 @@ void TestFaultsShare::theShareComesBackInTime() {
            stop ? QStringLiteral("a.mp4 waiting") : QStringLiteral("a converted, b converted"));
 }
 
-QTEST_MAIN(TestFaultsShare)
+REELSHIFT_TEST(tst_faults_share, TestFaultsShare, QApplication)
 #include "tst_faults_share.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "faults/FaultRows.h"
 
+#include <QApplication>
 #include <QProcess>
 
 #include <csignal>
@@ -272,5 +274,5 @@ void TestFaultsSource::input() {
             .outputs = QStringList(goodOutput)});
 }
 
-QTEST_MAIN(TestFaultsSource)
+REELSHIFT_TEST(tst_faults_source, TestFaultsSource, QApplication)
 #include "tst_faults_source.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "filelist/DraggedRows.h"
 #include "filelist/FileList.h"
 
+#include <QCoreApplication>
 #include <QDataStream>
 #include <QTest>
 
@@ -177,5 +179,5 @@ void TestDraggedRows::aRowOutOfRangeMovesNothing() {
     QCOMPARE(idsOf(list.fileInfoArr), (Rows{0, 1, 2, 3}));
 }
 
-QTEST_GUILESS_MAIN(TestDraggedRows)
+REELSHIFT_TEST(tst_dragged_rows, TestDraggedRows, QCoreApplication)
 #include "tst_dragged_rows.moc"

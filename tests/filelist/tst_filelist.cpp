@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
 #include "widgets/ProgressObject.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <limits>
@@ -436,5 +438,5 @@ void TestFileList::dequeueHead() {
     QCOMPARE(files.conversionTaskList, Ids({2, 1}));
 }
 
-QTEST_GUILESS_MAIN(TestFileList)
+REELSHIFT_TEST(tst_filelist, TestFileList, QCoreApplication)
 #include "tst_filelist.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "filelist/FileList.h"
 #include "filelist/JobRecord.h"
 #include "filelist/SharedState.h"
 #include "filelist/StatusWords.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <limits>
@@ -127,5 +129,5 @@ void TestJobRecord::sharedStateBeginsWithoutAnything() {
     QCOMPARE(state.second, std::chrono::milliseconds(1000));
 }
 
-QTEST_GUILESS_MAIN(TestJobRecord)
+REELSHIFT_TEST(tst_jobrecord, TestJobRecord, QCoreApplication)
 #include "tst_jobrecord.moc"

@@ -1,12 +1,13 @@
+#include "TestProgram.h"
 #include "filelist/RowAnnouncements.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableFixture.h"
 #include "platform/LocalizedStrings.h"
 #include "widgets/Announcer.h"
 #include "widgets/ProgressObject.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -140,10 +141,5 @@ void TestRowAnnouncements::theAnnouncerIsThereAndNotSeen() {
     QVERIFY(!heard->state().invisible);
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestRowAnnouncements test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_row_announcements, TestRowAnnouncements, TableApplication)
 #include "tst_row_announcements.moc"

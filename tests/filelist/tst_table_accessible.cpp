@@ -1,10 +1,11 @@
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableWindow.h"
 #include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -187,10 +188,5 @@ void TestTableAccessible::anEmptyListSaysWhatToDo() {
     QCOMPARE(w.accessible()->text(QAccessible::Description), getLocalString("IDS_TIP_TABLE"));
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTableAccessible test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_table_accessible, TestTableAccessible, TableApplication)
 #include "tst_table_accessible.moc"

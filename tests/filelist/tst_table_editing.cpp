@@ -1,9 +1,9 @@
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableFixture.h"
-#include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
 
-#include <QApplication>
 #include <QTest>
 
 #include <stdexcept>
@@ -302,10 +302,5 @@ void TestTableEditing::lockOfARun() {
     QCOMPARE(f.list.check.at(0), 0);
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTableEditing test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_table_editing, TestTableEditing, TableApplication)
 #include "tst_table_editing.moc"

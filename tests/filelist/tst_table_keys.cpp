@@ -1,4 +1,6 @@
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableWindow.h"
 #include "platform/LocalizedStrings.h"
 
@@ -268,10 +270,5 @@ void TestTableKeys::arrowsStepOverLockedCells() {
     QCOMPARE(w.view.selectedRow(), 2);
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTableKeys test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_table_keys, TestTableKeys, TableApplication)
 #include "tst_table_keys.moc"

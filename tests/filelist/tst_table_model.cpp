@@ -1,11 +1,11 @@
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableFixture.h"
-#include "platform/LocalizedStrings.h"
 #include "widgets/ProgressCell.h"
 #include "widgets/ProgressObject.h"
 
 #include <QAbstractItemModelTester>
-#include <QApplication>
 #include <QDialog>
 #include <QSignalSpy>
 #include <QTest>
@@ -351,10 +351,5 @@ void TestTableModel::aClickOnAHeaderIsInert() {
     QCOMPARE(f.cell(1, TableColumn::Check).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTableModel test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_table_model, TestTableModel, TableApplication)
 #include "tst_table_model.moc"

@@ -1,9 +1,9 @@
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableWindow.h"
-#include "platform/LocalizedStrings.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -227,10 +227,5 @@ void TestTableMouse::theHeaderBoxPassesTheGate() {
     QVERIFY(!box->isChecked());
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTableMouse test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_table_mouse, TestTableMouse, TableApplication)
 #include "tst_table_mouse.moc"

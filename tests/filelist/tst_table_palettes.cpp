@@ -1,5 +1,7 @@
 #include "Palettes.h"
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableWindow.h"
 #include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
@@ -224,11 +226,16 @@ void TestTablePalettes::aChangeOfThePaletteReachesAll() {
     }
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTablePalettes test;
-    return QTest::qExec(&test, argc, argv);
-}
+namespace {
+
+class FusionApplication final : public TableApplication {
+public:
+    FusionApplication(int& argc, char** argv) : TableApplication(argc, argv) {
+        setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    }
+};
+
+} // namespace
+
+REELSHIFT_TEST(tst_table_palettes, TestTablePalettes, FusionApplication)
 #include "tst_table_palettes.moc"

@@ -1,9 +1,9 @@
+#include "TestProgram.h"
 #include "filelist/StatusWords.h"
+#include "filelist/TableApplication.h"
 #include "filelist/TableWindow.h"
-#include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
@@ -152,10 +152,5 @@ void TestTableView::tenThousandRowsHaveNoWidgets() {
     QCOMPARE(w.f.model.rowCount(), 10003);
 }
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    const StringTable texts(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale::c());
-    TestTableView test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(tst_table_view, TestTableView, TableApplication)
 #include "tst_table_view.moc"

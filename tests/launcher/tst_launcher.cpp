@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "encoder/ScriptedMovie.h"
 #include "launcher/LaunchedEncoder.h"
 #include "launcher/Words.h"
 #include "platform/ChildProbe.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -385,5 +387,5 @@ void TestLauncher::diesWithTheProgram() {
     QVERIFY(host.state() == QProcess::NotRunning || host.waitForFinished());
 }
 
-QTEST_GUILESS_MAIN(TestLauncher)
+REELSHIFT_TEST(tst_launcher, TestLauncher, QCoreApplication)
 #include "tst_launcher.moc"

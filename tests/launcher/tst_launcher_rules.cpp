@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "launcher/Arguments.h"
 #include "launcher/EncoderAbilities.h"
 #include "launcher/SystemEncoder.h"
@@ -171,5 +172,5 @@ void TestLauncherRules::onlyWholePaths() {
     QVERIFY(!found);
 }
 
-QTEST_APPLESS_MAIN(TestLauncherRules)
+REELSHIFT_TEST(tst_launcher_rules, TestLauncherRules, NoApplication)
 #include "tst_launcher_rules.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "launcher/ReportRewriter.h"
 
 #include <QtTest>
@@ -128,5 +129,5 @@ void TestReportRewriter::aVeryLongLine() {
              std::string(" Lsize=\nframe=1 LPSNR=Y:nan U:nan V:nan *:nan size="));
 }
 
-QTEST_APPLESS_MAIN(TestReportRewriter)
+REELSHIFT_TEST(tst_report_rewriter, TestReportRewriter, NoApplication)
 #include "tst_report_rewriter.moc"

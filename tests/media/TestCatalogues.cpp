@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "media/ProfileCatalogue.h"
 #include "media/ResolutionCatalogue.h"
 
@@ -157,5 +158,5 @@ void TestCatalogues::unknownIds() {
     QCOMPARE(sizes.items(ResolutionCatalogue::smallestId), sizes.resolutionListFive());
 }
 
-QTEST_APPLESS_MAIN(TestCatalogues)
+REELSHIFT_TEST(test_catalogues, TestCatalogues, NoApplication)
 #include "TestCatalogues.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "media/ProbeReport.h"
 #include "media/ReportBlanking.h"
 #include "media/Reports.h"
@@ -270,5 +271,5 @@ void TestProbeReport::reportCutAnywhere() {
     }
 }
 
-QTEST_APPLESS_MAIN(TestProbeReport)
+REELSHIFT_TEST(test_probe_report, TestProbeReport, NoApplication)
 #include "TestProbeReport.moc"

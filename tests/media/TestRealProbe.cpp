@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "media/ProbeReport.h"
 #include "media/ReportBlanking.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
@@ -179,5 +181,5 @@ QString TestRealProbe::movieAs(const QString& name) {
     return path;
 }
 
-QTEST_GUILESS_MAIN(TestRealProbe)
+REELSHIFT_TEST(test_real_probe, TestRealProbe, QCoreApplication)
 #include "TestRealProbe.moc"

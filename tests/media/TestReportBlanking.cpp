@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "media/ReportBlanking.h"
 #include "media/Reports.h"
 
@@ -340,5 +341,5 @@ void TestReportBlanking::lineThatNeverEndsIsLetGo() {
     QCOMPARE(blanker.blank(QStringLiteral("frame=")), QStringLiteral("frame="));
 }
 
-QTEST_APPLESS_MAIN(TestReportBlanking)
+REELSHIFT_TEST(test_report_blanking, TestReportBlanking, NoApplication)
 #include "TestReportBlanking.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "media/ProbeReport.h"
 #include "media/ReportText.h"
 #include "media/Reports.h"
@@ -258,5 +259,5 @@ void TestRetryProbeReader::reportTextJoinsCutCharacters() {
     QCOMPARE(byteByByte.text(), text);
 }
 
-QTEST_APPLESS_MAIN(TestRetryProbeReader)
+REELSHIFT_TEST(test_retry_probe_reader, TestRetryProbeReader, NoApplication)
 #include "TestRetryProbeReader.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "encoder/ScriptedMovie.h"
 #include "platform/ChildProbe.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
@@ -535,5 +537,5 @@ void TestChildProcess::encoderIsFollowedToItsEnd() {
     QVERIFY(child->end()->succeeded());
 }
 
-QTEST_GUILESS_MAIN(TestChildProcess)
+REELSHIFT_TEST(tst_childprocess, TestChildProcess, QCoreApplication)
 #include "tst_childprocess.moc"

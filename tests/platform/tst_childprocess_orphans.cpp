@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "platform/ChildProbe.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QTest>
 
@@ -45,5 +47,5 @@ void TestChildProcessOrphans::childDiesWithTheProgram() {
     QCOMPARE(host.exitStatus(), QProcess::CrashExit);
 }
 
-QTEST_GUILESS_MAIN(TestChildProcessOrphans)
+REELSHIFT_TEST(tst_childprocess_orphans, TestChildProcessOrphans, QCoreApplication)
 #include "tst_childprocess_orphans.moc"

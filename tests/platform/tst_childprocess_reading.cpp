@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "platform/ChildProbe.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <future>
@@ -258,5 +260,5 @@ void TestChildProcessReading::standardOutputIsNotRead() {
     QCOMPARE(text, QByteArray("err\n"));
 }
 
-QTEST_GUILESS_MAIN(TestChildProcessReading)
+REELSHIFT_TEST(tst_childprocess_reading, TestChildProcessReading, QCoreApplication)
 #include "tst_childprocess_reading.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "platform/MainThread.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
@@ -333,5 +335,5 @@ void tst_MainThread::lateWakeIsHarmless() {
     QCOMPARE(handled, 1);
 }
 
-QTEST_GUILESS_MAIN(tst_MainThread)
+REELSHIFT_TEST(tst_mainthread, tst_MainThread, QCoreApplication)
 #include "tst_mainthread.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "platform/QuitSignals.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
@@ -118,5 +120,5 @@ void TestQuitSignals::oneAfterTheOther() {
     QCOMPARE(asked.count(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestQuitSignals)
+REELSHIFT_TEST(tst_quitsignals, TestQuitSignals, QCoreApplication)
 #include "tst_quitsignals.moc"

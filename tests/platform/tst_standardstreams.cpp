@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "platform/StandardStreams.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <array>
@@ -62,5 +64,5 @@ void TestStandardStreams::closedOnesAreTheNullDevice() {
     QCOMPARE(WEXITSTATUS(status), closed);
 }
 
-QTEST_GUILESS_MAIN(TestStandardStreams)
+REELSHIFT_TEST(tst_standardstreams, TestStandardStreams, QCoreApplication)
 #include "tst_standardstreams.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "platform/MainThread.h"
 
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QTest>
 #include <QTimer>
@@ -115,5 +117,5 @@ void tst_UserInput::clickUnderALoopThatOpensInAWait() {
     QVERIFY(clicker_.waitForFinished());
 }
 
-QTEST_MAIN(tst_UserInput)
+REELSHIFT_TEST(tst_userinput, tst_UserInput, QGuiApplication)
 #include "tst_userinput.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "platform/ChildProbe.h"
 #include "platform/MainThreadCalls.h"
 #include "platform/NoMoreThreads.h"
 #include "platform/WorkerThreads.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <atomic>
@@ -209,5 +211,5 @@ void TestWorkerThreads::destructionEndsASleep() {
     }
 }
 
-QTEST_GUILESS_MAIN(TestWorkerThreads)
+REELSHIFT_TEST(tst_workerthreads, TestWorkerThreads, QCoreApplication)
 #include "tst_workerthreads.moc"

@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "resources/ApplicationIcon.h"
 #include "resources/DrawnImage.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QImage>
 #include <QPixmap>
 #include <QtTest>
@@ -124,5 +126,5 @@ void TestImages::applicationIconHasEverySize() {
     QVERIFY(sizes.contains(QSize(256, 256)));
 }
 
-QTEST_MAIN(TestImages)
+REELSHIFT_TEST(test_images, TestImages, QGuiApplication)
 #include "TestImages.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "platform/LanguageChoice.h"
 #include "platform/LocalizedStrings.h"
 
@@ -18,7 +19,7 @@ namespace {
 using Keys = QList<const char*>;
 
 /// What the test program is asked when it starts itself.
-constexpr const char* sayChoice = "--say-choice";
+constexpr const char* sayChoice = "say_choice";
 constexpr const char* resources = REELSHIFT_TEST_RESOURCES;
 
 QStringList languages() {
@@ -341,14 +342,12 @@ void TestLanguages::menuEntry() {
     }
 }
 
-int main(int argc, char* argv[]) {
-    QCoreApplication application(argc, argv);
-    if (argc == 2 && qstrcmp(argv[1], sayChoice) == 0) {
-        std::fputs(qPrintable(chooseLanguage(QLocale().uiLanguages(), languages())), stdout);
-        return 0;
-    }
-    TestLanguages test;
-    return QTest::qExec(&test, argc, argv);
-}
+REELSHIFT_TEST(test_languages, TestLanguages, QCoreApplication)
+
+static const TestProgram::Entry chosenLanguage(sayChoice, [](int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    std::fputs(qPrintable(chooseLanguage(QLocale().uiLanguages(), languages())), stdout);
+    return 0;
+});
 
 #include "TestLanguages.moc"

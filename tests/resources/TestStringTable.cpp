@@ -1,3 +1,5 @@
+#include "TestProgram.h"
+
 #include <QCoreApplication>
 #include <QDirIterator>
 #include <QFile>
@@ -255,5 +257,5 @@ void TestStringTable::placeholders() {
     }
 }
 
-QTEST_GUILESS_MAIN(TestStringTable)
+REELSHIFT_TEST(test_string_table, TestStringTable, QCoreApplication)
 #include "TestStringTable.moc"

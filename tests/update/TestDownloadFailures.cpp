@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "update/DownloadWindowFixture.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -174,5 +176,5 @@ void TestDownloadFailures::failsWhenTheFileCannotGrow() {
     QVERIFY(everythingIn(downloads_->path()).isEmpty());
 }
 
-QTEST_MAIN(TestDownloadFailures)
+REELSHIFT_TEST(test_download_failures, TestDownloadFailures, QApplication)
 #include "TestDownloadFailures.moc"

@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "update/DownloadWindowFixture.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QTimer>
@@ -338,5 +340,5 @@ void TestDownloadWindow::lastWindowClosedQuits() {
     QVERIFY(wasOpenAlone);
 }
 
-QTEST_MAIN(TestDownloadWindow)
+REELSHIFT_TEST(test_download_window, TestDownloadWindow, QApplication)
 #include "TestDownloadWindow.moc"

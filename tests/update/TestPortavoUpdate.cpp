@@ -1,6 +1,8 @@
+#include "TestProgram.h"
 #include "update/KXPortavoUpdate.h"
 #include "update/LoopbackServer.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -352,5 +354,5 @@ void TestPortavoUpdate::doesNotFollowForEver() {
     QVERIFY(server_->requests().size() <= 12);
 }
 
-QTEST_GUILESS_MAIN(TestPortavoUpdate)
+REELSHIFT_TEST(test_portavo_update, TestPortavoUpdate, QCoreApplication)
 #include "TestPortavoUpdate.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "update/SafeFileName.h"
 
 #include <QUrl>
@@ -106,5 +107,5 @@ void TestSafeFileName::makesSafe() {
     QVERIFY(safe.toUtf8().size() <= 255);
 }
 
-QTEST_APPLESS_MAIN(TestSafeFileName)
+REELSHIFT_TEST(test_safe_file_name, TestSafeFileName, NoApplication)
 #include "TestSafeFileName.moc"

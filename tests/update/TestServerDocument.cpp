@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "update/ServerDocument.h"
 
 #include <QtTest>
@@ -203,5 +204,5 @@ void TestServerDocument::readsAsMuchAsIsFetched() {
     QVERIFY(parseServerDocument(document).error.isEmpty());
 }
 
-QTEST_APPLESS_MAIN(TestServerDocument)
+REELSHIFT_TEST(test_server_document, TestServerDocument, NoApplication)
 #include "TestServerDocument.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "platform/LocalizedStrings.h"
 #include "update/KXDownloadController.h"
 #include "update/LoopbackServer.h"
 #include "update/UpdateCheck.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QLocale>
 #include <QPushButton>
@@ -247,5 +249,5 @@ void TestUpdateCheck::downloadsOpensAndAsksToQuit() {
     QVERIFY(!check.window());
 }
 
-QTEST_MAIN(TestUpdateCheck)
+REELSHIFT_TEST(test_update_check, TestUpdateCheck, QApplication)
 #include "TestUpdateCheck.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "update/SystemVersion.h"
 #include "update/VersionComparison.h"
 
@@ -136,5 +137,5 @@ void TestVersionComparison::readsTheSystemsRelease() {
     }
 }
 
-QTEST_APPLESS_MAIN(TestVersionComparison)
+REELSHIFT_TEST(test_version_comparison, TestVersionComparison, NoApplication)
 #include "TestVersionComparison.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "platform/MainThread.h"
 #include "widgets/ActionGate.h"
 #include "widgets/BoxDriver.h"
 #include "widgets/PopUpBoxes.h"
 
+#include <QApplication>
 #include <QLoggingCategory>
 #include <QTest>
 #include <QTimer>
@@ -228,5 +230,5 @@ void tst_ActionGate::putOffActionThatThrows() {
     QTRY_VERIFY(next);
 }
 
-QTEST_MAIN(tst_ActionGate)
+REELSHIFT_TEST(tst_actiongate, tst_ActionGate, QApplication)
 #include "tst_actiongate.moc"

@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThreadCalls.h"
 #include "widgets/BoxDriver.h"
@@ -5,6 +6,7 @@
 #include "widgets/PopUpBoxes.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
@@ -512,5 +514,5 @@ void tst_PopUpBoxes::pictures() {
     QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
-QTEST_MAIN(tst_PopUpBoxes)
+REELSHIFT_TEST(tst_popupboxes, tst_PopUpBoxes, QApplication)
 #include "tst_popupboxes.moc"

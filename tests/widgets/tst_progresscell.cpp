@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "widgets/ProgressCell.h"
 #include "widgets/ProgressObject.h"
 
@@ -361,5 +362,5 @@ void tst_ProgressCell::pictures() {
     QVERIFY(sheet.save(folder.filePath(QStringLiteral("pictures/progresscell.png"))));
 }
 
-QTEST_MAIN(tst_ProgressCell)
+REELSHIFT_TEST(tst_progresscell, tst_ProgressCell, QApplication)
 #include "tst_progresscell.moc"

@@ -1,6 +1,8 @@
 #include "Palettes.h"
+#include "TestProgram.h"
 #include "widgets/ReadablePalette.h"
 
+#include <QApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -66,5 +68,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_MAIN(ReadablePaletteTest)
+REELSHIFT_TEST(tst_readablepalette, ReadablePaletteTest, QApplication)
 #include "tst_readablepalette.moc"

@@ -1,7 +1,9 @@
+#include "TestProgram.h"
 #include "platform/desktop/BlockDevices.h"
 #include "platform/desktop/MountTable.h"
 #include "platform/desktop/SysTree.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 /// From a mount to the real devices below it, and what sysfs says of them.
@@ -137,5 +139,5 @@ void TestBlockDevices::diskWithoutTheAttribute() {
     QVERIFY(!BlockDevices::hasRemovableMedium(devices.constFirst()));
 }
 
-QTEST_GUILESS_MAIN(TestBlockDevices)
+REELSHIFT_TEST(test_block_devices, TestBlockDevices, QCoreApplication)
 #include "TestBlockDevices.moc"

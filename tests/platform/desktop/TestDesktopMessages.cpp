@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "platform/desktop/LauncherProgress.h"
 #include "platform/desktop/Notifications.h"
 #include "platform/desktop/PrivateBus.h"
@@ -5,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QTest>
 
 using namespace std::chrono_literals;
@@ -223,5 +225,5 @@ void TestDesktopMessages::silentBusIsNotFelt() {
     QVERIFY2(clock.elapsed() < 500, qPrintable(QString::number(clock.elapsed())));
 }
 
-QTEST_MAIN(TestDesktopMessages)
+REELSHIFT_TEST(test_desktop_messages, TestDesktopMessages, QGuiApplication)
 #include "TestDesktopMessages.moc"

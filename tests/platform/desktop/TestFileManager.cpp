@@ -1,3 +1,4 @@
+#include "TestProgram.h"
 #include "platform/DeadShare.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/PrivateBus.h"
@@ -7,6 +8,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
@@ -267,5 +269,5 @@ void TestFileManager::sessionBusOfTheEnvironment() {
     QCOMPARE(found, address.contains(u"%1") ? address.arg(folder_->path()) : address);
 }
 
-QTEST_MAIN(TestFileManager)
+REELSHIFT_TEST(test_file_manager, TestFileManager, QGuiApplication)
 #include "TestFileManager.moc"

@@ -1,5 +1,7 @@
+#include "TestProgram.h"
 #include "platform/desktop/MountTable.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 /// Reading the kernel's mount table and finding the mount that holds a path.
@@ -162,5 +164,5 @@ void TestMountTable::textMayEndAnywhere() {
     }
 }
 
-QTEST_GUILESS_MAIN(TestMountTable)
+REELSHIFT_TEST(test_mount_table, TestMountTable, QCoreApplication)
 #include "TestMountTable.moc"

@@ -1,9 +1,11 @@
+#include "TestProgram.h"
 #include "platform/desktop/DiskService.h"
 #include "platform/desktop/PrivateBus.h"
 #include "platform/desktop/RemovableMedia.h"
 #include "platform/desktop/SysTree.h"
 #include "platform/desktop/VolumeInfo.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -293,5 +295,5 @@ void TestRemovableMedia::manyThreadsAtOnce() {
     }
 }
 
-QTEST_GUILESS_MAIN(TestRemovableMedia)
+REELSHIFT_TEST(test_removable_media, TestRemovableMedia, QCoreApplication)
 #include "TestRemovableMedia.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "platform/desktop/PrivateBus.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/SleepServices.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -290,5 +292,5 @@ void TestSleepInhibitor::nothingIsHeldAfterTheEnd() {
     QTRY_VERIFY(screenSaver_->held.isEmpty());
 }
 
-QTEST_MAIN(TestSleepInhibitor)
+REELSHIFT_TEST(test_sleep_inhibitor, TestSleepInhibitor, QGuiApplication)
 #include "TestSleepInhibitor.moc"

@@ -1,8 +1,10 @@
+#include "TestProgram.h"
 #include "platform/desktop/FakeVolumes.h"
 #include "platform/desktop/MountTable.h"
 #include "platform/desktop/SysTree.h"
 #include "platform/desktop/VolumeInfo.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QStorageInfo>
@@ -159,5 +161,5 @@ void TestVolumeInfo::tableForTests() {
     QCOMPARE(volumes.asked.size(), 3);
 }
 
-QTEST_GUILESS_MAIN(TestVolumeInfo)
+REELSHIFT_TEST(test_volume_info, TestVolumeInfo, QCoreApplication)
 #include "TestVolumeInfo.moc"

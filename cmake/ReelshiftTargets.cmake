@@ -34,9 +34,25 @@ if(REELSHIFT_SANITIZE)
     target_link_options(reelshift_options INTERFACE -fsanitize=${REELSHIFT_SANITIZE})
 endif()
 
-# reelshift_add_library(NAME SOURCES ... LINK ...): the static library of one folder.
+# What the precompiled headers hold: of the system and of Qt only, never our own. Every source still
+# includes what it uses; scripts/lint compiles each without them.
+set(REELSHIFT_CORE_HEADERS
+    <algorithm> <chrono> <functional> <memory> <mutex> <optional> <stdexcept> <utility> <vector>
+    <QByteArray> <QCoreApplication> <QDir> <QFileInfo> <QList> <QLoggingCategory> <QObject> <QPointer>
+    <QString> <QStringList> <QThread> <QTimer> <QUrl>)
+set(REELSHIFT_WIDGETS_HEADERS ${REELSHIFT_CORE_HEADERS}
+    <QApplication> <QCheckBox> <QComboBox> <QLabel> <QLineEdit> <QMainWindow> <QPainter> <QPushButton>
+    <QStyledItemDelegate> <QTableView>)
+
+# reelshift_add_library(NAME SOURCES ... LINK ... [HEADERS header ...] [HEADERS_OF library]): the
+# static library of one folder. It precompiles headers, or uses those of another library.
 function(reelshift_add_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "HEADERS_OF" "SOURCES;LINK;HEADERS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC reelshift_options ${ARG_LINK})
+    if(ARG_HEADERS_OF)
+        target_precompile_headers(${name} REUSE_FROM ${ARG_HEADERS_OF})
+    elseif(ARG_HEADERS)
+        target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+    endif()
 endfunction()

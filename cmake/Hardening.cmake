@@ -1,5 +1,5 @@
 # How Debian builds its programs, for the release alone: the debug presets find faults by other means
-# and are built often.
+# and are built often. What the package holds links it; tests do not.
 
 include(CheckPIESupported)
 check_pie_supported()
@@ -12,5 +12,6 @@ set(hardening -fstack-protector-strong -fstack-clash-protection
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|i.86)$")
     list(APPEND hardening -fcf-protection)
 endif()
-add_compile_options("$<$<CONFIG:Release>:${hardening}>")
-add_link_options("$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
+add_library(reelshift_hardening INTERFACE)
+target_compile_options(reelshift_hardening INTERFACE "$<$<CONFIG:Release>:${hardening}>")
+target_link_options(reelshift_hardening INTERFACE "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")

@@ -49,7 +49,7 @@ set(REELSHIFT_WIDGETS_HEADERS ${REELSHIFT_CORE_HEADERS}
 function(reelshift_add_library name)
     cmake_parse_arguments(ARG "" "HEADERS_OF" "SOURCES;LINK;HEADERS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
-    target_link_libraries(${name} PUBLIC reelshift_options ${ARG_LINK})
+    target_link_libraries(${name} PUBLIC reelshift_options ${ARG_LINK} PRIVATE reelshift_hardening)
     if(ARG_HEADERS_OF)
         target_precompile_headers(${name} REUSE_FROM ${ARG_HEADERS_OF})
     elseif(ARG_HEADERS)

@@ -29,6 +29,11 @@ Arguments withoutQualityReport(const Arguments& arguments) {
     return result;
 }
 
+std::string inputOf(const Arguments& arguments) {
+    const auto found = input(arguments);
+    return arguments.end() - found > 1 ? *(found + 1) : std::string();
+}
+
 std::vector<std::string> namesIn(const Arguments& arguments) {
     std::vector<std::string> names;
     const auto found = input(arguments);

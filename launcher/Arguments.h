@@ -11,8 +11,11 @@ using Arguments = std::vector<std::string>;
 /// examination (`-i MOVIE`) above all, is the same for every release of ffmpeg.
 [[nodiscard]] bool isJob(const Arguments& arguments);
 
-/// The same job without the report.
+/// The same job without the report of the quality.
 [[nodiscard]] Arguments withoutQualityReport(const Arguments& arguments);
+
+/// The movie; empty without one.
+[[nodiscard]] std::string inputOf(const Arguments& arguments);
 
 /// The input and the output, which ffmpeg repeats in what it prints.
 [[nodiscard]] std::vector<std::string> namesIn(const Arguments& arguments);

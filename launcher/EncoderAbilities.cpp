@@ -26,18 +26,16 @@ template <typename F> void forEachLine(std::string_view text, F&& f) {
 
 EncoderAbilities abilitiesFrom(std::string_view answer) {
     EncoderAbilities abilities;
-    bool deprecated = false;
     forEachLine(answer, [&](std::string_view line) {
-        if (const auto description = behind(line, "-psnr "); !description.empty()) {
-            abilities.reportsQuality |= contains(description, "PSNR");
-            deprecated |= contains(description, "deprecated");
-        }
-        if (const auto build = behind(line, "configuration:"); !build.empty()) {
+        for (const std::string_view start : {"configuration:", "program_version.configuration="}) {
+            const auto build = behind(line, start);
+            if (build.empty())
+                continue;
             abilities.knowsItsBuild = true;
             abilities.wasBuiltWithX264 |= contains(build, "--enable-libx264");
+            abilities.hasZscale |= contains(build, "--enable-libzimg");
         }
     });
-    abilities.reportsQuality &= !deprecated;
     return abilities;
 }
 

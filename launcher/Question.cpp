@@ -2,6 +2,7 @@
 
 #include "launcher/Process.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -16,28 +17,37 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t longestAnswer = 1 << 20;
+// No step of the patience is longer: what goes beyond it is the time of a stopped process.
+constexpr std::chrono::milliseconds step{100};
 
 [[noreturn]] void answer(const std::string& program, const Arguments& arguments, pid_t asker,
-                         const Pipe& answers) {
+                         const Pipe& answers, Streams streams) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    const Descriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
+    const int errors = streams == Streams::Both ? answers.writeEnd.number() : nothing.number();
     if (::getppid() == asker && ::dup2(nothing.number(), STDIN_FILENO) >= 0 &&
-        ::dup2(answers.writeEnd.number(), STDOUT_FILENO) >= 0 &&
-        ::dup2(answers.writeEnd.number(), STDERR_FILENO) >= 0)
+        ::dup2(answers.writeEnd.number(), STDOUT_FILENO) >= 0 && ::dup2(errors, STDERR_FILENO) >= 0)
         becomeProgram(program, arguments);
     ::_exit(127);
 }
 
-std::string readUntil(Clock::time_point deadline, int fd) {
+/// False when the patience is at its end.
+bool waitForMore(int fd, Clock::duration& patience) {
+    while (patience > Clock::duration::zero()) {
+        const auto before = Clock::now();
+        pollfd waited{fd, POLLIN, 0};
+        if (::poll(&waited, 1, static_cast<int>(step.count())) > 0)
+            return true;
+        patience -= std::min<Clock::duration>(Clock::now() - before, step);
+    }
+    return false;
+}
+
+std::string readFor(Clock::duration patience, int fd) {
     std::string text;
     std::array<char, 16384> bytes;
-    while (text.size() < longestAnswer) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-        pollfd waited{fd, POLLIN, 0};
-        const int ready = left.count() > 0 ? ::poll(&waited, 1, static_cast<int>(left.count())) : 0;
-        if (ready < 0 && errno == EINTR)
-            continue;
-        const ssize_t got = ready > 0 ? ::read(fd, bytes.data(), bytes.size()) : 0;
+    while (text.size() < longestAnswer && waitForMore(fd, patience)) {
+        const ssize_t got = ::read(fd, bytes.data(), bytes.size());
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
@@ -50,19 +60,18 @@ std::string readUntil(Clock::time_point deadline, int fd) {
 } // namespace
 
 std::string answerOf(const std::string& program, const Arguments& arguments,
-                     std::chrono::milliseconds limit) {
-    const auto deadline = Clock::now() + limit;
+                     std::chrono::milliseconds limit, Streams streams) {
     Pipe answers = Pipe::open();
     if (!answers.isOpen())
         return {};
     const pid_t asker = ::getpid();
     const pid_t pid = ::fork();
     if (pid == 0)
-        answer(program, arguments, asker, answers);
+        answer(program, arguments, asker, answers, streams);
     if (pid < 0)
         return {};
     answers.writeEnd.close();
-    std::string text = readUntil(deadline, answers.readEnd.number());
+    std::string text = readFor(limit, answers.readEnd.number());
     // At the end of its answer it is about to leave by itself, and nobody waits for how it does.
     ::kill(pid, SIGKILL);
     while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {

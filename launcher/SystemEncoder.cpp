@@ -11,6 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char programName[] = "ffmpeg";
+constexpr char probeName[] = "ffprobe";
 // Whatever is called so in a folder of this name is a launcher of ours.
 constexpr char ownFolder[] = "reelshift";
 
@@ -33,9 +34,8 @@ bool isLauncher(const std::string& path, const std::string& self) {
     return isSameFile(path, self) || (!failure && real.parent_path().filename() == ownFolder);
 }
 
-} // namespace
-
-std::optional<std::string> findSystemEncoder(std::string_view searchPath, const std::string& self) {
+template <typename F>
+std::optional<std::string> findProgram(std::string_view searchPath, const char* name, F&& isMeant) {
     while (!searchPath.empty()) {
         const std::size_t colon = searchPath.find(':');
         const std::string_view folder = searchPath.substr(0, colon);
@@ -43,9 +43,24 @@ std::optional<std::string> findSystemEncoder(std::string_view searchPath, const 
         if (folder.empty() || folder.front() != '/')
             continue;
         std::string candidate(folder);
-        candidate.append("/").append(programName);
-        if (mayBeRun(candidate) && !isLauncher(candidate, self))
+        candidate.append("/").append(name);
+        if (mayBeRun(candidate) && isMeant(candidate))
             return candidate;
     }
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> findSystemEncoder(std::string_view searchPath, const std::string& self) {
+    return findProgram(searchPath, programName,
+                       [&](const std::string& candidate) { return !isLauncher(candidate, self); });
+}
+
+std::optional<MovieProbe> findMovieProbe(const std::string& encoder, std::string_view searchPath) {
+    const std::string beside = encoder.substr(0, encoder.rfind('/') + 1) + probeName;
+    if (mayBeRun(beside))
+        return MovieProbe{beside, true};
+    const auto other = findProgram(searchPath, probeName, [](const std::string&) { return true; });
+    return other ? std::optional(MovieProbe{*other, false}) : std::nullopt;
 }

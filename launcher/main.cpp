@@ -1,10 +1,13 @@
-// Stands in the resource folder under the name of ffmpeg, and becomes the system's ffmpeg: the
-// window counts on the last report and the texts of the releases up to 6.0, see EncoderAbilities.h.
+// Stands in the resource folder under the name of ffmpeg, and becomes the system's ffmpeg. The
+// window asks for what it always asks for, and counts on the last report and the texts of the
+// releases up to 6.0: what today's movies and releases need besides is seen to here.
 #include "launcher/Arguments.h"
-#include "launcher/EncoderAbilities.h"
 #include "launcher/ErrorStreamFilter.h"
+#include "launcher/FileList.h"
+#include "launcher/JobAdditions.h"
+#include "launcher/MovieQuestion.h"
 #include "launcher/Process.h"
-#include "launcher/Question.h"
+#include "launcher/Remarks.h"
 #include "launcher/SystemEncoder.h"
 #include "launcher/Words.h"
 
@@ -15,7 +18,6 @@
 namespace {
 
 constexpr char whereProgramsUsuallyAre[] = "/usr/local/bin:/usr/bin:/bin";
-constexpr std::chrono::seconds patience{10};
 
 [[noreturn]] void leave(const std::string& line, int status) {
     const std::string whole = line + '\n';
@@ -28,35 +30,36 @@ constexpr std::chrono::seconds patience{10};
     leave(missingEncoderWords + encoder + ": " + std::strerror(errno), missingEncoderStatus);
 }
 
-/// An ffmpeg that does not say how it was built, or says it in another way, is asked for the
-/// encoder itself; one that does not answer at all is left to say what is wrong with it.
-bool hasX264(const std::string& encoder, const EncoderAbilities& abilities) {
-    if (abilities.wasBuiltWithX264)
-        return true;
-    const std::string answer =
-        answerOf(encoder, {"-hide_banner", "-h", "encoder=libx264"}, patience);
-    return answer.empty() || describesX264(answer);
+void say(const std::string& lines) {
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, lines.data(), lines.size());
 }
 
-[[noreturn]] void becomeEncoderForJob(const std::string& encoder, const Arguments& arguments) {
-    const EncoderAbilities abilities = abilitiesFrom(answerOf(encoder, {"-h", "long"}, patience));
-    if (!hasX264(encoder, abilities))
+[[noreturn]] void becomeEncoderForJob(const std::string& encoder, const Arguments& arguments,
+                                      std::string_view searchPath) {
+    const Findings findings = askAbout(inputOf(arguments), encoder, searchPath);
+    if (!findings.hasX264)
         leave(unsuitableEncoderWords + encoder, unsuitableEncoderStatus);
-    if (!abilities.reportsQuality && startErrorStreamFilter(ReportRewriter(namesIn(arguments))))
-        becomeEncoder(encoder, withoutQualityReport(arguments));
-    becomeEncoder(encoder, arguments);
+    CompletedJob job = completeJob(arguments, findings.movie, findings.encoder);
+    // `-psnr` is an option up to 6.1 and printed up to 6.0: without it all releases end alike.
+    if (startErrorStreamFilter(ReportRewriter(namesIn(arguments))))
+        job.arguments = withoutQualityReport(job.arguments);
+    say(remarksAbout(job));
+    becomeEncoder(encoder, job.arguments);
 }
 
 } // namespace
 
 int main(int count, char** texts) {
     const char* const path = std::getenv("PATH");
-    const auto encoder = findSystemEncoder(path ? path : whereProgramsUsuallyAre, "/proc/self/exe");
+    const std::string searchPath = path ? path : whereProgramsUsuallyAre;
+    const auto encoder = findSystemEncoder(searchPath, "/proc/self/exe");
     if (!encoder)
         leave(std::string(missingEncoderWords) + "none of that name is in PATH",
               missingEncoderStatus);
     const Arguments arguments(texts + (count > 0 ? 1 : 0), texts + count);
+    if (namesOtherFiles(inputOf(arguments)))
+        leave(listOfFilesWords, listOfFilesStatus);
     if (isJob(arguments))
-        becomeEncoderForJob(*encoder, arguments);
+        becomeEncoderForJob(*encoder, arguments, searchPath);
     becomeEncoder(*encoder, arguments);
 }

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void onlyWhatMayBeRun();
     void neverALauncher();
     void onlyWholePaths();
+    void theProbeBesideTheEncoder();
 };
 
 void TestLauncherRules::jobs_data() {
@@ -79,34 +80,30 @@ void TestLauncherRules::namesThatFfmpegRepeats() {
 
 void TestLauncherRules::abilities_data() {
     QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<bool>("reports");
-    const QByteArray psnr("-psnr               calculate PSNR of compressed frames");
-    const QByteArray deprecated = psnr + " (deprecated, use -flags +psnr)";
-    QTest::newRow("4.4 and 5.1") << QByteArray("-vstats x\n" + psnr + "\n-qphist  show\n") << true;
-    QTest::newRow("listed twice") << QByteArray(psnr + "\nOther\n" + psnr + '\n') << true;
-    // 6.0 still prints it, which its answer does not tell from 6.1.
-    QTest::newRow("6.0") << QByteArray(deprecated + "\n-qphist  show QP histogram\n") << false;
-    QTest::newRow("6.1") << QByteArray(deprecated + "\n-qphist  deprecated, does nothing\n")
-                         << false;
-    QTest::newRow("7.0") << QByteArray("-vstats             dump\n-vtag  force\n") << false;
-    QTest::newRow("other things of that name")
-        << QByteArray("-psnr2 PSNR\n  --psnr PSNR\nuse -psnr for the PSNR\n") << false;
-    QTest::newRow("described in another way") << QByteArray("-psnr      does nothing\n") << false;
-    QTest::newRow("no answer") << QByteArray() << false;
+    QTest::addColumn<bool>("known");
+    QTest::addColumn<bool>("x264");
+    QTest::addColumn<bool>("zscale");
+    const auto row = [](const char* what, const char* answer, bool known, bool x264, bool zscale) {
+        QTest::newRow(what) << QByteArray(answer) << known << x264 << zscale;
+    };
+    row("ffmpeg", "ffmpeg version x\n  configuration: --enable-libx264 --enable-libzimg\n", true,
+        true, true);
+    row("without zscale", "  configuration: --enable-gpl --enable-libx264\n", true, true, false);
+    row("without x264", "  configuration: --enable-libzimg --enable-libx265\n", true, false, true);
+    row("ffprobe",
+        "program_version.version=\"7.1\"\n"
+        "program_version.configuration=\"--enable-libx264 --enable-libzimg\"\nstreams=1\n",
+        true, true, true);
+    row("a title", "format.tags.title=\"configuration: --enable-libx264\"\n", false, false, false);
+    row("nothing", "", false, false, false);
 }
 
 void TestLauncherRules::abilities() {
     QFETCH(const QByteArray, answer);
-    QFETCH(const bool, reports);
-    const QByteArray banner("ffmpeg version x\n  built with gcc\n  configuration: --enable-gpl");
-    for (const char* build : {" --enable-libx264 --enable-libx265\n", " --enable-libx265\n"}) {
-        const QByteArray whole = banner + build + answer;
-        const EncoderAbilities found = abilitiesFrom(whole.toStdString());
-        QCOMPARE(found.reportsQuality, reports);
-        QCOMPARE(found.wasBuiltWithX264, QByteArray(build).contains("x264"));
-    }
-    QCOMPARE(abilitiesFrom(answer.toStdString()).reportsQuality, reports);
-    QVERIFY(!abilitiesFrom(answer.toStdString()).wasBuiltWithX264);
+    const EncoderAbilities found = abilitiesFrom(answer.toStdString());
+    QTEST(found.knowsItsBuild, "known");
+    QTEST(found.wasBuiltWithX264, "x264");
+    QTEST(found.hasZscale, "zscale");
 }
 
 void TestLauncherRules::anEncoderIsDescribed() {
@@ -170,6 +167,19 @@ void TestLauncherRules::onlyWholePaths() {
     const auto found = findSystemEncoder(":.:bin::", "/proc/self/exe");
     QVERIFY(QDir::setCurrent(before));
     QVERIFY(!found);
+}
+
+void TestLauncherRules::theProbeBesideTheEncoder() {
+    const QTemporaryDir folder;
+    const std::string encoder = put(folder, u"one/ffmpeg"_s).toStdString();
+    const std::string path = folder.filePath(u"two"_s).toStdString();
+    QVERIFY(!findMovieProbe(encoder, path));
+    const std::string other = put(folder, u"two/ffprobe"_s).toStdString();
+    QCOMPARE(findMovieProbe(encoder, path)->path, other);
+    QVERIFY(!findMovieProbe(encoder, path)->isOfEncoder);
+    const std::string beside = put(folder, u"one/ffprobe"_s).toStdString();
+    QCOMPARE(findMovieProbe(encoder, path)->path, beside);
+    QVERIFY(findMovieProbe(encoder, path)->isOfEncoder);
 }
 
 REELSHIFT_TEST(tst_launcher_rules, TestLauncherRules, NoApplication)

@@ -1,0 +1,34 @@
+#include "launcher/Remarks.h"
+
+#include "launcher/Words.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What stands here holds no quotes of its own.
+std::string forShell(const std::string& argument) {
+    const bool isPlain = std::all_of(argument.begin(), argument.end(), [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+               std::string_view("-_=:./,").find(c) != std::string_view::npos;
+    });
+    return isPlain && !argument.empty() ? argument : '\'' + argument + '\'';
+}
+
+} // namespace
+
+std::string remarksAbout(const CompletedJob& job) {
+    const Arguments& all = job.arguments;
+    const auto input = std::find(all.begin(), all.end(), "-i") + 1;
+    std::string text = std::string(remarkWords) + "ffmpeg";
+    for (auto each = all.begin(); each != all.end(); ++each) {
+        if (each == input)
+            text += " INPUT";
+        else
+            text += each + 1 == all.end() ? " OUTPUT" : ' ' + forShell(*each);
+    }
+    text += '\n';
+    for (const std::string& loss : job.losses)
+        text.append(remarkWords).append(loss).append("\n");
+    return text;
+}

@@ -32,7 +32,8 @@ PACKAGE_TEST_PACKAGES=(lintian desktop-file-utils appstream man-db)
 # What makes a bare system in a folder.
 ROOT_PACKAGES=(debian-archive-keyring mmdebstrap)
 # What the checks of .ci/run take besides.
-CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
+    python3 shellcheck)
 
 # The status of what could not be fetched and may do on another day.
 UNAVAILABLE=75

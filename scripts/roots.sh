@@ -92,6 +92,8 @@ make_root() {
     # No service is started in a folder.
     printf '#!/bin/sh\nexit 101\n' >"$folder/usr/sbin/policy-rc.d"
     chmod +x "$folder/usr/sbin/policy-rc.d"
+    # Nobody misses the folder after a power cut.
+    echo force-unsafe-io >"$folder/etc/dpkg/dpkg.cfg.d/unsafe-io"
     mkdir -p "$roots_store/archives-$suite"
     printf '%s\n' "$suite" >"$folder/.suite"
     exchange_archives "$roots_store/archives-$suite" "$folder/var/cache/apt/archives"

@@ -38,6 +38,9 @@ CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
 # The status of what could not be fetched and may do on another day.
 UNAVAILABLE=75
 
+# A bare system has no locale set, which Qt's tools complain about for every text.
+[[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
+
 say() { printf '\n==> %s\n' "$*"; }
 fail() { printf '%s: %s\n' "$0" "$*" >&2; exit 1; }
 

@@ -4,11 +4,15 @@
 #include "convert/EncoderMarkers.h"
 #include "platform/MainThread.h"
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 
 using namespace std::chrono_literals;
 
 namespace {
+
+Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 using Clock = ReaderSignals::Clock;
 
@@ -36,8 +40,7 @@ EncoderReader::Event EncoderReader::next() {
             return {Event::Kind::Piece, *piece};
         QByteArray bytes;
         const auto result = run_->task->read(bytes, limitOfRead());
-        cutter_.add(bytes);
-        lastWords_.add(bytes);
+        take(bytes);
         const auto asked = run_->reader.endAskedAt();
         if (result == ChildProcess::Read::Ended) {
             auto piece = cutter_.next(true);
@@ -55,6 +58,13 @@ EncoderReader::Event EncoderReader::next() {
                 return {Event::Kind::Piece, *piece};
         }
     }
+}
+
+void EncoderReader::take(const QByteArray& bytes) {
+    cutter_.add(bytes);
+    lastWords_.add(bytes);
+    for (const QString& remark : remarks_.add(bytes))
+        qCDebug(log, "job %d: %s", run_->jobId, qPrintable(onOneLine(remark)));
 }
 
 std::optional<std::chrono::milliseconds> EncoderReader::limitOfRead() const {
@@ -81,8 +91,7 @@ bool EncoderReader::readToEnd(const Deadline& deadline) {
     for (;;) {
         QByteArray bytes;
         const auto result = run_->task->read(bytes, timeUntil(deadline()));
-        cutter_.add(bytes);
-        lastWords_.add(bytes);
+        take(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
         auto piece = cutter_.next(ended);
         if (!piece && ended)

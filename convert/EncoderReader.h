@@ -2,6 +2,7 @@
 
 #include "convert/EncoderRun.h"
 #include "convert/LastWords.h"
+#include "convert/LauncherRemarks.h"
 #include "convert/PieceCutter.h"
 
 #include <chrono>
@@ -53,6 +54,7 @@ public:
 private:
     using Deadline = std::function<ReaderSignals::Clock::time_point()>;
 
+    void take(const QByteArray& bytes);
     bool readToEnd(const Deadline& deadline);
     [[nodiscard]] std::optional<std::chrono::milliseconds> limitOfRead() const;
     bool send(bool (ChildProcess::*signal)());
@@ -65,4 +67,5 @@ private:
     const std::chrono::milliseconds obedience_;
     PieceCutter cutter_;
     LastWords lastWords_;
+    LauncherRemarks remarks_;
 };

@@ -48,7 +48,7 @@ class MadeMovies(unittest.TestCase):
     def make(self, name, *arguments, picture=PICTURE, x265="", before=(), **more):
         """An HEVC movie; `arguments` come behind the picture, inputs first."""
         inputs = ["-f", "lavfi", "-i", picture] if picture else []
-        done = run("ffmpeg", "-v", "error", "-y", *before, *inputs, *arguments, "-c:v", "libx265",
+        done = run("ffmpeg", "-v", "error", "-y", *before, *inputs, *arguments, "-c:v:0", "libx265",
                    "-preset", "ultrafast", "-tag:v:0", "hvc1", "-x265-params",
                    "log-level=error:pools=1:frame-threads=1" + x265, self.path(name), **more)
         self.assertEqual(done.stderr, b"")
@@ -64,7 +64,7 @@ class MadeMovies(unittest.TestCase):
                    "15", "-pix_fmt", "yuv420p", "-acodec", "copy", "-avoid_negative_ts", "1", output)
         self.said = done.stderr.decode(errors="replace")
         self.assertEqual(done.returncode, 0, self.said)
-        self.assertEqual(self.said.count("LPSNR="), 1, self.said)
+        self.assertRegex(self.said, r"[\r\n]frame=[^\r\n]* LPSNR=")
         movie = Movie(output)
         self.assertEqual((movie.picture.facts["width"], movie.picture.facts["height"]),
                          (width, height))
@@ -156,8 +156,10 @@ class Tracks(MadeMovies):
     def test_every_number_of_channels(self):
         for count in (*range(1, 9), 12, 16):
             with self.subTest(count):
-                pan = f"pan={count}c|" + "|".join(f"c{i}=c0" for i in range(count))
-                sounds = self.sounds("-c:a", "pcm_s16le", "-af", pan)
+                raw = ("-f", "s16le", "-ar", "48000", "-ac", str(count), "-i", "-")
+                source = self.make("a.mov", *raw, "-c:a", "pcm_s16le", stdin=None,
+                                   input=bytes(2 * count * 20000))
+                sounds = self.convert(source).sounds
                 self.assertEqual(self.kinds(sounds), [("aac", min(count, 8))])
 
     def test_two_tracks_with_their_languages(self):
@@ -288,7 +290,7 @@ class Colours(MadeMovies):
 
 class Pace(MadeMovies):
     def test_uneven(self):
-        uneven = "testsrc2=s=320x192:r=30:d=2,select='mod(n\\,7)+mod(n\\,3)'"
+        uneven = "testsrc2=s=320x192:r=30:d=2,select='not(n)+mod(n\\,7)+mod(n\\,3)'"
         result = self.convert(self.make("a.mp4", "-vsync", "0", picture=uneven))
         steps = result.picture.steps
         self.assertLess(max(steps) - min(steps), 0.001)

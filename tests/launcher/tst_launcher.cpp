@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "encoder/ScriptedMovie.h"
 #include "launcher/LaunchedEncoder.h"
+#include "launcher/Question.h"
 #include "launcher/Words.h"
 #include "platform/ChildProbe.h"
 
@@ -10,6 +11,7 @@
 #include <QtTest>
 
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QByteArray quality("LPSNR=");
+
+/// What ffprobe says of a small movie, and of itself.
+const QByteArray aMovie("/bin/cat << end\n"
+                        "program_version.configuration=\"--enable-libx264 --enable-libzimg\"\n"
+                        "streams.stream.0.index=0\nstreams.stream.0.codec_name=\"hevc\"\n"
+                        "streams.stream.0.codec_type=\"video\"\nstreams.stream.0.width=640\n"
+                        "streams.stream.0.height=480\nstreams.stream.0.r_frame_rate=\"25/1\"\n"
+                        "end\n");
 
 /// What ffmpeg said.
 QByteArray withoutRemarks(QByteArray said) {
@@ -53,6 +63,14 @@ private Q_SLOTS:
     void withoutX264();
     void anAnswerThatSaysNothing();
 
+    void whatTheProbeSays();
+    void aProbeThatSaysNothing_data();
+    void aProbeThatSaysNothing();
+    void aProbeOfAnotherBuild();
+    void theEndComesWhileTheProbeHangs_data();
+    void theEndComesWhileTheProbeHangs();
+    void aStopDoesNotCostPatience();
+
     void passesOnAtOnce();
     void theStopIsTheEncodersAlone();
     void signalsToTheGroupAreTheEncodersAlone();
@@ -70,7 +88,8 @@ private:
     [[nodiscard]] QString path(const QString& name) const { return folder_->filePath(name); }
     [[nodiscard]] QStringList job(std::initializer_list<const char*> encode) const;
     void beRelease(const QString& release) { QVERIFY(setEncoderRelease(system(), release)); }
-    void beScript(const QByteArray& script);
+    void beScript(const QByteArray& script) { putScript(u"ffmpeg"_s, script); }
+    void putScript(const QString& name, const QByteArray& script);
     void touch(const QString& name) const {
         QFile file(path(name));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -92,10 +111,9 @@ QStringList TestLauncher::job(std::initializer_list<const char*> encode) const {
     return {u"-psnr"_s, u"-i"_s, movie, u"-codec:v"_s, u"libx264"_s, path(u"out.mp4"_s)};
 }
 
-void TestLauncher::beScript(const QByteArray& script) {
-    const QString encoder = path(u"ffmpeg"_s);
-    QVERIFY(QFile::remove(encoder));
-    QFile file(encoder);
+void TestLauncher::putScript(const QString& name, const QByteArray& script) {
+    QFile::remove(path(name));
+    QFile file(path(name));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write("#!/bin/sh\n" + script), script.size() + 10);
     file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
@@ -249,6 +267,107 @@ void TestLauncher::anAnswerThatSaysNothing() {
     QCOMPARE(withoutRemarks(encoder.said()),
              QByteArray("frame=  1 LPSNR=Y:nan U:nan V:nan *:nan size= 1kB time=1\n"));
     QCOMPARE(encoder.waitForEnd(), 0);
+}
+
+void TestLauncher::whatTheProbeSays() {
+    putScript(u"ffprobe"_s,
+              "printf '%s\\n' \"$@\" > '" + QFile::encodeName(path(u"asked"_s)) + "'\n" + aMovie);
+    QStringList arguments = job({"create", "summary 10"});
+    arguments.insert(arguments.size() - 1, u"-vf"_s);
+    arguments.insert(arguments.size() - 1, u"scale=320:240"_s);
+    LaunchedEncoder encoder(system(), arguments);
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), 0);
+    // Neither asked for its abilities nor for anything else: ffprobe has said it all.
+    const QList<EncoderStart> starts = readEncoderStarts(log_);
+    QCOMPARE(starts.size(), 1);
+    const QStringList& given = starts[0].arguments;
+    QCOMPARE(given.first(3), (QStringList{u"-noautorotate"_s, u"-i"_s, arguments[2]}));
+    QVERIFY(given[6].startsWith(u"scale=320:240:out_range=tv,"_s));
+    QCOMPARE(given.last(), arguments.last());
+    QFile asked(path(u"asked"_s));
+    QVERIFY(asked.open(QIODevice::ReadOnly));
+    const QByteArray end = "\n-i\n" + QFile::encodeName(arguments[2]) + '\n';
+    QVERIFY(asked.readAll().endsWith(end));
+    QVERIFY(encoder.said().startsWith(QByteArray(remarkWords).append("ffmpeg -noautorotate")));
+}
+
+void TestLauncher::aProbeThatSaysNothing_data() {
+    QTest::addColumn<QByteArray>("script");
+    QTest::newRow("nothing") << QByteArray("exit 1\n");
+    QTest::newRow("on the other stream") << QByteArray("exec 1>&2\n" + aMovie);
+    QTest::newRow("nonsense") << QByteArray("head -c 100000 /dev/urandom\n");
+    QTest::newRow("too much") << QByteArray("exec yes streams.stream.0.width=1\n");
+    QTest::newRow("crash") << QByteArray("kill -SEGV $$\n");
+}
+
+void TestLauncher::aProbeThatSaysNothing() {
+    QFETCH(const QByteArray, script);
+    putScript(u"ffprobe"_s, "PATH=/usr/bin:/bin\n" + script);
+    const QStringList arguments = job({"create", "summary 10"});
+    LaunchedEncoder encoder(system(), arguments);
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), 0);
+    QCOMPARE(readEncoderStarts(log_).last().arguments, arguments.mid(1));
+    QVERIFY(encoder.said().contains("nothing is added\n"));
+    QCOMPARE(encoder.said().count(quality), 1);
+}
+
+/// It knows the movie, but not what this ffmpeg can do.
+void TestLauncher::aProbeOfAnotherBuild() {
+    beRelease(u"7.1 without-x264"_s);
+    QDir(system()).mkdir(u"other"_s);
+    putScript(u"other/ffprobe"_s, aMovie);
+    LaunchedEncoder encoder(system() + u':' + path(u"other"_s), job({"create", "summary 10"}));
+    QVERIFY(encoder.readToEnd());
+    QCOMPARE(encoder.waitForEnd(), unsuitableEncoderStatus);
+}
+
+void TestLauncher::theEndComesWhileTheProbeHangs_data() {
+    QTest::addColumn<int>("number");
+    QTest::newRow("killed") << SIGKILL;
+    QTest::newRow("terminated") << SIGTERM;
+    QTest::newRow("interrupted") << SIGINT;
+}
+
+void TestLauncher::theEndComesWhileTheProbeHangs() {
+    QFETCH(const int, number);
+    putScript(u"ffprobe"_s, "echo $$ > '" + QFile::encodeName(path(u"pid"_s)) + ".new'\n" +
+                                "/bin/mv '" + QFile::encodeName(path(u"pid"_s)) + ".new' '" +
+                                QFile::encodeName(path(u"pid"_s)) + "'\nexec /bin/sleep 300\n");
+    LaunchedEncoder encoder(system(), job({"create", "summary 10"}));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(u"pid"_s)), 10000);
+    QFile file(path(u"pid"_s));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const pid_t probe = file.readAll().trimmed().toInt();
+    QVERIFY(!isDead(probe));
+    QCOMPARE(::kill(encoder.pid(), number), 0);
+    QCOMPARE(encoder.waitForEnd(), -number);
+    QVERIFY(isGone(probe));
+    QVERIFY(!QFile::exists(path(u"out.mp4"_s)));
+}
+
+void TestLauncher::aStopDoesNotCostPatience() {
+    // Asked by a process of its own, which can be stopped.
+    putScript(u"slow"_s, "while ! [ -e '" + QFile::encodeName(path(u"go"_s)) +
+                             "' ]; do /bin/sleep 0.01; done\necho answer\n");
+    constexpr std::chrono::milliseconds patience{1500};
+    const pid_t asker = ::fork();
+    if (asker == 0) {
+        const std::string answer =
+            answerOf(path(u"slow"_s).toStdString(), {}, patience, Streams::StandardOutput);
+        ::_exit(answer == "answer\n" ? 7 : 1);
+    }
+    QCOMPARE(::kill(asker, SIGSTOP), 0);
+    QTRY_COMPARE(stateOfProcess(asker), 'T');
+    QElapsedTimer stopped;
+    stopped.start();
+    QTRY_VERIFY_WITH_TIMEOUT(stopped.hasExpired(patience.count() + 500), 10000);
+    QCOMPARE(::kill(asker, SIGCONT), 0);
+    touch(u"go"_s);
+    int status = 0;
+    QCOMPARE(::waitpid(asker, &status, 0), asker);
+    QCOMPARE(WEXITSTATUS(status), 7);
 }
 
 void TestLauncher::passesOnAtOnce() {

@@ -5,20 +5,24 @@
 
 namespace {
 
-// HLG and PQ are brought to BT.709 in three steps, half as dear as the filter `tonemap`:
+// HLG and PQ are brought to BT.709 in three steps:
 //
-// 1. zscale: as light on a screen of 1000 nits, with BT.709's colours and its curve (a power of
-//    2.4), 1000 nits being the largest value. Brighter things than that are as good as white.
-// 2. lutrgb: a table of 4096 values for red, green and blue alike, so grey stays grey. Light up to
-//    white paper (203 nits, HLG 75 %) is taken as it is: 254 nits are full, paper comes to 216 and
-//    18 % grey to 101 of 16 to 235. What is brighter, up to 1000 nits, has the room above the
-//    paper: a hyperbola that goes on smoothly and ends at full.
-// 3. zscale: as Y, U and V of BT.709, limited range.
-constexpr char toCurve[] = "t=bt709:p=bt709:r=full:npl=1000";
-constexpr char throughTable[] = "st(0\\,3.937*pow(val/maxval\\,2.4))\\;"
-                                "maxval*pow(if(lte(ld(0)\\,0.8)\\,ld(0)\\,"
-                                "1.01362*(ld(0)-0.6314)/(ld(0)-0.58638))\\,1/2.4)";
-constexpr char toPicture[] = "zscale=m=bt709:r=limited";
+// 1. zscale: as light on a screen of BT.709's colours. 254 nits are 1, so white paper (203 nits,
+//    HLG 75 %) is 0.8, which is 216 of 16 to 235, and 18 % grey comes to 101.
+// 2. tonemap: light up to 0.8 is taken as it is. What is brighter shares the room above: a
+// hyperbola
+//    that goes on smoothly and ends in 1 at the brightest light there is. Red, green and blue are
+//    made smaller alike. (A curve for each of them would take half the time, but skies turn cyan
+//    and orange turns yellow.)
+// 3. zscale: with BT.709's curve, as Y, U and V, limited range.
+constexpr char toLight[] = "t=linear:npl=254:p=bt709";
+constexpr char toRoom[] = "tonemap=mobius:param=0.8:desat=0:peak=";
+constexpr char brightestOfHlg[] = "3.937"; // 1000 nits
+constexpr char brightestOfPq[] = "39.37";  // 10,000
+constexpr char toPicture[] = "zscale=t=bt709:m=bt709:r=limited";
+
+constexpr char hlg[] = "arib-std-b67";
+constexpr char pq[] = "smpte2084";
 
 // Facts about the other picture, which players would obey: the screen that it was made on, its
 // brightest light, the three kinds of hints for each scene, the light in the room. The last ones
@@ -61,16 +65,16 @@ void addOrdinaryColours(const MovieFacts&, const EncoderAbilities& encoder, Addi
         add.losses.push_back("the colours of this kind of Dolby Vision cannot be converted");
         return;
     }
-    if (picture.transfer != "arib-std-b67" && picture.transfer != "smpte2084")
+    if (picture.transfer != hlg && picture.transfer != pq)
         return;
     if (!encoder.hasZscale) {
         add.losses.push_back("the colours stay as they are, for ffmpeg has no filter zscale");
         return;
     }
-    const std::string table(throughTable);
-    add.filters.push_back("zscale=" + colours(picture) + toCurve);
-    add.filters.push_back("format=gbrp12");
-    add.filters.push_back("lutrgb=r=" + table + ":g=" + table + ":b=" + table);
+    add.filters.push_back("zscale=" + colours(picture) + toLight);
+    add.filters.push_back("format=gbrpf32le");
+    add.filters.push_back(toRoom +
+                          std::string(picture.transfer == hlg ? brightestOfHlg : brightestOfPq));
     add.filters.push_back(toPicture);
     add.filters.push_back("format=yuv420p");
     for (const char* const each : sideData)

@@ -25,7 +25,7 @@ DESKTOP_PACKAGES=(
     xvfb
 )
 # What the tests take besides.
-TEST_PACKAGES=(python3-dbusmock xauth xdotool)
+TEST_PACKAGES=(libimage-exiftool-perl python3-dbusmock xauth xdotool)
 # What makes the Debian package, and what looks it over and tries it out.
 PACKAGE_PACKAGES=(dpkg-dev file gzip)
 PACKAGE_TEST_PACKAGES=(lintian desktop-file-utils appstream man-db)

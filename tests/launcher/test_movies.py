@@ -182,6 +182,7 @@ class Tracks(MadeMovies):
         self.assertEqual(result.chapters, 1)
 
 
+@unittest.skipUnless(shutil.which("exiftool"), "there is no exiftool")
 class Tags(MadeMovies):
     def test_a_phone(self):
         source = self.make("a.mov", "-movflags", "use_metadata_tags",

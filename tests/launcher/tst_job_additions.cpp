@@ -327,7 +327,7 @@ void TestJobAdditions::remarks() {
     QCOMPARE(said.count('\n'), 2);
     QVERIFY(said.startsWith("reelshift: for the log: ffmpeg -psnr -noautorotate -i INPUT "));
     QVERIFY(said.contains(" OUTPUT\n"));
-    QVERIFY(said.contains(" 'scale=640:360:out_range=tv,zscale="));
+    QVERIFY(said.contains(" scale=640:360:out_range=tv,zscale="));
     QVERIFY(said.contains(" 'pan=7.1|c0=c0"));
     QVERIFY(!said.contains("/home/u"));
     // Neither what the window looks for in an encoder's words nor what begins its report.

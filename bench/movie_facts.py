@@ -3,6 +3,7 @@
 import json
 import subprocess
 from fractions import Fraction
+from functools import cached_property
 
 THUMB = 32  # pixels each way; what pictures are compared by
 
@@ -55,8 +56,11 @@ class Movie:
         self.tracks = [Track(each, by_track.get(each["index"], []), start)
                        for each in told.get("streams", [])]
         self.chapters = len(told.get("chapters", []))
-        self.tags = json.loads(_output("exiftool", "-j", "-n", "-api", "QuickTimeUTC=0", path) or
-                               "[{}]")[0]
+
+    @cached_property
+    def tags(self):
+        """By their names for exiftool, which must be there."""
+        return json.loads(_output("exiftool", "-j", "-n", self.path) or "[{}]")[0]
 
     @property
     def picture(self):

@@ -262,6 +262,7 @@ void AppDelegate::showProfileOfRow(int row) {
     if (!model_.source().shouldSelectRow(row))
         return;
     const QString profile = files_.recordAt(row)->text(key::profile);
-    window_.form().comboBox->setCurrentIndex(
-        static_cast<int>(files_.comboBoxItems.indexOf(profile)));
+    // By what it is converted as: the profile of a new movie has its English name in every
+    // language.
+    window_.form().comboBox->setCurrentIndex(static_cast<int>(profiles_.kindOf(profile)));
 }

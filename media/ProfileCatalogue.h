@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Which encoder settings a profile stands for.
+/// Which encoder settings a profile stands for, in the order of the catalogue.
 enum class ProfileKind { Pro, HighQuality, Normal };
 
 /// The output profiles: their names and, in the same order, the texts that the table shows for

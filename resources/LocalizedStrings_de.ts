@@ -11,7 +11,7 @@
     <message id="IDS_BTN_REMOVE_FILE">
         <extracomment>Removes every checked movie from the list.</extracomment>
         <source>&amp;Remove Checked</source>
-        <translation>Markierte &amp;entfernen</translation>
+        <translation>Angehakte &amp;entfernen</translation>
     </message>
     <message id="IDS_BTN_CONVERT">
         <extracomment>Also a button of the box about paused movies.</extracomment>
@@ -43,7 +43,7 @@
     <message id="IDS_TXT_PROFILE_CAPTION">
         <extracomment>Caption of the quality list beside the output folder.</extracomment>
         <source>&amp;Quality of checked movies</source>
-        <translation>&amp;Qualität der markierten Filme</translation>
+        <translation>&amp;Qualität der angehakten Filme</translation>
     </message>
     <message id="IDS_TXT_FILELIST">
         <extracomment>Two blanks and the number of movies in parentheses follow: Movies  (3).</extracomment>
@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : Profi, zum Schneiden (größte Dateien);H.264 LV1 : Beste Qualität;H.264 LV2 : Normale Qualität (kleinere Dateien)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>Der Ausgabeordner darf nicht auf einer Speicherkarte, einem USB-Stick oder einem anderen Wechseldatenträger liegen.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,9 +166,9 @@
         <translation>Bitte wählen Sie einen anderen Ordner, zum Beispiel einen in Ihrem persönlichen Ordner.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
-        <translation>Dieser Ordner liegt auf einem Datenträger mit dem Dateisystem FAT, auf dem ein Film von mehr als 4 GB keinen Platz hat.
+        <translation>Dieser Ordner liegt auf einem Datenträger mit dem Dateisystem FAT, das keine Filme über 4 GB speichern kann.
 Bitte wählen Sie einen Ordner auf einem anderen Datenträger.</translation>
     </message>
     <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
@@ -198,7 +198,7 @@ Andere und beschädigte Dateien wurden ausgelassen.</translation>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Zurzeit können keine Filme gelesen oder umgewandelt werden, weil das Programm ffmpeg fehlt oder nicht ausgeführt werden darf.
 Bitte installieren Sie das Paket „ffmpeg“ mit der Softwareverwaltung Ihres Systems und starten Sie Quorvex Reelshift dann neu.</translation>
     </message>
@@ -215,7 +215,7 @@ Bitte installieren Sie das Paket „ffmpeg“ mit der Softwareverwaltung Ihres S
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>Möchten Sie ihn überspringen und fortfahren oder die Umwandlung stoppen?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Skip this movie, or put it back and try again.</source>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>Der Originalfilm ist während der Umwandlung verschwunden. Wurde sein Datenträger getrennt?
 „OK“ beendet die Umwandlung. Um fortzufahren, legen Sie den Film zurück und wählen Sie „Erneut versuchen“.</translation>
     </message>
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>Klicken Sie auf „Umwandeln“, um mit ihnen fortzufahren.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,8 +304,8 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
         <translation>Die Antwort des Aktualisierungsservers ist unbrauchbar.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
-        <translation>Der Ordner für Downloads kann nicht angelegt werden.</translation>
+        <source>The Downloads folder cannot be created.</source>
+        <translation>Der Download-Ordner kann nicht angelegt werden.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
         <extracomment>First line; the path of the downloaded file follows.</extracomment>
@@ -333,11 +333,11 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
     </message>
     <message id="IDS_TIP_REMOVE_FILE">
         <source>Take all checked movies off the list. The files themselves stay where they are</source>
-        <translation>Alle markierten Filme aus der Liste nehmen. Die Dateien selbst bleiben, wo sie sind</translation>
+        <translation>Alle angehakten Filme aus der Liste nehmen. Die Dateien selbst bleiben, wo sie sind</translation>
     </message>
     <message id="IDS_TIP_CONVERT">
         <source>Convert every waiting movie in the list, checked or not</source>
-        <translation>Alle wartenden Filme der Liste umwandeln, ob markiert oder nicht</translation>
+        <translation>Alle wartenden Filme der Liste umwandeln, ob angehakt oder nicht</translation>
     </message>
     <message id="IDS_TIP_STOP">
         <source>Stop the whole conversion</source>
@@ -362,12 +362,12 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
 Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
-        <translation>Legt die Qualität aller markierten Filme fest, oder die des ausgewählten Films, wenn keiner markiert ist.
+        <translation>Legt die Qualität aller angehakten Filme fest, oder die des ausgewählten Films, wenn keiner angehakt ist.
 „Profi“ erhält die meisten Einzelheiten in den größten Dateien. „Normal“ ergibt die kleinsten</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
         <source>Check or uncheck all movies</source>
-        <translation>Alle Filme markieren oder alle Markierungen entfernen</translation>
+        <translation>Alle Filme anhaken oder alle Häkchen entfernen</translation>
     </message>
     <message id="IDS_TIP_TABLE">
         <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
@@ -375,14 +375,14 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>
-        <translation>Markierte Filme erhalten die oberhalb der Liste gewählte Qualität und können zusammen entfernt werden</translation>
+        <translation>Angehakte Filme erhalten die oberhalb der Liste gewählte Qualität und können zusammen entfernt werden</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>Klicken, um die Qualität dieses Films zu wählen</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>Klicken, um die Bildgröße dieses Films zu wählen</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>Die Umwandlung von %1 fortsetzen</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->
@@ -415,15 +415,15 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_A11Y_PROFILE">
         <source>Quality of checked movies</source>
-        <translation>Qualität der markierten Filme</translation>
+        <translation>Qualität der angehakten Filme</translation>
     </message>
     <message id="IDS_A11Y_SELECT_ALL">
         <source>Check all movies</source>
-        <translation>Alle Filme markieren</translation>
+        <translation>Alle Filme anhaken</translation>
     </message>
     <message id="IDS_A11Y_COLUMN_CHECK">
         <source>Checked</source>
-        <translation>Markiert</translation>
+        <translation>Angehakt</translation>
     </message>
     <message id="IDS_A11Y_COLUMN_BUTTON">
         <source>Action</source>
@@ -432,7 +432,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_A11Y_CHECK">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Check %1</source>
-        <translation>%1 markieren</translation>
+        <translation>%1 anhaken</translation>
     </message>
     <message id="IDS_A11Y_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
@@ -451,11 +451,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TXT_CHECKED">
         <source>checked</source>
-        <translation>markiert</translation>
+        <translation>angehakt</translation>
     </message>
     <message id="IDS_TXT_UNCHECKED">
         <source>not checked</source>
-        <translation>nicht markiert</translation>
+        <translation>nicht angehakt</translation>
     </message>
     <message id="IDS_TXT_ENCODER_UNSUITABLE">
         <extracomment>Shown once, like IDS_TXT_ENCODER_MISSING. libx264 is a name.</extracomment>

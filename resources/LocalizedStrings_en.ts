@@ -101,7 +101,7 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
         <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
     </message>
@@ -157,8 +157,8 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
-        <translation>A memory card, a stick or another removable disk cannot hold the output folder.</translation>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
+        <translation>The output folder cannot be on a memory card, a USB stick or another removable disk.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
         <extracomment>Second line, after IDS_TXT_SDCARD_CANNOT_BEUSED.</extracomment>
@@ -166,9 +166,9 @@
         <translation>Please choose another folder, for example one in your home folder.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
-        <translation>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <translation>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</translation>
     </message>
     <message id="IDS_BTN_POPUP_OUTFLDRUNAVAILABLE">
@@ -198,9 +198,9 @@ Files of another kind, and damaged ones, were left out.</translation>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</translation>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</translation>
     </message>
     <!-- Message boxes: converting -->
     <message id="IDS_TXT_POPUP_SAMENAME">
@@ -215,8 +215,8 @@ Please install the package “ffmpeg” with your system's software manager, the
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
-        <translation>Do you want to skip it and go on, or stop the conversion?</translation>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
+        <translation>Do you want to skip it and continue, or stop the conversion?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
         <extracomment>Buttons: Skip, Try Again.</extracomment>
@@ -228,9 +228,9 @@ Skip this movie, or put it back and try again.</translation>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</translation>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</translation>
     </message>
     <message id="IDS_TXT_POPUP_MEMORYFULL">
         <extracomment>First line; IDS_TXT_DATA_NOTCONVERTED follows.</extracomment>
@@ -259,8 +259,8 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</tran
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
-        <translation>Press Convert to go on with them.</translation>
+        <source>Press Convert to resume them.</source>
+        <translation>Press Convert to resume them.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
         <extracomment>Shown after every run, also one that ended early. Buttons: OK, Open Folder.</extracomment>
@@ -304,8 +304,8 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <translation>The answer of the update server cannot be used.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
-        <translation>The folder for downloads cannot be created.</translation>
+        <source>The Downloads folder cannot be created.</source>
+        <translation>The Downloads folder cannot be created.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
         <extracomment>First line; the path of the downloaded file follows.</extracomment>
@@ -378,12 +378,12 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <translation>Checked movies take the quality chosen above the list and can be removed together</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
-        <translation>Click to choose this movie's quality</translation>
+        <source>Click to choose this movie’s quality</source>
+        <translation>Click to choose this movie’s quality</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
-        <translation>Click to choose this movie's picture size</translation>
+        <source>Click to choose this movie’s picture size</source>
+        <translation>Click to choose this movie’s picture size</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
@@ -397,8 +397,8 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
-        <translation>Go on converting %1</translation>
+        <source>Resume the conversion of %1</source>
+        <translation>Resume the conversion of %1</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->
     <message id="IDS_A11Y_TABLE">

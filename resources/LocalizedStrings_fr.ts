@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : Pro, pour le montage (fichiers plus gros);H.264 LV1 : Meilleure qualité;H.264 LV2 : Qualité normale (fichiers plus petits)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>Une carte mémoire, une clé USB ou un autre disque amovible ne peut pas contenir le dossier de sortie.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>Veuillez choisir un autre dossier, par exemple dans votre dossier personnel.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>Ce dossier se trouve sur un disque au format FAT, qui ne peut pas contenir de film de plus de 4 Go.
 Veuillez choisir un dossier sur un autre disque.</translation>
@@ -198,7 +198,7 @@ Les fichiers d’un autre type et les fichiers endommagés ont été laissés de
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Les films ne peuvent être ni lus ni convertis pour le moment, car le programme ffmpeg est absent ou ne peut pas être exécuté.
 Veuillez installer le paquet « ffmpeg » avec le gestionnaire de logiciels de votre système, puis redémarrer Quorvex Reelshift.</translation>
     </message>
@@ -215,7 +215,7 @@ Veuillez installer le paquet « ffmpeg » avec le gestionnaire de logiciels de
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>Voulez-vous l’ignorer et continuer, ou arrêter la conversion ?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Ignorez ce film, ou remettez-le à sa place et réessayez.</translation>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>Le film d’origine a disparu pendant sa conversion. Son disque a-t-il été déconnecté ?
 « OK » met fin à la conversion. Pour continuer, remettez le film à sa place et choisissez « Réessayer ».</translation>
     </message>
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>Cliquez sur « Convertir » pour les reprendre.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Voulez-vous la télécharger maintenant ? Quorvex Reelshift se ferme à l’ouv
         <translation>La réponse du serveur de mise à jour est inutilisable.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>Le dossier des téléchargements ne peut pas être créé.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -362,7 +362,7 @@ Voulez-vous la télécharger maintenant ? Quorvex Reelshift se ferme à l’ouv
     <message id="IDS_TIP_PROFILE">
         <source>Sets the quality of all checked movies, or of the selected movie when none is checked.
 Pro keeps the most detail in the largest files. Normal makes the smallest ones</source>
-        <translation>Définit la qualité de tous les films cochés, ou du film sélectionné si aucun n’est coché.
+        <translation>Définir la qualité de tous les films cochés, ou du film sélectionné si aucun n’est coché.
 « Pro » conserve le plus de détails dans les fichiers les plus gros. « Normale » donne les plus petits</translation>
     </message>
     <message id="IDS_TIP_SELECT_ALL">
@@ -371,19 +371,19 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_TABLE">
         <source>Drop movies here to add them. Drag rows to change the order of conversion</source>
-        <translation>Déposez ici des films pour les ajouter. Faites glisser les lignes pour changer l’ordre de conversion</translation>
+        <translation>Déposer ici des films pour les ajouter. Faire glisser les lignes pour changer l’ordre de conversion</translation>
     </message>
     <message id="IDS_TIP_CELL_CHECK">
         <source>Checked movies take the quality chosen above the list and can be removed together</source>
         <translation>Les films cochés reçoivent la qualité choisie au-dessus de la liste et peuvent être retirés ensemble</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
-        <translation>Cliquez pour choisir la qualité de ce film</translation>
+        <source>Click to choose this movie’s quality</source>
+        <translation>Cliquer pour choisir la qualité de ce film</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
-        <translation>Cliquez pour choisir la taille d’image de ce film</translation>
+        <source>Click to choose this movie’s picture size</source>
+        <translation>Cliquer pour choisir la taille d’image de ce film</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>Reprendre la conversion de %1</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : Pro, per il montaggio (file più grandi);H.264 LV1 : Qualità ottima;H.264 LV2 : Qualità normale (file più piccoli)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>La cartella di uscita non può trovarsi su una scheda di memoria, una chiavetta o un altro disco rimovibile.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>Scegli un’altra cartella, ad esempio una nella tua cartella personale.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>Questa cartella si trova su un disco con file system FAT, che non può contenere un filmato più grande di 4 GB.
 Scegli una cartella su un altro disco.</translation>
@@ -198,7 +198,7 @@ I file di altro tipo e quelli danneggiati sono stati esclusi.</translation>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Al momento non è possibile leggere né convertire filmati, perché il programma ffmpeg manca o non può essere eseguito.
 Installa il pacchetto «ffmpeg» con il gestore del software del sistema, poi riavvia Quorvex Reelshift.</translation>
     </message>
@@ -215,7 +215,7 @@ Installa il pacchetto «ffmpeg» con il gestore del software del sistema, poi ri
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>Vuoi saltarlo e continuare, oppure fermare la conversione?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Salta questo filmato, oppure rimettilo al suo posto e riprova.</translation>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>Il filmato originale è scomparso durante la conversione. Il suo disco è stato scollegato?
 «OK» termina la conversione. Per continuare, rimetti il filmato al suo posto e scegli «Riprova».</translation>
     </message>
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>Premi «Converti» per riprenderli.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Vuoi scaricarla ora? All’apertura del programma di installazione, Quorvex Reel
         <translation>La risposta del server degli aggiornamenti non è utilizzabile.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>Impossibile creare la cartella degli scaricamenti.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -378,11 +378,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <translation>I filmati spuntati ricevono la qualità scelta sopra l’elenco e si possono rimuovere insieme</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>Fai clic per scegliere la qualità di questo filmato</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>Fai clic per scegliere le dimensioni dell’immagine di questo filmato</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>Riprendi la conversione di %1</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

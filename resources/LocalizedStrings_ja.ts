@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : プロ、編集用 (ファイルは最大);H.264 LV1 : 最高画質;H.264 LV2 : 標準画質 (ファイルは小さめ)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>メモリーカードや USB メモリーなどのリムーバブルディスクは、出力先フォルダーに使えません。</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>ホームフォルダーの中など、別のフォルダーを選んでください。</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>このフォルダーは FAT ファイルシステムのディスクにあるため、4 GB を超える動画を保存できません。
 別のディスクのフォルダーを選んでください。</translation>
@@ -198,7 +198,7 @@ Files of another kind, and damaged ones, were left out.</source>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>ffmpeg プログラムが見つからないか、実行が許可されていないため、動画の読み込みや変換ができません。
 システムのソフトウェア管理ツールでパッケージ「ffmpeg」をインストールしてから、Quorvex Reelshift を起動し直してください。</translation>
     </message>
@@ -215,7 +215,7 @@ Please install the package “ffmpeg” with your system's software manager, the
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>この動画をスキップして続けますか? それとも変換を停止しますか?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,8 +228,8 @@ Skip this movie, or put it back and try again.</source>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
-        <translation>変換中に元の動画が見つからなくなりました。ディスクが取り外されませんでしたか?
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
+        <translation>変換中に元の動画が見つからなくなりました。ディスクが取り外された可能性があります。
 「OK」を押すと変換を終了します。続けるには、動画を元の場所に戻して「再試行」を選んでください。</translation>
     </message>
     <message id="IDS_TXT_POPUP_MEMORYFULL">
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>変換を続けるには「変換」を押してください。</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <translation>更新サーバーからの応答を利用できません。</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>ダウンロード用のフォルダーを作成できません。</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -378,11 +378,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <translation>チェックした動画には、リストの上で選んだ画質が適用されます。まとめてリストから外すこともできます</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>クリックしてこの動画の画質を選びます</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>クリックしてこの動画の画面サイズを選びます</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>%1 の変換を再開します</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

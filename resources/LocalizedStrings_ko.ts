@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : 프로, 편집용 (파일이 가장 큼);H.264 LV1 : 최고 화질;H.264 LV2 : 일반 화질 (파일이 더 작음)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>메모리 카드, USB 메모리 등의 이동식 디스크에는 출력 폴더를 둘 수 없습니다.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>홈 폴더 안의 폴더 등 다른 폴더를 선택하십시오.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>이 폴더는 FAT 파일 시스템을 사용하는 디스크에 있어서 4GB보다 큰 동영상을 저장할 수 없습니다.
 다른 디스크의 폴더를 선택하십시오.</translation>
@@ -198,7 +198,7 @@ Files of another kind, and damaged ones, were left out.</source>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>ffmpeg 프로그램이 없거나 실행 권한이 없어 지금은 동영상을 읽거나 변환할 수 없습니다.
 시스템의 소프트웨어 관리자로 “ffmpeg” 패키지를 설치한 다음 Quorvex Reelshift를 다시 시작하십시오.</translation>
     </message>
@@ -215,7 +215,7 @@ Please install the package “ffmpeg” with your system's software manager, the
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>이 동영상을 건너뛰고 계속하시겠습니까, 아니면 변환을 중지하시겠습니까?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Skip this movie, or put it back and try again.</source>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>변환하는 동안 원본 동영상이 사라졌습니다. 디스크의 연결이 끊어졌습니까?
 “확인”을 누르면 변환이 끝납니다. 계속하려면 동영상을 제자리에 되돌려 놓고 “다시 시도”를 선택하십시오.</translation>
     </message>
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>계속하려면 “변환”을 누르십시오.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <translation>업데이트 서버의 응답을 사용할 수 없습니다.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>다운로드 폴더를 만들 수 없습니다.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -378,11 +378,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <translation>체크한 동영상에는 목록 위에서 선택한 화질이 적용되며, 한꺼번에 제거할 수 있습니다</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>클릭하여 이 동영상의 화질을 선택합니다</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>클릭하여 이 동영상의 화면 크기를 선택합니다</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>변환 계속: %1</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : Pro, voor montage (grootste bestanden);H.264 LV1 : Beste kwaliteit;H.264 LV2 : Normale kwaliteit (kleinere bestanden)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>De uitvoermap kan niet op een geheugenkaart, een USB-stick of een andere verwijderbare schijf staan.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>Kies een andere map, bijvoorbeeld een map in uw persoonlijke map.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>Deze map staat op een schijf met het FAT-bestandssysteem, waarop een film van meer dan 4 GB niet past.
 Kies een map op een andere schijf.</translation>
@@ -198,7 +198,7 @@ Andere bestanden en beschadigde bestanden zijn overgeslagen.</translation>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Er kunnen nu geen films worden gelezen of omgezet, omdat het programma ffmpeg ontbreekt of niet mag worden uitgevoerd.
 Installeer het pakket ‘ffmpeg’ met het programmabeheer van uw systeem en start Quorvex Reelshift daarna opnieuw.</translation>
     </message>
@@ -215,7 +215,7 @@ Installeer het pakket ‘ffmpeg’ met het programmabeheer van uw systeem en sta
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>Wilt u de film overslaan en doorgaan, of stoppen met omzetten?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Sla deze film over, of zet hem terug en probeer het opnieuw.</translation>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>De oorspronkelijke film is tijdens het omzetten verdwenen. Is de schijf losgekoppeld?
 ‘OK’ beëindigt het omzetten. Zet de film terug en kies ‘Opnieuw proberen’ om door te gaan.</translation>
     </message>
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>Klik op ‘Omzetten’ om ermee door te gaan.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Wilt u deze nu downloaden? Quorvex Reelshift wordt afgesloten zodra het installa
         <translation>Het antwoord van de updateserver is onbruikbaar.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>De map voor downloads kan niet worden aangemaakt.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -378,11 +378,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <translation>Aangevinkte films krijgen de kwaliteit die boven de lijst is gekozen en kunnen samen worden verwijderd</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>Klik om de kwaliteit van deze film te kiezen</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>Klik om de beeldgrootte van deze film te kiezen</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>Het omzetten van %1 hervatten</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

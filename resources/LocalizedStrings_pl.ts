@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : Pro, do montażu (największe pliki);H.264 LV1 : Najlepsza jakość;H.264 LV2 : Zwykła jakość (mniejsze pliki)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>Folder docelowy nie może znajdować się na karcie pamięci, pendrivie ani innym dysku wymiennym.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>Proszę wybrać inny folder, na przykład w katalogu domowym.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>Ten folder znajduje się na dysku z systemem plików FAT, na którym nie zmieści się film większy niż 4 GB.
 Proszę wybrać folder na innym dysku.</translation>
@@ -198,7 +198,7 @@ Pliki innego rodzaju i pliki uszkodzone zostały pominięte.</translation>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Nie można teraz odczytywać ani konwertować filmów, ponieważ brakuje programu ffmpeg lub nie można go uruchomić.
 Proszę zainstalować pakiet „ffmpeg” za pomocą menedżera oprogramowania, a następnie ponownie uruchomić program Quorvex Reelshift.</translation>
     </message>
@@ -215,7 +215,7 @@ Proszę zainstalować pakiet „ffmpeg” za pomocą menedżera oprogramowania, 
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>Pominąć go i kontynuować, czy zatrzymać konwersję?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Można pominąć ten film albo przywrócić go na miejsce i spróbować ponownie
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>Oryginalny film zniknął podczas konwersji. Czy jego dysk został odłączony?
 „OK” kończy konwersję. Aby kontynuować, proszę przywrócić film na miejsce i wybrać „Spróbuj ponownie”.</translation>
     </message>
@@ -259,7 +259,7 @@ OK ends the conversion. To go on, put the movie back and choose Try Again.</sour
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>Aby je wznowić, proszę nacisnąć „Konwertuj”.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Czy pobrać ją teraz? Po otwarciu instalatora program Quorvex Reelshift zostani
         <translation>Nie można użyć odpowiedzi serwera aktualizacji.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>Nie można utworzyć folderu na pobrane pliki.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -378,11 +378,11 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <translation>Zaznaczone filmy otrzymują jakość wybraną nad listą i można je razem usunąć</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>Kliknij, aby wybrać jakość tego filmu</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>Kliknij, aby wybrać rozmiar obrazu tego filmu</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>Wznów konwersję %1</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

@@ -101,9 +101,9 @@
     </message>
     <!-- Qualities: three of each, separated by ';', best first and in the same order everywhere -->
     <message id="IDS_TXT_PROFILELIST">
-        <extracomment>The ninth character of each name is a digit. The second name is the same in every language: H.264 LV1 : Best Quality</extracomment>
+        <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</translation>
+        <translation>H.264 LV0 : Pro, kurgu için (en büyük dosyalar);H.264 LV1 : En iyi kalite;H.264 LV2 : Normal kalite (daha küçük dosyalar)</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>
@@ -157,7 +157,7 @@
     <!-- Message boxes: output folder -->
     <message id="IDS_TXT_SDCARD_CANNOT_BEUSED">
         <extracomment>First line; IDS_TXT_USE_ANOTHER_FOLDER follows.</extracomment>
-        <source>A memory card, a stick or another removable disk cannot hold the output folder.</source>
+        <source>The output folder cannot be on a memory card, a USB stick or another removable disk.</source>
         <translation>Çıktı klasörü bir bellek kartında, USB bellekte veya başka bir çıkarılabilir diskte olamaz.</translation>
     </message>
     <message id="IDS_TXT_USE_ANOTHER_FOLDER">
@@ -166,7 +166,7 @@
         <translation>Lütfen başka bir klasör seçin, örneğin ev klasörünüzde.</translation>
     </message>
     <message id="IDS_TXT_FAT32_UNSUPPORTED">
-        <source>This folder is on a disk with the FAT file system, where a movie larger than 4 GB has no room.
+        <source>This folder is on a disk with the FAT file system, which cannot hold a movie larger than 4 GB.
 Please choose a folder on another disk.</source>
         <translation>Bu klasör FAT dosya sistemli bir diskte ve 4 GB’den büyük videolar bu diske sığmaz.
 Lütfen başka bir diskte bir klasör seçin.</translation>
@@ -198,7 +198,7 @@ Başka türden dosyalar ve bozuk dosyalar eklenmedi.</translation>
     </message>
     <message id="IDS_TXT_ENCODER_MISSING">
         <source>Movies cannot be read or converted now, because the program ffmpeg is missing or may not be run.
-Please install the package “ffmpeg” with your system's software manager, then start Quorvex Reelshift again.</source>
+Please install the package “ffmpeg” with your system’s software manager, then start Quorvex Reelshift again.</source>
         <translation>Videolar şu anda okunamıyor veya dönüştürülemiyor, çünkü ffmpeg programı eksik ya da çalıştırılmasına izin verilmiyor.
 Lütfen sisteminizin yazılım yöneticisiyle “ffmpeg” paketini kurun, ardından Quorvex Reelshift’i yeniden başlatın.</translation>
     </message>
@@ -215,7 +215,7 @@ Lütfen sisteminizin yazılım yöneticisiyle “ffmpeg” paketini kurun, ardı
     </message>
     <message id="IDS_TXT_POPUP_WANTTOSKIP">
         <extracomment>Second line, between IDS_TXT_POPUP_ERROR and the movie's name.</extracomment>
-        <source>Do you want to skip it and go on, or stop the conversion?</source>
+        <source>Do you want to skip it and continue, or stop the conversion?</source>
         <translation>Bu videoyu atlayıp devam etmek mi, yoksa dönüştürmeyi durdurmak mı istiyorsunuz?</translation>
     </message>
     <message id="IDS_TXT_POPUP_SOURCE_UNAVAILABLE">
@@ -228,7 +228,7 @@ Bu videoyu atlayın ya da yerine koyup yeniden deneyin.</translation>
     <message id="IDS_TXT_POPUP_UNEXPECTEDREMOVE">
         <extracomment>Buttons: OK, Try Again.</extracomment>
         <source>The original movie disappeared while it was being converted. Was its disk disconnected?
-OK ends the conversion. To go on, put the movie back and choose Try Again.</source>
+OK ends the conversion. To continue, put the movie back and choose Try Again.</source>
         <translation>Özgün video dönüştürülürken kayboldu. Diskinin bağlantısı mı kesildi?
 Tamam, dönüştürmeyi sonlandırır. Devam etmek için videoyu yerine koyun ve Yeniden Dene düğmesini seçin.</translation>
     </message>
@@ -259,7 +259,7 @@ Tamam, dönüştürmeyi sonlandırır. Devam etmek için videoyu yerine koyun ve
     </message>
     <message id="IDS_TXT_POPUP_CLICKTOCONTINUE">
         <extracomment>Second line, after IDS_TXT_POPUP_PUASEDJOBS.</extracomment>
-        <source>Press Convert to go on with them.</source>
+        <source>Press Convert to resume them.</source>
         <translation>Bunlara devam etmek için Dönüştür düğmesine basın.</translation>
     </message>
     <message id="IDS_TXT_POPUP_OPERATION_SUCCESSFUL">
@@ -304,7 +304,7 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <translation>Güncelleme sunucusunun yanıtı kullanılamıyor.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
-        <source>The folder for downloads cannot be created.</source>
+        <source>The Downloads folder cannot be created.</source>
         <translation>İndirilenler klasörü oluşturulamıyor.</translation>
     </message>
     <message id="IDS_TXT_UPDATE_NOT_OPENED">
@@ -378,11 +378,11 @@ Pro, en çok ayrıntıyı en büyük dosyalarda saklar. Normal, en küçük dosy
         <translation>İşaretli videolar listenin üstünde seçilen kaliteyi alır ve birlikte kaldırılabilir</translation>
     </message>
     <message id="IDS_TIP_CELL_PROFILE">
-        <source>Click to choose this movie's quality</source>
+        <source>Click to choose this movie’s quality</source>
         <translation>Bu videonun kalitesini seçmek için tıklayın</translation>
     </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
-        <source>Click to choose this movie's picture size</source>
+        <source>Click to choose this movie’s picture size</source>
         <translation>Bu videonun görüntü boyutunu seçmek için tıklayın</translation>
     </message>
     <message id="IDS_TIP_ROW_REMOVE">
@@ -397,7 +397,7 @@ Pro, en çok ayrıntıyı en büyük dosyalarda saklar. Normal, en küçük dosy
     </message>
     <message id="IDS_TIP_ROW_RESUME">
         <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Go on converting %1</source>
+        <source>Resume the conversion of %1</source>
         <translation>Dönüştürmeye devam et: %1</translation>
     </message>
     <!-- Names that screen readers speak, for what carries no text of its own -->

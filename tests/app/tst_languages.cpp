@@ -154,6 +154,8 @@ class TestLanguages final : public QObject {
 private Q_SLOTS:
     void window_data();
     void window();
+    void qualityOfANewMovie_data();
+    void qualityOfANewMovie();
     void columns_data();
     void columns();
     void messageBoxes_data();
@@ -223,6 +225,21 @@ void TestLanguages::window() {
     QVERIFY(seen >= 12);
     // What stands in the way of nothing is left for the path.
     QVERIFY(program->widget<QLineEdit>("outputFolderPath")->width() >= 200);
+}
+
+void TestLanguages::qualityOfANewMovie_data() {
+    window_data();
+}
+
+void TestLanguages::qualityOfANewMovie() {
+    QFETCH(QString, language);
+    const auto program = start(language);
+    add(*program, {QStringLiteral("a.mp4")});
+    const auto* const list = program->widget<QComboBox>("comboBox");
+    QCOMPARE(list->currentIndex(), 0);
+    table(*program).selectRow(0);
+    QCOMPARE(list->currentIndex(), 1);
+    QCOMPARE(list->currentText(), getLocalString("IDS_TXT_PROFILELIST").split(u';').at(1));
 }
 
 void TestLanguages::columns_data() {

@@ -122,6 +122,7 @@ private:
     void setSelectAllChecked(bool checked) override;
     void uncheckOpenFolder() override;
     void showFileCount(const QString& text) override;
+    void showQuietLine(const QString& text) override;
     void showFolder(const QString& path) override;
     void reloadTable() override;
     void rowChanged(int row) override;

@@ -5,6 +5,7 @@
 #include "filelist/FileTableView.h"
 #include "platform/desktop/FileManager.h"
 #include "ui_MainWindow.h"
+#include "widgets/Announcer.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -42,6 +43,8 @@ void AppDelegate::connectControls() {
                    [this] { return window_.form().comboBox->isEnabled(); });
     });
     connect(&update_, &UpdateCheck::installerOpened, this, &AppDelegate::terminate);
+    connect(&gate_, &ActionGate::actionBegins, form.quietLine,
+            [line = form.quietLine] { line->show(QString()); });
 }
 
 void AppDelegate::connectTable() {
@@ -94,6 +97,11 @@ void AppDelegate::uncheckOpenFolder() {
 
 void AppDelegate::showFileCount(const QString& text) {
     window_.form().fileList->setText(text);
+}
+
+void AppDelegate::showQuietLine(const QString& text) {
+    window_.form().quietLine->show(text);
+    window_.announcer().say(text);
 }
 
 void AppDelegate::showFolder(const QString& path) {

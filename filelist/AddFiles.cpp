@@ -52,9 +52,14 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
     unsupportedTold_ = false;
     resolutionId_ = ResolutionCatalogue::smallestId;
     parts_.window.setRemoveEnabled(true);
-    for (const QString& path : paths) {
-        if (parts_.isCloseAsked() || addOne(path, origin) == Next::Stop)
-            break;
+    for (qsizetype at = 0; at < paths.size(); ++at) {
+        try {
+            if (parts_.isCloseAsked() || addOne(paths[at], origin) == Next::Stop)
+                break;
+        } catch (const std::exception&) {
+            tellEnded(paths[at], paths.size() - at - 1);
+            throw;
+        }
     }
     close();
 }
@@ -224,6 +229,13 @@ void AddFiles::tellEncoderUnsuitable() {
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg(
             {getLocalString("IDS_TXT_ENCODER_UNSUITABLE"), getLocalString("IDS_BTN_POPUP_OK")});
+}
+
+void AddFiles::tellEnded(const QString& path, qsizetype notLookedAt) {
+    QString line = getLocalString("IDS_TXT_ADD_ENDED").arg(QFileInfo(path).fileName());
+    if (notLookedAt > 0)
+        line += u' ' + getLocalString("IDS_TXT_ADD_NOT_LOOKED_AT").arg(notLookedAt);
+    parts_.window.showQuietLine(line);
 }
 
 void AddFiles::refreshCount() {

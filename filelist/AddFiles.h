@@ -66,6 +66,7 @@ private:
     void tellUnsupported();
     void tellEncoderMissing();
     void tellEncoderUnsuitable();
+    void tellEnded(const QString& path, qsizetype notLookedAt);
     void refreshCount();
 
     const Parts parts_;

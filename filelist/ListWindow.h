@@ -18,6 +18,8 @@ public:
     /// The header's check box.
     virtual void setSelectAllChecked(bool checked) = 0;
     virtual void showFileCount(const QString& text) = 0;
+    /// Tells something below the table, without a box, until the user does something else.
+    virtual void showQuietLine(const QString& text) = 0;
     virtual void reloadTable() = 0;
     /// What a row shows has changed.
     virtual void rowChanged(int row) = 0;

@@ -186,6 +186,16 @@ Files of another kind, and damaged ones, were left out.</source>
         <translation>È possibile aggiungere solo filmati con video HEVC (H.265).
 I file di altro tipo e quelli danneggiati sono stati esclusi.</translation>
     </message>
+    <message id="IDS_TXT_ADD_ENDED">
+        <extracomment>%1 is the name of the file that ended the adding of several.</extracomment>
+        <source>“%1” cannot be added.</source>
+        <translation>«%1» non può essere aggiunto.</translation>
+    </message>
+    <message id="IDS_TXT_ADD_NOT_LOOKED_AT">
+        <extracomment>Follows IDS_TXT_ADD_ENDED on the same line. %1 is a number.</extracomment>
+        <source>Movies after it that were not looked at: %1</source>
+        <translation>Filmati successivi non esaminati: %1</translation>
+    </message>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>

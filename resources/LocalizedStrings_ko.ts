@@ -186,6 +186,16 @@ Files of another kind, and damaged ones, were left out.</source>
         <translation>HEVC(H.265) 동영상만 추가할 수 있습니다.
 다른 종류의 파일과 손상된 파일은 추가하지 않았습니다.</translation>
     </message>
+    <message id="IDS_TXT_ADD_ENDED">
+        <extracomment>%1 is the name of the file that ended the adding of several.</extracomment>
+        <source>“%1” cannot be added.</source>
+        <translation>“%1”을(를) 추가할 수 없습니다.</translation>
+    </message>
+    <message id="IDS_TXT_ADD_NOT_LOOKED_AT">
+        <extracomment>Follows IDS_TXT_ADD_ENDED on the same line. %1 is a number.</extracomment>
+        <source>Movies after it that were not looked at: %1</source>
+        <translation>그 뒤에 확인하지 않은 동영상: %1</translation>
+    </message>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>

@@ -186,6 +186,16 @@ Files of another kind, and damaged ones, were left out.</source>
         <translation>只能加入 HEVC (H.265) 影片。
 其他類型的檔案和損壞的檔案未加入。</translation>
     </message>
+    <message id="IDS_TXT_ADD_ENDED">
+        <extracomment>%1 is the name of the file that ended the adding of several.</extracomment>
+        <source>“%1” cannot be added.</source>
+        <translation>無法加入「%1」。</translation>
+    </message>
+    <message id="IDS_TXT_ADD_NOT_LOOKED_AT">
+        <extracomment>Follows IDS_TXT_ADD_ENDED on the same line. %1 is a number.</extracomment>
+        <source>Movies after it that were not looked at: %1</source>
+        <translation>其後未檢查的影片：%1</translation>
+    </message>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>

@@ -46,8 +46,10 @@ void ActionGate::pass(std::function<void()> action, std::function<bool()> enable
         putOff_.push_back({std::move(action), std::move(enabled)});
         return;
     }
-    if (!enabled || enabled())
-        runGuarded(action);
+    if (enabled && !enabled())
+        return;
+    Q_EMIT actionBegins();
+    runGuarded(action);
 }
 
 void ActionGate::runPutOff() {

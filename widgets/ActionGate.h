@@ -24,6 +24,10 @@ public:
     /// Runs `action`, now or after the wait, if `enabled` (may be empty) says so then.
     void pass(std::function<void()> action, std::function<bool()> enabled = {});
 
+Q_SIGNALS:
+    /// The next action is about to run: what was said of the one before is not news any more.
+    void actionBegins();
+
 private:
     struct Action {
         std::function<void()> run;

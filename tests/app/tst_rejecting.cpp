@@ -3,6 +3,7 @@
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "filelist/FileTableView.h"
+#include "widgets/QuietLine.h"
 
 #include <QApplication>
 #include <QFile>
@@ -12,6 +13,19 @@
 namespace {
 
 const QString h264 = QStringLiteral("h264 (High)");
+
+QString endedAt(const QString& name, int notLookedAt) {
+    const QString line = text("IDS_TXT_ADD_ENDED").arg(name);
+    return notLookedAt == 0
+               ? line
+               : QString(line + u' ' + text("IDS_TXT_ADD_NOT_LOOKED_AT").arg(notLookedAt));
+}
+
+/// What stands below the table; empty while nothing is shown there.
+QString quietLine(ControllerFixture& program) {
+    const auto* const line = program.widget<QuietLine>("quietLine");
+    return line->isHidden() ? QString() : line->line();
+}
 
 } // namespace
 
@@ -23,6 +37,8 @@ private Q_SLOTS:
     void rejectedInTheMiddle();
     void onlyOneMessageAnAdd();
     void rejectedAsTheFirstOfAll();
+    void theLineGoesWithTheNextAction();
+    void aLongNameIsCutInTheLine();
     void rejectedAfterAChangedQuality();
     void goneBeforeItWasRead();
     void aSizeThatCannotBeRead_data();
@@ -73,9 +89,10 @@ void TestRejecting::rejectedAsTheFirstOfAll() {
     ControllerFixture program;
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     const QString bad = program.movie(QStringLiteral("b.mp4")).probe(h264).write();
-    program.add({bad, good});
-    // Kept: it goes without a word, and the rest of the add with it.
+    program.add({bad, good, good});
+    // Kept: it goes without a box, and the rest of the add with it.
     QVERIFY(program.boxes.seen.isEmpty());
+    QCOMPARE(quietLine(program), endedAt(QStringLiteral("b.mp4"), 2));
     QCOMPARE(program.files().rowCount(), 0);
     QVERIFY(areInStep(program.files()));
     QCOMPARE(program.files().progressObjects.size(), size_t{1});
@@ -93,6 +110,35 @@ void TestRejecting::rejectedAsTheFirstOfAll() {
     QVERIFY(program.runToEnd());
     QVERIFY(QFile::exists(program.output(QStringLiteral("a_HQ_640x480.mp4"))));
     QCOMPARE(program.files().rowCount(), 0);
+}
+
+void TestRejecting::theLineGoesWithTheNextAction() {
+    ControllerFixture program;
+    const QString bad = program.movie(QStringLiteral("b %1.mp4")).probe(h264).write();
+    program.add({bad});
+    QCOMPARE(quietLine(program), endedAt(QStringLiteral("b %1.mp4"), 0));
+    program.click("btnOpenFolder");
+    QCOMPARE(quietLine(program), QString());
+    program.drop({bad, bad});
+    QTRY_COMPARE(quietLine(program), endedAt(QStringLiteral("b %1.mp4"), 1));
+    program.add({program.movie(QStringLiteral("a.mp4")).write()});
+    QCOMPARE(quietLine(program), QString());
+}
+
+void TestRejecting::aLongNameIsCutInTheLine() {
+    ControllerFixture program;
+    MainWindow& window = program.app().window();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const int width = window.width();
+    const QString name = QString(200, u'n') + QStringLiteral(".mp4");
+    program.add({program.movie(name).probe(h264).write()});
+    const auto* const line = program.widget<QuietLine>("quietLine");
+    QTRY_VERIFY(line->text().contains(QChar(0x2026)));
+    QVERIFY(line->fontMetrics().horizontalAdvance(line->text()) <= line->width());
+    QVERIFY(line->toolTip().contains(name));
+    QCOMPARE(line->accessibleName(), endedAt(name, 0));
+    QCOMPARE(window.width(), width);
 }
 
 void TestRejecting::rejectedAfterAChangedQuality() {
@@ -163,6 +209,7 @@ void TestRejecting::aSizeThatCannotBeReadAmongOthers() {
     program.boxes.promise(1000);
     program.add({good, damaged, good});
     QCOMPARE(program.boxes.seen.size(), 1);
+    QCOMPARE(quietLine(program), endedAt(QStringLiteral("b.mp4"), 1));
     QCOMPARE(program.files().idList, (std::vector<int>{1}));
     QVERIFY(areInStep(program.files()));
     // The row that was complete is there and shown.
@@ -182,6 +229,8 @@ void TestRejecting::removableVolumeRefused() {
     program.boxes.promise(1000);
     program.add({good, good, onCard, good, good});
     QCOMPARE(program.boxes.seen.size(), 1);
+    // The user's own Cancel needs no word.
+    QCOMPARE(quietLine(program), QString());
     QCOMPARE(program.boxes.seen[0].message,
              QString(text("IDS_TXT_SDCARD_DELAY") + u'\n' + text("IDS_TXT_CONTINUE")));
     QCOMPARE(program.boxes.seen[0].buttons,

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QLabel>
+
+/// A line that tells without asking: plain text, hidden while there is none, cut in its middle
+/// where the window is too narrow, with the whole of it in its tooltip and for screen readers. Main
+/// thread; owned by its parent.
+class QuietLine final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit QuietLine(QWidget* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(QuietLine)
+
+    [[nodiscard]] const QString& line() const { return line_; }
+
+    /// Line ends become blanks. An empty text hides it.
+    void show(const QString& text);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void cut();
+
+    QString line_;
+};

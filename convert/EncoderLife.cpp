@@ -1,7 +1,7 @@
 #include "convert/EncoderLife.h"
 
 bool EncoderLife::isFinished() const {
-    return summarySeen_ && !writeFailed_ && !damageSeen_ && !toldToEnd_ && end_ &&
+    return summarySeen_ && !noPicture_ && !writeFailed_ && !damageSeen_ && !toldToEnd_ && end_ &&
            end_->succeeded();
 }
 
@@ -37,9 +37,11 @@ void EncoderLife::ask(Request request) {
     removedWhilePaused_ = request == Request::Remove && phase_ == Phase::Suspended;
 }
 
-void EncoderLife::saw(bool summary, std::optional<double> position, bool writeFailure) {
+void EncoderLife::saw(bool summary, std::optional<double> position, bool writeFailure,
+                      bool noPicture) {
     summarySeen_ = summarySeen_ || summary;
     writeFailed_ = writeFailed_ || writeFailure;
+    noPicture_ = noPicture_ || noPicture;
     if (summary)
         finalPosition_ = position;
 }

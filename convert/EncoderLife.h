@@ -29,8 +29,8 @@ public:
     [[nodiscard]] bool isDamageSeen() const { return damageSeen_; }
     /// Seconds in the summary, where it has been seen with a position.
     [[nodiscard]] std::optional<double> finalPosition() const { return finalPosition_; }
-    /// Whether the encoder came to its end by itself, with a summary and status 0, read everything
-    /// and wrote everything: its output is a finished file.
+    /// Whether the encoder came to its end by itself, with a summary that counts pictures and
+    /// status 0, read everything and wrote everything: its output is a finished file.
     [[nodiscard]] bool isFinished() const;
     /// What the end of the encoder means. A removal is always the outcome, a stop unless the
     /// encoder had finished by itself before it could be told to end.
@@ -42,8 +42,10 @@ public:
     void resumed();
     /// A removal outweighs a stop; the first of two equal requests stays.
     void ask(Request request);
-    /// What a piece of output said. `position` is in seconds.
-    void saw(bool summary, std::optional<double> position, bool writeFailure);
+    /// What a piece of output said. `position` is in seconds; `noPicture` is the summary's own
+    /// count.
+    void saw(bool summary, std::optional<double> position, bool writeFailure,
+             bool noPicture = false);
     /// It complained of the movie that it converts.
     void sawDamage() { damageSeen_ = true; }
     /// A signal that ends it was sent.
@@ -60,6 +62,7 @@ private:
     bool summarySeen_ = false;
     bool writeFailed_ = false;
     bool damageSeen_ = false;
+    bool noPicture_ = false;
     bool toldToEnd_ = false;
     bool suspendFailed_ = false;
     bool removedWhilePaused_ = false;

@@ -10,6 +10,7 @@ namespace {
 
 const QString positionMark = QStringLiteral("time=");
 const QString summaryMark = QStringLiteral("LPSNR=");
+const QString framesMark = QStringLiteral("frame=");
 constexpr int positionLength = 11;
 
 // The last two come at the very end, when the movie's index cannot be written: the encoder then
@@ -19,6 +20,22 @@ bool holdsWriteFailure(const QString& piece) {
            piece.contains(QStringLiteral("No space left on device")) ||
            piece.contains(QStringLiteral("Error writing trailer of")) ||
            piece.contains(QStringLiteral("Error closing file"));
+}
+
+// The line may be the piece's second report: the first position often comes before any picture.
+bool summaryCountsNoPicture(QStringView piece) {
+    const qsizetype summary = piece.indexOf(summaryMark);
+    if (summary < 0)
+        return false;
+    const QStringView before = piece.first(summary);
+    const qsizetype frames = before.lastIndexOf(framesMark);
+    if (frames < 0)
+        return false;
+    const QStringView counted = before.sliced(frames + framesMark.size());
+    if (counted.contains(u'\r') || counted.contains(u'\n'))
+        return false;
+    const QStringView number = counted.trimmed();
+    return number.startsWith(u'0') && (number.size() == 1 || !number.at(1).isDigit());
 }
 
 std::optional<double> positionAfterSummary(const QString& piece) {
@@ -42,6 +59,7 @@ EncoderMarkers markersOf(const QString& piece) {
     marks.hasInvalid = piece.contains(QStringLiteral("Invalid"));
     marks.hasWriteFailure = holdsWriteFailure(piece);
     marks.hasSummary = piece.contains(summaryMark);
+    marks.hasNoPicture = summaryCountsNoPicture(piece);
     marks.finalPosition = positionAfterSummary(piece);
     return marks;
 }

@@ -12,6 +12,8 @@ struct EncoderMarkers final {
     bool hasInvalid = false;  ///< "Invalid"
     bool hasWriteFailure = false;
     bool hasSummary = false; ///< "LPSNR="
+    /// The summary counts no picture: nothing but sound, at best, is in the output.
+    bool hasNoPicture = false;
     /// Seconds after "LPSNR=", where a position follows it.
     std::optional<double> finalPosition;
 };

@@ -104,7 +104,7 @@ void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader
 EncoderMonitor::Step EncoderMonitor::takePiece(const EncoderRunPtr& run,
                                                const EncoderPiece& piece) {
     const EncoderMarkers marks = markersOf(piece.text);
-    run->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+    run->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure, marks.hasNoPicture);
     if (piece.hasDamage)
         run->life.sawDamage();
     if (run->life.request() != EncoderLife::Request::None)

@@ -99,7 +99,8 @@ bool EncoderReader::readToEnd(const Deadline& deadline) {
         if (piece) {
             const EncoderMarkers marks = markersOf(piece->text);
             mainThread_.onMainThread([&] {
-                run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+                run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure,
+                               marks.hasNoPicture);
                 if (piece->hasDamage)
                     run_->life.sawDamage();
             });

@@ -149,6 +149,13 @@ void TestFailures::failedConversion_data() {
     row("summary, status 255", {"create", "header", "write 10", "summary 10", "exit 255"});
     row("summary and status 0 with nothing there", {"create", "header", "write 10", "summary 10",
                                                     "unlink ../home/Documents/a_HQ_640x480.mp4"});
+    row("sound alone",
+        {"create", "header", "write 10",
+         "print frame=    0 fps=0.0 q=0.0 LPSNR=Y:-nan size=  18kB time=00:00:09.99 b=\\n"});
+    row("sound alone, after a position",
+        {"create", "header", "write 10",
+         "print frame=    0 fps=0.0 size=0kB time=00:00:09.00 b=\\r",
+         "print frame=    0 fps=0.0 q=0.0 LPSNR=Y:-nan size=  18kB time=N/A bitrate=N/A\\n"});
     row("crash", {"create", "header", "progress 5", "write 10", "abort"});
     row("crash after the summary", {"create", "header", "write 10", "summary 10", "abort"});
     row("unknown option", {"print Unrecognized option 'psnr'.\\n", "exit 8"});

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void converts();
     void twoMoviesOneWithoutSound();
     void soundThatCannotBeCopied();
+    void anEncryptedMovieIsNotConverted();
     void aDamagedMovieIsSkippedAndTheNextConverted();
     void aDamagedMovieStopsTheRun();
     void aSourceThatGoesAndComesBack();
@@ -161,6 +162,27 @@ void TestRealEncoder::soundThatCannotBeCopied() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.messages().first().endsWith(QStringLiteral("pcm.mp4")));
+    QVERIFY(isWaiting(0, program));
+    QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
+}
+
+// The encoder ends in good order: it copies the sound and skips what it takes for damaged pictures.
+void TestRealEncoder::anEncryptedMovieIsNotConverted() {
+    ControllerFixture program;
+    install(program);
+    const QString movie =
+        make(program, QStringLiteral("locked.mp4"),
+             {.source = QStringLiteral("testsrc2=size=1280x720:rate=25:duration=4"),
+              .more = {QStringLiteral("-encryption_scheme"), QStringLiteral("cenc-aes-ctr"),
+                       QStringLiteral("-encryption_key"), QString(32, u'7'),
+                       QStringLiteral("-encryption_kid"), QString(32, u'a')}});
+    QVERIFY(!movie.isEmpty());
+    program.add({movie, make(program, QStringLiteral("b.mp4"))});
+    QCOMPARE(program.files().rowCount(), 2);
+    program.boxes.promise(skipError);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QVERIFY(program.boxes.messages().first().endsWith(QStringLiteral("locked.mp4")));
     QVERIFY(isWaiting(0, program));
     QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
 }

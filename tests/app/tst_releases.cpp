@@ -52,6 +52,8 @@ private Q_SLOTS:
     void theDiskIsFull();
     void failed_data() { oneOfEachKind(); }
     void failed();
+    void noPicture_data() { releases(); }
+    void noPicture();
     void marksInNamesAndTitles_data() { oneOfEachKind(); }
     void marksInNamesAndTitles();
     void pauseAndResume_data() { oneOfEachKind(); }
@@ -122,6 +124,24 @@ void TestReleases::failed() {
              .encode({"create", "header", "summary N/A", "print Conversion failed!\\n", "exit 69"})
              .write(),
          program.movie(QStringLiteral("b.mp4")).write()});
+    program.boxes.promise(1001); // skips it
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.seen.size(), 2);
+    QVERIFY(program.boxes.messages().first().endsWith(QStringLiteral("a.mp4")));
+    QVERIFY(isWaiting(0, program));
+    QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
+}
+
+/// An encrypted movie whose sound can be copied: the encoder itself finds nothing wrong.
+void TestReleases::noPicture() {
+    QFETCH(const QString, release);
+    ControllerFixture program;
+    program.useLauncher(release);
+    program.add({program.movie(QStringLiteral("a.mp4"))
+                     .encode({"create", "header", "write 100", "summary 0"})
+                     .write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
     program.boxes.promise(1001); // skips it
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());

@@ -88,6 +88,7 @@ private Q_SLOTS:
     void removalOutweighsStop();
     void noRequestAfterTheOutcome();
     void removalOfAPausedOneIsRemembered();
+    void withoutAPictureNothingIsConverted();
     void whatWasSeenStaysSeen();
     void damageIsNoConversion();
     void lastSummaryGivesThePosition();
@@ -259,6 +260,21 @@ void TestEncoderLife::removalOfAPausedOneIsRemembered() {
     QVERIFY(!stopped.wasRemovedWhilePaused());
     stopped.ask(Request::Remove);
     QVERIFY(stopped.wasRemovedWhilePaused());
+}
+
+void TestEncoderLife::withoutAPictureNothingIsConverted() {
+    Life life = launchedLife();
+    life.saw(true, 8.0, false, true);
+    life.ended(statusZero);
+    QVERIFY(life.isSummarySeen());
+    QVERIFY(!life.isFinished()); // so its output goes, whatever is asked of it
+    QCOMPARE(life.verdict(), Verdict::Failed);
+    Life stopped = life;
+    stopped.ask(Request::Stop);
+    QCOMPARE(stopped.verdict(), Verdict::Stopped);
+    Life full = life;
+    full.saw(false, std::nullopt, true);
+    QCOMPARE(full.verdict(), Verdict::WriteFailed);
 }
 
 void TestEncoderLife::whatWasSeenStaysSeen() {

@@ -19,6 +19,16 @@ const QString progress = u"frame=   42 fps= 18 q=20.0 PSNR=Y:nan U:nan V:nan *:n
 const QString summary = u"frame=  200 fps= 16 q=-1.0 LPSNR=Y:inf U:inf V:inf *:inf size=    4864kB "
                         "time=00:00:08.01 bitrate=4974.0kbits/s speed=0.654x    \n"_s;
 
+const QString noPictureYet = u"frame=    0 fps=0.0 q=0.0 size=       0kB time=00:00:03.99 "
+                             "bitrate=   0.1kbits/s speed=55.9x    \r"_s;
+const QString noPicture =
+    u"frame=    0 fps=0.0 q=0.0 LPSNR=Y:-nan U:-nan V:-nan *:-nan "
+    "size=      36kB time=00:00:03.99 bitrate=  73.0kbits/s speed= 213x    \n"_s;
+// 9.0, through the launcher.
+const QString noPictureLater = u"frame=    0 fps=0.0 q=0.0 LPSNR=Y:nan U:nan V:nan *:nan "
+                               "size=      36KiB time=00:00:04.00 bitrate=  72.9kbits/s "
+                               "speed=63.9x elapsed=0:00:00.06    \n"_s;
+
 } // namespace
 
 /// What a piece of the encoder's output is taken to say.
@@ -44,6 +54,7 @@ private Q_SLOTS:
 void TestEncoderMarkers::findsMarks_data() {
     QTest::addColumn<QString>("piece");
     QTest::addColumn<QString>("marks"); // p(osition) e(rror) i(nvalid) w(rite failure) s(ummary)
+                                        // n(o picture)
     const auto row = [](const char* name, const QString& piece, const char* marks) {
         QTest::newRow(name) << piece << QString::fromLatin1(marks);
     };
@@ -69,6 +80,21 @@ void TestEncoderMarkers::findsMarks_data() {
     row("index, other reasons", u"Error writing trailer of a.mp4: File too large\n"_s, "w");
     row("end of the file", u"Error closing file a.mp4: Input/output error\n"_s, "ew");
     row("no space in lower case", u"no space left on device\n"_s, "");
+    row("no picture", noPicture, "psn");
+    row("no picture, later releases", noPictureLater, "psn");
+    row("no picture, no position", u"frame=    0 fps=0.0 q=0.0 LPSNR=Y:nan time=N/A"_s, "psn");
+    row("no picture, twice", noPictureYet + noPicture, "psn");
+    row("none at first", noPictureYet + summary, "ps");
+    row("none yet", noPictureYet, "p");
+    row("none yet, and the next line begins", noPictureYet + u"LPSNR="_s, "ps");
+    row("other text between", u"frame=    0 fps=0.0\n LPSNR=Y:nan time=N/A"_s, "ps");
+    row("one picture", u"frame=    1 fps=0.0 q=-1.0 LPSNR=Y:inf"_s, "s");
+    row("ten pictures", u"frame=   10 fps=0.0 q=-1.0 LPSNR=Y:inf"_s, "s");
+    row("very many", u"frame=100000 fps=250 q=-1.0 LPSNR=Y:inf"_s, "s");
+    row("as many without a rate", u"frame=0LPSNR="_s, "sn");
+    row("no count", u"frame=LPSNR="_s, "s");
+    row("a count that is none", u"frame= x0 LPSNR="_s, "s");
+    row("sound alone", u"size=  18kB LPSNR=Y:nan"_s, "s");
     row("everything", u"error Invalid "_s + summary + u"No space left on device"_s, "peiws");
 }
 
@@ -78,7 +104,7 @@ void TestEncoderMarkers::findsMarks() {
     const QString found =
         QString(marks.hasPosition ? u"p"_s : QString()) + (marks.hasError ? u"e"_s : QString()) +
         (marks.hasInvalid ? u"i"_s : QString()) + (marks.hasWriteFailure ? u"w"_s : QString()) +
-        (marks.hasSummary ? u"s"_s : QString());
+        (marks.hasSummary ? u"s"_s : QString()) + (marks.hasNoPicture ? u"n"_s : QString());
     QTEST(found, "marks");
 }
 

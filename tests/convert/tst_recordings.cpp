@@ -26,7 +26,8 @@ Heard hear(const QByteArray& bytes, const QStringList& names, qsizetype size) {
     PieceCutter cutter(names);
     const auto take = [&](const EncoderPiece& piece) {
         const EncoderMarkers marks = markersOf(piece.text);
-        heard.life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure);
+        heard.life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure,
+                       marks.hasNoPicture);
         heard.failureAtEnd = heard.failureAtEnd || piece.writeFailureAtEnd;
         if (isWriteFailureWithoutPosition(piece.text) && !piece.writeFailureAtEnd)
             heard.failureWithoutPosition = true;
@@ -78,6 +79,9 @@ void TestRecordings::comeToAnOutcome_data() {
     row("disk-full", 1, {clip, u"/home/u/full/clip_Pro_1280x720.mp4"_s}, V::WriteFailed, 1.64);
     row("trailer-full", 0, {clip, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, V::WriteFailed, 8.01);
     row("close-full", 0, {clip, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, V::WriteFailed, 8.01);
+    row("no-picture", 0,
+        {u"/home/u/Videos/locked.mp4"_s, u"/home/u/Converted/locked_HQ_1280x720.mp4"_s}, V::Failed,
+        3.99);
     row("terminated", 255, {clip, u"/home/u/Converted/clip_Pro_1280x720.mp4"_s}, V::Failed, -2);
     row("no-such-sound", 1,
         {u"/home/u/Videos/pcm.mkv"_s, u"/home/u/Converted/pcm_HQ_1280x720.mp4"_s}, V::Failed, -1);

@@ -50,7 +50,6 @@ void AddFiles::addDropped(const QStringList& paths) {
 
 void AddFiles::addAll(const QStringList& paths, Origin origin) {
     unsupportedTold_ = false;
-    resolutionId_ = ResolutionCatalogue::smallestId;
     parts_.window.setRemoveEnabled(true);
     for (qsizetype at = 0; at < paths.size(); ++at) {
         try {
@@ -183,13 +182,19 @@ void AddFiles::takeReport(JobRecord& record, const QString& report) {
 
 void AddFiles::takeSize(JobRecord& record, const QString& report) {
     const PictureSize size = pictureSize(report);
-    // A size of no list takes the list of the movie before it in the same add.
-    resolutionId_ =
-        ResolutionCatalogue::resolutionId(size.width, size.height).value_or(resolutionId_);
-    const QString resolution = parts_.resolutions.getDefaultResolution(resolutionId_);
-    record.set(key::resolutionID, resolutionId_);
+    const auto id = ResolutionCatalogue::resolutionId(size.width, size.height);
+    QStringList ownSizes;
+    if (!id) {
+        ownSizes = ResolutionCatalogue::sizesOf(size.width, size.height);
+        if (ownSizes.isEmpty())
+            throw std::out_of_range("a picture without a size to convert it to");
+    }
+    const QString resolution = id ? parts_.resolutions.getDefaultResolution(*id) : ownSizes.first();
+    record.set(key::resolutionID, id.value_or(ResolutionCatalogue::ownListId));
     parts_.files.resolutionListForTable.push_back(resolution);
     record.set(key::resolution, resolution);
+    if (!id)
+        record.set(key::ownSizes, ownSizes);
 }
 
 void AddFiles::reject(Origin origin) {

@@ -70,7 +70,6 @@ private:
     void refreshCount();
 
     const Parts parts_;
-    int resolutionId_ = 0;
     bool unsupportedTold_ = false;
     bool encoderMissingTold_ = false;
     bool encoderUnsuitableTold_ = false;

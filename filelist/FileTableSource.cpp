@@ -87,16 +87,22 @@ QStringList FileTableSource::dataCellForTableColumn(const QString& identifier, i
         return startingCellForTableColumn(identifier);
     if (identifier != column::res || row < 0 || row >= list_.rowCount())
         return {};
-    return sizes_.items(list_.recordAt(row)->number(key::resolutionID));
+    return sizesOf(*list_.recordAt(row));
 }
 
 QStringList FileTableSource::updateResolutionCell(QStringList cell) const {
     for (const JobRecordPtr& record : list_.fileInfoArr) {
-        const QStringList offered = sizes_.items(record->number(key::resolutionID));
+        const QStringList offered = sizesOf(*record);
         if (!offered.isEmpty())
             cell = offered;
     }
     return cell;
+}
+
+QStringList FileTableSource::sizesOf(const JobRecord& record) const {
+    const int id = record.number(key::resolutionID);
+    return id == ResolutionCatalogue::ownListId ? record.value(key::ownSizes).toStringList()
+                                                : sizes_.items(id);
 }
 
 bool FileTableSource::shouldSelectRow(int row) const {

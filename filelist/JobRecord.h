@@ -26,7 +26,8 @@ inline const QString image = QStringLiteral("image");                   ///< ima
 inline const QString converted = QStringLiteral("converted");           ///< a word
 inline const QString conversionstat = QStringLiteral("conversionstat"); ///< a run-state word
 inline const QString resolution = QStringLiteral("resolution");         ///< WIDTHxHEIGHT
-inline const QString resolutionID = QStringLiteral("resolutionID");     ///< int, 0 to 5
+inline const QString resolutionID = QStringLiteral("resolutionID");     ///< int, 0 to 5; or -1
+inline const QString ownSizes = QStringLiteral("ownSizes");             ///< list, where that is -1
 inline const QString progressValue = QStringLiteral("progressValue");   ///< "37 %"
 } // namespace key
 

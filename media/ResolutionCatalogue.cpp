@@ -6,6 +6,24 @@ QStringList sizes(QLatin1StringView list) {
     return QString(list).split(u';');
 }
 
+struct Size {
+    int width;
+    int height;
+
+    [[nodiscard]] bool isEmpty() const { return width < 2 || height < 2; }
+    [[nodiscard]] Size half() const { return even(width / 2, height / 2); }
+    [[nodiscard]] QString text() const {
+        return QString::number(width) + u'x' + QString::number(height);
+    }
+    [[nodiscard]] bool fitsLevel51() const {
+        constexpr qint64 mostMacroblocks = 36'864;
+        constexpr qint64 side = 16;
+        return ((width + side - 1) / side) * ((height + side - 1) / side) <= mostMacroblocks;
+    }
+
+    static Size even(int width, int height) { return {width - width % 2, height - height % 2}; }
+};
+
 } // namespace
 
 ResolutionCatalogue::ResolutionCatalogue()
@@ -30,6 +48,18 @@ std::optional<int> ResolutionCatalogue::resolutionId(int width, int height) {
         ++id;
     }
     return std::nullopt;
+}
+
+QStringList ResolutionCatalogue::sizesOf(int width, int height) {
+    Size largest = Size::even(width, height);
+    while (!largest.fitsLevel51())
+        largest = largest.half();
+    QStringList offered;
+    for (const Size& each : {largest, largest.half()}) {
+        if (!each.isEmpty())
+            offered << each.text();
+    }
+    return offered;
 }
 
 QStringList ResolutionCatalogue::items(int id) const {

@@ -6,16 +6,22 @@
 #include <optional>
 
 /// The output sizes that are offered: a list for each of the six known sizes of a source, which
-/// a resolution id selects. Immutable, any thread; owned by the controller.
+/// a resolution id selects, and for a source of any other size a list that is made of its own.
+/// Immutable, any thread; owned by the controller.
 class ResolutionCatalogue final {
 public:
-    /// Id of the shortest list, for a source of no known size when nothing better is known.
-    static constexpr int smallestId = 5;
+    /// Id of a source of no known size, whose list is `sizesOf` it.
+    static constexpr int ownListId = -1;
 
     ResolutionCatalogue();
 
     /// Only an exact match of both gives an id.
     [[nodiscard]] static std::optional<int> resolutionId(int width, int height);
+
+    /// The sizes of a source of any size (pixels, from 0 up): its own and half of it, in even
+    /// numbers; one that H.264 of level 5.1 cannot hold begins with its first half that fits.
+    /// Nothing for a source too thin to have an even size.
+    [[nodiscard]] static QStringList sizesOf(int width, int height);
 
     /// The sizes for an id; none for an unknown one.
     [[nodiscard]] QStringList items(int id) const;

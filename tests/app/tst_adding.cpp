@@ -36,7 +36,9 @@ private Q_SLOTS:
 
     void sizes_data();
     void sizes();
-    void aSizeOfNoListTakesThePreviousOne();
+    void aSizeOfNoListHasAListOfItsOwn_data();
+    void aSizeOfNoListHasAListOfItsOwn();
+    void aSizeOfNoListIsNotThePreviousOnes();
 };
 
 void TestAdding::recordOfAMovie() {
@@ -264,11 +266,6 @@ void TestAdding::sizes_data() {
     row("1920x1080", 3);
     row("1280x720", 4);
     row("640x480", 5);
-    // Of no list, and nothing before them in the same add.
-    row("720x576", 5);
-    row("1080x1920", 5);
-    row("1920x1088", 5);
-    row("321x241", 5);
 }
 
 void TestAdding::sizes() {
@@ -278,12 +275,37 @@ void TestAdding::sizes() {
     program.add({program.movie(QStringLiteral("a.mp4")).probe(hevc, size).write()});
     const JobRecord& record = *program.files().recordAt(0);
     QCOMPARE(record.number(key::resolutionID), id);
-    const QString expected = id == 5 ? QStringLiteral("640x480") : size;
-    QCOMPARE(record.text(key::resolution), expected);
-    QCOMPARE(program.files().resolutionListForTable, QStringList{expected});
+    QCOMPARE(record.text(key::resolution), size);
+    QCOMPARE(program.files().resolutionListForTable, QStringList{size});
+    QVERIFY(!record.contains(key::ownSizes));
 }
 
-void TestAdding::aSizeOfNoListTakesThePreviousOne() {
+void TestAdding::aSizeOfNoListHasAListOfItsOwn_data() {
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QStringList>("offered");
+    const auto row = [](const char* size, const char* offered) {
+        QTest::newRow(size) << QString::fromLatin1(size)
+                            << QString::fromLatin1(offered).split(u' ');
+    };
+    row("720x1280", "720x1280 360x640");
+    row("7680x4320", "3840x2160 1920x1080");
+    row("321x241", "320x240 160x120");
+    row("3x480", "2x480");
+}
+
+void TestAdding::aSizeOfNoListHasAListOfItsOwn() {
+    QFETCH(const QString, size);
+    QFETCH(const QStringList, offered);
+    ControllerFixture program;
+    program.add({program.movie(QStringLiteral("a.mp4")).probe(hevc, size).write()});
+    const JobRecord& record = *program.files().recordAt(0);
+    QCOMPARE(record.number(key::resolutionID), -1);
+    QCOMPARE(record.value(key::ownSizes).toStringList(), offered);
+    QCOMPARE(record.text(key::resolution), offered.first());
+    QCOMPARE(program.files().resolutionListForTable, QStringList{offered.first()});
+}
+
+void TestAdding::aSizeOfNoListIsNotThePreviousOnes() {
     ControllerFixture program;
     const auto movie = [&](const char* name, const char* size) {
         return program.movie(QString::fromLatin1(name))
@@ -296,13 +318,11 @@ void TestAdding::aSizeOfNoListTakesThePreviousOne() {
         program.movie(QStringLiteral("c.mp4")).probe(h264, QStringLiteral("3840x2160")).write();
     program.boxes.promise(1000);
     program.add({odd, large, odd, rejected, odd});
-    const QStringList expected{QStringLiteral("640x480"), QStringLiteral("1920x1080"),
-                               QStringLiteral("1920x1080"), QStringLiteral("1920x1080")};
+    const QStringList expected{QStringLiteral("720x576"), QStringLiteral("1920x1080"),
+                               QStringLiteral("720x576"), QStringLiteral("720x576")};
     QCOMPARE(program.files().resolutionListForTable, expected);
-    QCOMPARE(program.files().recordAt(3)->number(key::resolutionID), 3);
-    // The next add begins anew.
-    program.add({odd});
-    QCOMPARE(program.files().resolutionListForTable.last(), QStringLiteral("640x480"));
+    QCOMPARE(program.files().recordAt(1)->number(key::resolutionID), 3);
+    QCOMPARE(program.files().recordAt(3)->number(key::resolutionID), -1);
 }
 
 REELSHIFT_TEST(tst_adding, TestAdding, QApplication)

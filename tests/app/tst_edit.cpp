@@ -38,6 +38,8 @@ private Q_SLOTS:
     void aRunLocksTheCells();
     void aRunLeavesChecksAndSelectionAlone();
     void aRunClosesOpenEditors();
+    void aPortraitMovieKeepsItsShape();
+    void ownSizesStayWithTheirMovie();
     void theColumnsCellFollowsTheLastRow();
 
 private:
@@ -49,6 +51,7 @@ private:
     static QComboBox* editor(RunScene& scene);
     /// Stores a text in a cell as an editor does.
     static bool edit(RunScene& scene, int row, TableColumn column, const QString& typed);
+    static QStringList offeredAt(RunScene& scene, int row);
     static void addSmall(RunScene& scene, const QStringList& names);
 };
 
@@ -81,6 +84,17 @@ QComboBox* TestEdit::editor(RunScene& scene) {
 
 bool TestEdit::edit(RunScene& scene, int row, TableColumn column, const QString& typed) {
     return table(scene).fileModel()->setData(cell(scene, row, column), typed, Qt::EditRole);
+}
+
+/// What the opened editor of a row's size offers.
+QStringList TestEdit::offeredAt(RunScene& scene, int row) {
+    table(scene).setCurrentIndex(cell(scene, row, TableColumn::Res));
+    QTest::keyClick(&table(scene), Qt::Key_F2);
+    QStringList offered;
+    for (int item = 0; editor(scene) && item < editor(scene)->count(); ++item)
+        offered << editor(scene)->itemText(item);
+    QTest::keyClick(editor(scene), Qt::Key_Escape);
+    return offered;
 }
 
 // Movies of 1280x720, which have two sizes to choose from.
@@ -330,6 +344,66 @@ void TestEdit::aRunClosesOpenEditors() {
     QCOMPARE(scene.program.files().resolutionListForTable.at(0), half);
     QVERIFY(scene.end({}));
     QVERIFY(scene.program.encodes().first().arguments.contains(QStringLiteral("scale=640:360")));
+}
+
+void TestEdit::aPortraitMovieKeepsItsShape() {
+    RunScene scene;
+    QStringList paths;
+    for (const QString& name : {a, b, c})
+        paths << scene.program.movie(name + QStringLiteral(".mp4"))
+                     .probe(QStringLiteral("hevc"), QStringLiteral("720x1280"))
+                     .write();
+    scene.program.add(paths);
+    const QString whole = QStringLiteral("720x1280");
+    for (const int row : {0, 1, 2}) {
+        QCOMPARE(cell(scene, row, TableColumn::Res).data().toString(), whole);
+        QCOMPARE(offeredAt(scene, row), (QStringList{whole, QStringLiteral("360x640")}));
+    }
+    // One stays, one is halved, one is typed.
+    click(scene, 1, TableColumn::Res);
+    QVERIFY(editor(scene));
+    QVERIFY(eventually([&] { return editor(scene)->view()->isVisible(); }));
+    QTest::keyClick(editor(scene)->view(), Qt::Key_Down);
+    QTest::keyClick(editor(scene)->view(), Qt::Key_Return);
+    FileList& files = scene.program.files();
+    QVERIFY(eventually(
+        [&] { return files.resolutionListForTable.at(1) == QStringLiteral("360x640"); }));
+    QVERIFY(edit(scene, 2, TableColumn::Res, QStringLiteral("180x320")));
+    scene.program.click("btnConvertFile");
+    QVERIFY(scene.end({}));
+    const QList<EncoderStart> encodes = scene.program.encodes();
+    const auto isFor = [&](int at, const QString& output, const char* scale) {
+        return encodes.value(at).arguments.contains(QString::fromLatin1(scale)) &&
+               QFile::exists(scene.program.output(output));
+    };
+    QCOMPARE(encodes.size(), 3);
+    QVERIFY(isFor(0, QStringLiteral("a_HQ_720x1280.mp4"), "scale=720:1280"));
+    QVERIFY(isFor(1, QStringLiteral("b_HQ_360x640.mp4"), "scale=360:640"));
+    QVERIFY(isFor(2, QStringLiteral("c_HQ_180x320.mp4"), "scale=180:320"));
+}
+
+void TestEdit::ownSizesStayWithTheirMovie() {
+    RunScene scene;
+    QStringList paths;
+    for (const char* size : {"1920x1080", "720x1280", "640x360"})
+        paths << scene.program.movie(QString::fromLatin1(size) + QStringLiteral(".mp4"))
+                     .probe(QStringLiteral("hevc"), QString::fromLatin1(size))
+                     .write();
+    scene.program.add(paths);
+    const QStringList portrait{QStringLiteral("720x1280"), QStringLiteral("360x640")};
+    const QStringList small{QStringLiteral("640x360"), QStringLiteral("320x180")};
+    QCOMPARE(offeredAt(scene, 1), portrait);
+    QCOMPARE(offeredAt(scene, 2), small);
+    const FileTableSource& source = table(scene).fileModel()->source();
+    QCOMPARE(source.updateResolutionCell({}), small);
+    scene.program.clickRowButton(0);
+    QCOMPARE(scene.program.files().rowCount(), 2);
+    QCOMPARE(offeredAt(scene, 0), portrait);
+    QCOMPARE(cell(scene, 0, TableColumn::Res).data().toString(), portrait.first());
+    // The records alone are moved; the shown sizes follow with the next add.
+    scene.program.files().moveRecords({1}, 0);
+    QCOMPARE(offeredAt(scene, 0), small);
+    QCOMPARE(source.updateResolutionCell({}), portrait);
 }
 
 // Nothing calls it: each row has sizes of its own.

@@ -172,6 +172,13 @@ void TestRejecting::aSizeThatCannotBeRead_data() {
         "25 fps");
     QTest::newRow("no size, a rate")
         << QByteArray("  Stream #0:0: Video: hevc (Main), yuv420p(tv), 25 fps, 90k tbn");
+    // Nothing to convert them to: a size is even.
+    QTest::newRow("no size at all") << QByteArray("  Stream #0:0: Video: hevc (Main), yuv420p(tv)");
+    QTest::newRow("no pixels") << QByteArray("  Stream #0:0: Video: hevc (Main), yuv444p(tv), 0x0");
+    QTest::newRow("a pixel wide") << QByteArray(
+        "  Stream #0:0: Video: hevc (Rext), yuv444p(tv), 1x480, 25 fps");
+    QTest::newRow("a pixel high") << QByteArray(
+        "  Stream #0:0: Video: hevc (Rext), yuv444p(tv), 640x1, 25 fps");
 }
 
 void TestRejecting::aSizeThatCannotBeRead() {

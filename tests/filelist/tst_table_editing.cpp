@@ -263,7 +263,7 @@ void TestTableEditing::offeredSizes_data() {
     QTest::newRow("4") << 4 << "1280x720;640x360";
     QTest::newRow("5") << 5 << "640x480";
     QTest::newRow("6") << 6 << "";
-    QTest::newRow("-1") << -1 << "";
+    QTest::newRow("-1") << -1 << "720x1280;360x640";
 }
 
 void TestTableEditing::offeredSizes() {
@@ -272,6 +272,9 @@ void TestTableEditing::offeredSizes() {
     TableFixture f;
     f.addRows(1);
     f.list.recordAt(0)->set(key::resolutionID, id);
+    // Only a movie whose size selects none of the lists is asked for its own.
+    f.list.recordAt(0)->set(key::ownSizes,
+                            QStringList{QStringLiteral("720x1280"), QStringLiteral("360x640")});
     QCOMPARE(f.model.source().dataCellForTableColumn(column::res, 0),
              sizes.split(QLatin1Char(';'), Qt::SkipEmptyParts));
     QCOMPARE(f.model.source().dataCellForTableColumn(column::res, 1), QStringList());

@@ -22,6 +22,9 @@ private Q_SLOTS:
     void resolutionId();
     void sizes_data();
     void sizes();
+    void ownSizes_data();
+    void ownSizes();
+    void ownSizesOfAll();
     void unknownIds_data();
     void unknownIds();
 };
@@ -144,6 +147,87 @@ void TestCatalogues::sizes() {
     QCOMPARE(ResolutionCatalogue::resolutionId(source.at(0).toInt(), source.at(1).toInt()), id);
 }
 
+void TestCatalogues::ownSizes_data() {
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<QString>("list");
+    constexpr int most = std::numeric_limits<int>::max();
+    const auto row = [](const char* name, int width, int height, const char* list) {
+        QTest::newRow(name) << width << height << QString::fromLatin1(list);
+    };
+    row("portrait phone", 720, 1280, "720x1280;360x640");
+    row("portrait 1080p", 1080, 1920, "1080x1920;540x960");
+    row("small", 640, 360, "640x360;320x180");
+    row("PAL", 720, 576, "720x576;360x288");
+    row("uncropped 1080p", 1920, 1088, "1920x1088;960x544");
+    row("square", 2160, 2160, "2160x2160;1080x1080");
+    // Each number goes down to the next even one, the half's as well.
+    row("odd", 321, 241, "320x240;160x120");
+    row("odd width", 641, 480, "640x480;320x240");
+    row("half is odd", 642, 482, "642x482;320x240");
+    row("both", 643, 483, "642x482;320x240");
+    // Level 5.1 ends at 36,864 macroblocks; one that is cut by the edge counts whole.
+    row("8K", 7680, 4320, "3840x2160;1920x1080");
+    row("8K, portrait", 4320, 7680, "2160x3840;1080x1920");
+    row("cinema 8K", 8192, 4320, "4096x2160;2048x1080");
+    row("just fits", 4096, 2304, "4096x2304;2048x1152");
+    row("one column more", 4098, 2304, "2048x1152;1024x576");
+    row("one row more", 4096, 2306, "2048x1152;1024x576");
+    row("the odd row does not count", 4096, 2305, "4096x2304;2048x1152");
+    row("half of it does not fit", 16384, 8640, "4096x2160;2048x1080");
+    row("wide", 36864 * 16, 16, "589824x16;294912x8");
+    row("wider", 36864 * 16 + 2, 16, "294912x8;147456x4");
+    // Nothing is offered that has no picture.
+    row("smallest", 2, 2, "2x2");
+    row("its half is too thin", 3, 480, "2x480");
+    row("both halves just do", 4, 4, "4x4;2x2");
+    row("thin and long", 2, 100'000, "2x100000");
+    row("one pixel", 1, 1, "");
+    row("one pixel wide", 1, 480, "");
+    row("one pixel high", 640, 1, "");
+    row("nothing", 0, 0, "");
+    row("no height", 640, 0, "");
+    row("largest numbers", most, most, "2046x2046;1022x1022");
+    row("too long to be halved", most, 2, "");
+    row("long and one wide", 1, most, "");
+}
+
+void TestCatalogues::ownSizes() {
+    QFETCH(const int, width);
+    QFETCH(const int, height);
+    QFETCH(const QString, list);
+    QCOMPARE(ResolutionCatalogue::sizesOf(width, height), list.split(u';', Qt::SkipEmptyParts));
+}
+
+/// What holds for every size: even numbers, never larger than the source, never more than the
+/// level, and the first offer is the source's own wherever that fits.
+void TestCatalogues::ownSizesOfAll() {
+    const QList<int> numbers{0,    1,    2,    3,    4,     15,    16,      17,
+                             31,   240,  241,  255,  720,   1079,  1080,    1919,
+                             1920, 2159, 2160, 2161, 3840,  4095,  4096,    4097,
+                             7680, 8191, 8192, 9999, 16384, 65535, 1 << 20, 1 << 30};
+    for (const int width : numbers) {
+        for (const int height : numbers) {
+            const QStringList list = ResolutionCatalogue::sizesOf(width, height);
+            QVERIFY(list.size() <= 2);
+            qint64 area = qint64{width} * height;
+            for (const QString& each : list) {
+                const qint64 w = each.section(u'x', 0, 0).toLongLong();
+                const qint64 h = each.section(u'x', 1).toLongLong();
+                QVERIFY2(w >= 2 && h >= 2 && w % 2 == 0 && h % 2 == 0, qPrintable(each));
+                QVERIFY2(((w + 15) / 16) * ((h + 15) / 16) <= 36'864, qPrintable(each));
+                QVERIFY2(w * h <= area, qPrintable(each));
+                area = w * h / 4;
+            }
+            const bool fits =
+                (qint64{width / 2 * 2} + 15) / 16 * ((qint64{height / 2 * 2} + 15) / 16) <= 36'864;
+            if (fits && width > 1 && height > 1)
+                QCOMPARE(list.value(0),
+                         QStringLiteral("%1x%2").arg(width / 2 * 2).arg(height / 2 * 2));
+        }
+    }
+}
+
 void TestCatalogues::unknownIds_data() {
     QTest::addColumn<int>("id");
     for (const int id : {-1, 6, 1000, std::numeric_limits<int>::min()})
@@ -155,7 +239,6 @@ void TestCatalogues::unknownIds() {
     const ResolutionCatalogue sizes;
     QCOMPARE(sizes.getDefaultResolution(id), QStringLiteral("640x480"));
     QVERIFY(sizes.items(id).isEmpty());
-    QCOMPARE(sizes.items(ResolutionCatalogue::smallestId), sizes.resolutionListFive());
 }
 
 REELSHIFT_TEST(test_catalogues, TestCatalogues, NoApplication)

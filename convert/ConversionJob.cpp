@@ -7,6 +7,7 @@
 #include "convert/EncoderMonitor.h"
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
+#include "convert/FileTime.h"
 #include "convert/PauseAndStop.h"
 #include "convert/RowStates.h"
 #include "convert/RunWatch.h"
@@ -100,6 +101,7 @@ void ConversionJob::bgConvertWork(const EncoderRunPtr& run) {
     qCDebug(log, "Executable path: %s", qPrintable(context_.encoderPath));
     if (!sourceIsThere(run))
         return;
+    run->sourceTime = modificationTime(run->source);
     const auto output = settleOutput(run, order);
     if (!output)
         return;

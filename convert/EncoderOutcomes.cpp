@@ -4,6 +4,7 @@
 #include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
 #include "convert/EncoderReader.h"
+#include "convert/FileTime.h"
 #include "convert/RowStates.h"
 #include "convert/RunWatch.h"
 #include "filelist/FileList.h"
@@ -60,6 +61,7 @@ void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) 
 }
 
 void EncoderOutcomes::converted(const EncoderRunPtr& run) {
+    takeOverTime(*run);
     context_.mainThread.onMainThread([&] {
         // The row went after its end was looked at.
         if (run->life.request() == EncoderLife::Request::Remove) {
@@ -81,6 +83,16 @@ void EncoderOutcomes::converted(const EncoderRunPtr& run) {
         if (run->life.request() == EncoderLife::Request::None)
             queue_.startConverting();
     });
+}
+
+// Before the movie is counted: the next job may be about to replace this very file, and notes its
+// time to see whether its own encoder touches it.
+void EncoderOutcomes::takeOverTime(const EncoderRun& run) {
+    if (!run.sourceTime || setModificationTime(run.output.path(), *run.sourceTime))
+        return;
+    const QString reason = qt_error_string();
+    qCWarning(log).noquote() << onOneLine(run.output.path()) %
+                                    u": could not be given its movie's time: " % reason;
 }
 
 void EncoderOutcomes::endAsAsked(const EncoderRunPtr& run, EncoderReader& reader) {

@@ -32,6 +32,7 @@ private:
     enum class Answer { EndRun, TryAgain, DropJob };
 
     void converted(const EncoderRunPtr& run);
+    static void takeOverTime(const EncoderRun& run);
     static void logFailure(const EncoderRun& run, const EncoderReader* reader);
     [[nodiscard]] Answer askAfterFailure(const EncoderRunPtr& run);
     [[nodiscard]] int answerToConversionError(const EncoderRunPtr& run);

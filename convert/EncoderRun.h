@@ -12,6 +12,8 @@
 #include <mutex>
 #include <optional>
 
+#include <time.h>
+
 class ProgressObject;
 
 /// What the reader thread of an encoder must know while it waits. Any thread.
@@ -58,6 +60,8 @@ struct EncoderRun final {
     // Fixed before the reader starts; any thread.
     double total = 0.0; ///< seconds
     QString source;
+    /// When the movie was last changed; the finished file gets the same time.
+    std::optional<timespec> sourceTime;
     PartialOutput output;
     std::shared_ptr<ChildProcess> task;
     ReaderSignals reader;

@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "app/RealMovies.h"
 #include "app/RunChecks.h"
+#include "convert/FileTime.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -13,6 +14,11 @@
 namespace {
 
 constexpr int skipError = 1001;
+
+/// The time of a movie that was taken long ago.
+bool setOldTime(const QString& path) {
+    return setModificationTime(path, {1'234'567'890, 123'456'789});
+}
 
 } // namespace
 
@@ -70,7 +76,7 @@ QString TestRealEncoder::make(const ControllerFixture& program, const QString& n
     const QString model = models_.filePath(QString::number(number) + QStringLiteral(".mp4"));
     QDir().mkpath(QFileInfo(path).path());
     const bool made = QFile::exists(model) || movies_.make(model, wish);
-    return made && QFile::copy(model, path) ? path : QString();
+    return made && QFile::copy(model, path) && setOldTime(path) ? path : QString();
 }
 
 /// A movie whose pictures are overwritten in the middle of the file.
@@ -98,6 +104,7 @@ void TestRealEncoder::checkResult(const QString& source, const QString& output,
              qPrintable(QString::number(after->seconds)));
     QCOMPARE(after->audioCodec, before->audioCodec);
     QCOMPARE(after->audioHash, before->audioHash);
+    QCOMPARE(QFileInfo(output).lastModified(), QFileInfo(source).lastModified());
 }
 
 void TestRealEncoder::converts_data() {

@@ -27,6 +27,7 @@ class MovieTest(ProgramTest):
         if before.audio is not None:
             self.assertEqual(before.audio["codec_name"], after.audio["codec_name"], path)
             self.assertEqual(before.audio_hash(), after.audio_hash(), path)
+        self.assertEqual(os.stat(source).st_mtime_ns, os.stat(path).st_mtime_ns, path)
         return after
 
 
@@ -40,10 +41,11 @@ class OneMovie(MovieTest):
     def test_two_movies_become_h264(self):
         sources = [make_hevc(self.movie_path("Videos", "Holiday Video.mp4"), "1280x720", 3,
                              title="trial and error"),
-                   make_hevc(self.movie_path("Videos", "Audio, Duration", "b.mp4"), "640x480", 2)]
+                   make_hevc(self.movie_path("Videos", "Audio, Duration", "b.mp4"), "720x1280", 2)]
+        os.utime(sources[1], ns=(1_234_567_890_123_456_789, 1_234_567_890_123_456_789))
         self.app.add_all(*sources)
         self.assertEqual(["Holiday Video.mp4", "b.mp4"], self.app.column("name"))
-        self.assertEqual(["1280x720", "640x480"], self.app.column("res"))
+        self.assertEqual(["1280x720", "720x1280"], self.app.column("res"))
         self.assertEqual([text("IDS_TXT_STATUS_WAITING")] * 2, self.app.column("progress"))
         self.assertEqual(["AAC"] * 2, self.app.column("audio"))
         self.app.convert()
@@ -56,8 +58,8 @@ class OneMovie(MovieTest):
 
         window.wait_for(lambda: self.app.row_count() == 0, "the converted rows to leave the list")
         window.wait_for(lambda: self.app.file_count().endswith("(0)"), "the count of movies")
-        self.assertEqual(["Holiday Video_HQ_1280x720.mp4", "b_HQ_640x480.mp4"], self.outputs())
-        for source, name, size in zip(sources, self.outputs(), ("1280x720", "640x480")):
+        self.assertEqual(["Holiday Video_HQ_1280x720.mp4", "b_HQ_720x1280.mp4"], self.outputs())
+        for source, name, size in zip(sources, self.outputs(), ("1280x720", "720x1280")):
             after = self.check_result(source, os.path.join(self.documents, name), size)
             self.assertEqual("yuv420p", after.video["pix_fmt"])
         self.assertEqual([], self.app.encoders())

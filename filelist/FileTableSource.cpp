@@ -2,6 +2,7 @@
 
 #include "filelist/FileTableKeys.h"
 #include "filelist/StatusWords.h"
+#include "media/ProfileCatalogue.h"
 #include "platform/LocalizedStrings.h"
 #include "widgets/ProgressObject.h"
 
@@ -139,9 +140,10 @@ QString FileTableSource::shownText(TableColumn column, int row) const {
     case TableColumn::Res:
         return list_.resolutionListForTable.at(row);
     case TableColumn::Cmb:
-        // Not the record's "profileForCol": an edit leaves that one alone, and the list must show
-        // what was chosen. Otherwise the two are equal.
-        return list_.cmb.at(row);
+        // Neither the record's "profileForCol" nor the list beside the records: each of them is
+        // left behind by some change, and what is shown is what the movie is converted in.
+        return list_.cmbItems.value(
+            ProfileCatalogue::itemOf(record->text(key::profile), list_.comboBoxItems));
     case TableColumn::Progress:
         return record->text(key::progress);
     case TableColumn::Check:

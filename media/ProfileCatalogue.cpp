@@ -30,11 +30,15 @@ const QString& ProfileCatalogue::cmbItem(qsizetype index) const {
 }
 
 ProfileKind ProfileCatalogue::kindOf(const QString& profile) const {
-    if (profile == comboBoxItems_.value(0))
-        return ProfileKind::Pro;
-    if (comboBoxItems_.size() > 2 && profile == comboBoxItems_.at(2))
-        return ProfileKind::Normal;
-    return ProfileKind::HighQuality;
+    constexpr ProfileKind kinds[] = {ProfileKind::Pro, ProfileKind::HighQuality,
+                                     ProfileKind::Normal};
+    return kinds[itemOf(profile, comboBoxItems_)];
+}
+
+int ProfileCatalogue::itemOf(const QString& profile, const QStringList& names) {
+    if (profile == names.value(0))
+        return 0;
+    return names.size() > 2 && profile == names.at(2) ? 2 : 1;
 }
 
 QString ProfileCatalogue::levelText(const QString& profile) {

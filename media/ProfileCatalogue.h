@@ -27,6 +27,10 @@ public:
     /// Any text but the first and the third profile's name is the high-quality one.
     [[nodiscard]] ProfileKind kindOf(const QString& profile) const;
 
+    /// Position, in both lists, of the profile that a movie with this one is converted in; `names`
+    /// is a list like `comboBoxItems`. Never behind the third item.
+    [[nodiscard]] static int itemOf(const QString& profile, const QStringList& names);
+
     /// "Level" and the digit at index 8 of the profile's name; std::out_of_range when the name is
     /// shorter than nine characters.
     [[nodiscard]] static QString levelText(const QString& profile);

@@ -35,6 +35,8 @@ private Q_SLOTS:
     void mainListByKeyboardCountsOnce();
     void selectingARowIsNoChange();
     void theChosenEncodersSettingsAreUsed();
+    void whatIsShownIsWhatIsConverted_data();
+    void whatIsShownIsWhatIsConverted();
     void aRunLocksTheCells();
     void aRunLeavesChecksAndSelectionAlone();
     void aRunClosesOpenEditors();
@@ -43,6 +45,9 @@ private Q_SLOTS:
     void theColumnsCellFollowsTheLastRow();
 
 private:
+    static QString shownQuality(RunScene& scene, int row) {
+        return cell(scene, row, TableColumn::Cmb).data().toString();
+    }
     static FileTableView& table(RunScene& scene);
     static QComboBox& mainList(RunScene& scene);
     static QModelIndex cell(RunScene& scene, int row, TableColumn column);
@@ -275,6 +280,44 @@ void TestEdit::theChosenEncodersSettingsAreUsed() {
     QVERIFY(arguments.contains(QStringLiteral("scale=640:360")));
     QCOMPARE(arguments.at(arguments.indexOf(QStringLiteral("-crf")) + 1), QStringLiteral("7"));
     QCOMPARE(arguments.last(), scene.program.output(QStringLiteral("a_Pro_640x360.mp4")));
+}
+
+void TestEdit::whatIsShownIsWhatIsConverted_data() {
+    QTest::addColumn<int>("item");
+    QTest::addColumn<QString>("crf");
+    QTest::newRow("Pro") << 0 << QStringLiteral("7");
+    QTest::newRow("Normal") << 2 << QStringLiteral("23");
+}
+
+// Both ways leave the list beside the records behind the record that is converted.
+void TestEdit::whatIsShownIsWhatIsConverted() {
+    QFETCH(const int, item);
+    QFETCH(const QString, crf);
+    RunScene scene;
+    scene.add({a, b});
+    FileList& files = scene.program.files();
+    const QString chosen = files.cmbItems.at(item);
+    // The list of qualities with a selected row and nothing checked.
+    table(scene).btnSelectAll()->click();
+    table(scene).selectRow(0);
+    choose(scene, item);
+    QCOMPARE(shownQuality(scene, 0), chosen);
+    QCOMPARE(files.cmb.at(0), files.cmbItems.at(1));
+    // A movie that is rejected below a row whose quality was changed.
+    table(scene).btnSelectAll()->click();
+    choose(scene, item);
+    scene.program.boxes.promise(1000);
+    scene.program.add(
+        {scene.program.movie(QStringLiteral("c.mp4")).probe(QStringLiteral("h264")).write()});
+    QCOMPARE(files.cmb, (QStringList{chosen, files.cmbItems.at(1)}));
+    QCOMPARE(shownQuality(scene, 0), chosen);
+    QCOMPARE(shownQuality(scene, 1), chosen);
+    QVERIFY(scene.begin());
+    QVERIFY(scene.end({a, b}));
+    const QList<EncoderStart> encodes = scene.program.encodes();
+    QCOMPARE(encodes.size(), 2);
+    for (const EncoderStart& each : encodes)
+        QCOMPARE(each.arguments.value(each.arguments.indexOf(QStringLiteral("-crf")) + 1), crf);
 }
 
 void TestEdit::aRunLocksTheCells() {

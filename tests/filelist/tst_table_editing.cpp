@@ -76,11 +76,11 @@ void TestTableEditing::aQualityIsStoredAndItsProfileFollows() {
     QCOMPARE(f.list.cmb.at(1), text);
     QCOMPARE(f.list.recordAt(1)->text(key::profile), f.list.comboBoxItems.at(profile));
     QCOMPARE(f.state.count, 2);
-    // Kept: these two of the record stay; the table shows the list's text all the same.
+    // Kept: these two of the record stay; the table shows what it is converted in all the same.
     QCOMPARE(f.list.recordAt(1)->text(key::cmb), f.list.cmbItems.at(1));
     QCOMPARE(f.list.recordAt(1)->text(key::profileForCol), f.list.cmbItems.at(1));
     f.model.reload();
-    QCOMPARE(f.shown(1, TableColumn::Cmb), text);
+    QCOMPARE(f.shown(1, TableColumn::Cmb), f.list.cmbItems.at(profile));
 }
 
 void TestTableEditing::aSizeIsStoredInListAndRecord() {
@@ -168,10 +168,13 @@ void TestTableEditing::mainListWithNothingCheckedChangesTheSelectedProfileAlone(
     f.list.check = {0, 0};
     f.editing.comboBoxSelectionDidChange(0, 1);
     QCOMPARE(f.list.recordAt(1)->text(key::profile), f.list.comboBoxItems.at(0));
-    // Kept: unlike a checked row, the selected one keeps its shown quality.
+    // Kept: unlike a checked row's, the selected one's other texts stay; what is shown does not.
     QCOMPARE(f.list.recordAt(1)->text(key::cmb), f.list.cmbItems.at(1));
     QCOMPARE(f.list.recordAt(1)->text(key::profileForCol), f.list.cmbItems.at(1));
     QCOMPARE(f.list.cmb.at(1), f.list.cmbItems.at(1));
+    f.model.reload();
+    QCOMPARE(f.shown(1, TableColumn::Cmb), f.list.cmbItems.at(0));
+    QCOMPARE(f.shown(0, TableColumn::Cmb), f.list.cmbItems.at(1));
     QCOMPARE(f.list.recordAt(0)->text(key::profile), f.list.comboBoxItems.at(1));
 }
 

@@ -124,6 +124,9 @@ void AppDelegate::rowChanged(int row) {
 }
 
 void AppDelegate::removeRows(const std::vector<int>& rows, const std::function<void()>& removal) {
+    // No row is taken out of lists that speak of different movies in one place.
+    if (!rows.empty())
+        engine_.alignWithRecords();
     removal();
     model_.rowsWereRemoved(rows);
 }

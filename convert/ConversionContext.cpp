@@ -1,10 +1,31 @@
 #include "convert/ConversionContext.h"
 
 #include "convert/RowStates.h"
+#include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/FileList.h"
+#include "widgets/ProgressObject.h"
 
 #include <algorithm>
+
+namespace {
+
+// What a job has shown so far goes with it to the progress record of its movie.
+void alignProgress(const ConversionContext& context) {
+    std::vector<std::pair<EncoderRun*, ProgressObject>> shown;
+    for (const EncoderRunPtr& run : context.liveRuns) {
+        if (!run->progress || !context.rowOf(*run))
+            continue;
+        shown.emplace_back(run.get(), *run->progress);
+        *run->progress = ProgressObject();
+    }
+    for (const auto& [run, progress] : shown) {
+        run->progress = context.files.progressObjects.at(size_t(*context.rowOf(*run)));
+        *run->progress = progress;
+    }
+}
+
+} // namespace
 
 std::optional<int> ConversionContext::rowOf(const EncoderRun& run) const {
     return files.rowOfId(run.jobId);
@@ -21,6 +42,26 @@ EncoderRunPtr ConversionContext::unsettledRunOfRecord(int recordId) const {
 void ConversionContext::rowChanged(const EncoderRun& run) const {
     if (const auto row = rowOf(run))
         window.rowChanged(*row);
+}
+
+bool ConversionContext::alignWithRecords() {
+    const std::unordered_map<int, int> recordIds = files.alignWithRecords();
+    if (recordIds.empty())
+        return false;
+    const auto align = [&](int& id) {
+        if (const auto found = recordIds.find(id); found != recordIds.end())
+            id = found->second;
+    };
+    align(state.convertingId);
+    align(pauseRowId);
+    for (PausedTask& each : files.pausedList)
+        align(each.selectedrowid);
+    for (const EncoderRunPtr& run : liveRuns)
+        align(run->jobId);
+    watch.idsChanged(recordIds);
+    alignProgress(*this);
+    window.reloadTable();
+    return true;
 }
 
 void ConversionContext::showWaiting(EncoderRun& run) const {

@@ -49,6 +49,8 @@ struct ConversionContext final {
     std::shared_ptr<ChildProcess> runningTask;
     /// Every encoder whose thread has not come to its end.
     std::vector<EncoderRunPtr> liveRuns;
+    /// Id of the row whose button asked for a pause.
+    int pauseRowId = 0;
 
     /// Row of a job; nothing when it was removed.
     [[nodiscard]] std::optional<int> rowOf(const EncoderRun& run) const;
@@ -56,6 +58,10 @@ struct ConversionContext final {
     /// run was queued is another one.
     [[nodiscard]] EncoderRunPtr unsettledRunOfRecord(int recordId) const;
     void rowChanged(const EncoderRun& run) const;
+    /// After rows were dragged: brings the lists beside the records in order, and the run in line
+    /// with them, so that each movie is still converted once. To be called before rows are removed.
+    /// False where they are in order already.
+    bool alignWithRecords();
     /// Puts a job's row back to waiting.
     void showWaiting(EncoderRun& run) const;
 };

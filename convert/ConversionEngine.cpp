@@ -26,7 +26,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
       queue_(context_, summary_),
       outcomes_(context_, queue_),
       monitor_(context_, queue_, outcomes_),
-      pauseAndStop_(context_, queue_, monitor_, summary_),
+      pauseAndStop_(context_, queue_, summary_),
       job_(context_, queue_, monitor_, outcomes_, pauseAndStop_) {
     queue_.setJobStarter([this](const EncoderRunPtr& run) { job_.start(run); });
 }

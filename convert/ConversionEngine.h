@@ -26,6 +26,8 @@ public:
 
     [[nodiscard]] const ConversionContext& context() const { return context_; }
 
+    /// See ConversionContext.
+    bool alignWithRecords() { return context_.alignWithRecords(); }
     void setPatience(EncoderPatience patience) { context_.patience = patience; }
 
     ConversionDialogs& dialogs() { return dialogs_; }

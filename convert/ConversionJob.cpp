@@ -59,7 +59,7 @@ template <typename F> auto ConversionJob::inJob(const EncoderRunPtr& run, F&& f)
 
 void ConversionJob::start(const EncoderRunPtr& run) {
     try {
-        context_.workers.start([this, run] { work(run); });
+        context_.workers.start([this, run, id = run->jobId] { work(run, id); });
     } catch (const std::system_error& failure) {
         qCWarning(log, "job %d found no thread: %s", run->jobId, failure.what());
         run->source = run->record->text(key::srcpath);
@@ -70,13 +70,13 @@ void ConversionJob::start(const EncoderRunPtr& run) {
     }
 }
 
-void ConversionJob::work(const EncoderRunPtr& run) {
+void ConversionJob::work(const EncoderRunPtr& run, int jobId) {
     try {
         bgConvertWork(run);
     } catch (const Abandoned&) {
-        qCDebug(log, "job %d was given up before its encoder was launched", run->jobId);
+        qCDebug(log, "job %d was given up before its encoder was launched", jobId);
     } catch (const std::exception& failure) {
-        qCWarning(log, "job %d could not be started: %s", run->jobId, failure.what());
+        qCWarning(log, "job %d could not be started: %s", jobId, failure.what());
         failBeforeReading(run);
     }
 }

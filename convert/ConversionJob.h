@@ -39,7 +39,7 @@ private:
     };
 
     // The job's thread.
-    void work(const EncoderRunPtr& run);
+    void work(const EncoderRunPtr& run, int jobId);
     void bgConvertWork(const EncoderRunPtr& run);
     void failBeforeReading(const EncoderRunPtr& run);
     [[nodiscard]] bool dropWithoutDuration(const EncoderRunPtr& run, const Order& order);

@@ -182,6 +182,7 @@ void EncoderMonitor::pause(const EncoderRunPtr& run) {
     context_.state.convertingIndex = SharedState::pauseRequested;
     setPaused(*run->record);
     files.pausedList.push_back({run->task, run->task->readEnd(),
-                                static_cast<int>(run->task->processIdentifier()), pauseRowId_});
+                                static_cast<int>(run->task->processIdentifier()),
+                                context_.pauseRowId});
     context_.rowChanged(*run);
 }

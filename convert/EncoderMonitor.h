@@ -13,7 +13,6 @@ struct EncoderPiece;
 /// goes on. Owned by the engine.
 class EncoderMonitor final {
 public:
-    /// `pausedRowId` is the id of the row whose button asked for the pause.
     EncoderMonitor(ConversionContext& context, ConversionQueue& queue, EncoderOutcomes& outcomes);
     Q_DISABLE_COPY_MOVE(EncoderMonitor)
 
@@ -22,8 +21,6 @@ public:
     void watch(const EncoderRunPtr& run);
     /// Reads on the caller's thread what a launch says that is no job.
     void discard(const EncoderRunPtr& run);
-    /// Notes which row a pause is meant for. Main thread.
-    void setPauseRowId(int id) { pauseRowId_ = id; }
 
 private:
     enum class Step {
@@ -49,5 +46,4 @@ private:
     ConversionContext& context_;
     ConversionQueue& queue_;
     EncoderOutcomes& outcomes_;
-    int pauseRowId_ = 0;
 };

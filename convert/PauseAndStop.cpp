@@ -3,7 +3,6 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
-#include "convert/EncoderMonitor.h"
 #include "convert/RowStates.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
@@ -31,9 +30,8 @@ constexpr auto longestRemoval = std::chrono::seconds(1);
 
 } // namespace
 
-PauseAndStop::PauseAndStop(ConversionContext& context, ConversionQueue& queue,
-                           EncoderMonitor& monitor, RunSummary& summary)
-    : context_(context), queue_(queue), monitor_(monitor), summary_(summary) {}
+PauseAndStop::PauseAndStop(ConversionContext& context, ConversionQueue& queue, RunSummary& summary)
+    : context_(context), queue_(queue), summary_(summary) {}
 
 void PauseAndStop::startConverting() {
     queue_.startConverting();
@@ -46,7 +44,7 @@ void PauseAndStop::changeConvertingIndex() {
 void PauseAndStop::setConvertingIndexForPause(int row) {
     // The row of the button, as it is now: the selection may have moved on by the time that the
     // encoder says something.
-    monitor_.setPauseRowId(context_.files.idList.at(static_cast<size_t>(row)));
+    context_.pauseRowId = context_.files.idList.at(static_cast<size_t>(row));
     context_.state.convertingIndex = SharedState::pauseRequested;
 }
 

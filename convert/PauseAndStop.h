@@ -7,7 +7,6 @@
 
 class ChildProcess;
 class ConversionQueue;
-class EncoderMonitor;
 class RunSummary;
 struct ConversionContext;
 
@@ -15,8 +14,7 @@ struct ConversionContext;
 /// the engine.
 class PauseAndStop final : public RunControl {
 public:
-    PauseAndStop(ConversionContext& context, ConversionQueue& queue, EncoderMonitor& monitor,
-                 RunSummary& summary);
+    PauseAndStop(ConversionContext& context, ConversionQueue& queue, RunSummary& summary);
     Q_DISABLE_COPY_MOVE(PauseAndStop)
 
     void startConverting() override;
@@ -53,6 +51,5 @@ private:
 
     ConversionContext& context_;
     ConversionQueue& queue_;
-    EncoderMonitor& monitor_;
     RunSummary& summary_;
 };

@@ -53,6 +53,18 @@ void RunWatch::jobBegins(const EncoderRun& run) {
     setPhase(Phase::Working);
 }
 
+void RunWatch::idsChanged(const std::unordered_map<int, int>& ids) {
+    for (std::unordered_set<int>* const each : {&queued_, &converted_}) {
+        std::unordered_set<int> changed;
+        for (const int id : *each) {
+            const auto found = ids.find(id);
+            changed.insert(found != ids.end() ? found->second : id);
+        }
+        *each = std::move(changed);
+    }
+    waitingFor_ = {-1, 0};
+}
+
 void RunWatch::encoderLaunched(const EncoderRun& run) {
     time_.movieBegins(clock_(), run.total);
     if (phase_ != Phase::Idle)

@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <functional>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -35,6 +36,8 @@ public:
     /// The queue was filled: a run begins, or goes on.
     void runGoesOn();
     void jobBegins(const EncoderRun& run);
+    /// The jobs have other ids from now on, each that of its own movie.
+    void idsChanged(const std::unordered_map<int, int>& ids);
     void encoderLaunched(const EncoderRun& run);
     /// `position` in seconds of the movie.
     void reached(const EncoderRun& run, double position);

@@ -1,5 +1,6 @@
 #include "filelist/FileList.h"
 
+#include "media/ProfileCatalogue.h"
 #include "widgets/ProgressObject.h"
 
 #include <algorithm>
@@ -128,6 +129,39 @@ void FileList::moveRecords(const std::vector<int>& rows, int target) {
             order.push_back(fileInfoArr[row]);
     }
     fileInfoArr = std::move(order);
+}
+
+std::unordered_map<int, int> FileList::alignWithRecords() {
+    std::unordered_map<int, int> recordIds;
+    std::unordered_map<int, std::shared_ptr<ProgressObject>> progress;
+    bool isInOrder = true;
+    for (size_t row = 0; row < fileInfoArr.size(); ++row) {
+        const int id = fileInfoArr[row]->id();
+        recordIds[idList.at(row)] = id;
+        progress[idList.at(row)] = progressObjects.at(row);
+        isInOrder = isInOrder && idList[row] == id;
+    }
+    if (isInOrder)
+        return {};
+    arrayControllerNew = fileInfoArr;
+    idList.clear();
+    check.clear();
+    cmb.clear();
+    resolutionListForTable.clear();
+    progressObjects.clear();
+    for (const JobRecordPtr& record : fileInfoArr) {
+        const int item = ProfileCatalogue::itemOf(record->text(key::profile), comboBoxItems);
+        idList.push_back(record->id());
+        check.push_back(record->number(key::check));
+        cmb.push_back(cmbItems.value(item));
+        resolutionListForTable.push_back(record->text(key::resolution));
+        progressObjects.push_back(progress.at(record->id()));
+    }
+    for (int& id : conversionTaskList) {
+        if (const auto found = recordIds.find(id); found != recordIds.end())
+            id = found->second;
+    }
+    return recordIds;
 }
 
 void FileList::dequeue(int id) {

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 class ChildProcess;
@@ -59,8 +60,13 @@ public:
     void removeRows(const std::vector<int>& rows);
     /// Moves the records at `rows` (ascending) before the one at `target`; a target behind the end
     /// is the end. Kept: the records alone are moved, the lists beside them, the shown records
-    /// too, keep their order.
+    /// too, keep their order; see `alignWithRecords`.
     void moveRecords(const std::vector<int>& rows, int target);
+    /// After rows were dragged: makes all lists beside the records anew in their order, progress
+    /// records by their ids, and has the queue name the movies that it would have come to. The
+    /// answer tells, for each id that stood beside a record, the record's own; it is empty where
+    /// the lists are in order, and nothing is touched then.
+    std::unordered_map<int, int> alignWithRecords();
     /// Takes `id` out of the queue.
     void dequeue(int id);
     /// Takes the first entry of the queue out if it is `id`.

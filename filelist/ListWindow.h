@@ -23,6 +23,7 @@ public:
     virtual void reloadTable() = 0;
     /// What a row shows has changed.
     virtual void rowChanged(int row) = 0;
-    /// Lets `removal` take `rows` out of the lists; the rows must be complete.
+    /// Lets `removal` take `rows` out of the lists; the rows must be complete. Lists that are out
+    /// of order after a drag are brought in line before.
     virtual void removeRows(const std::vector<int>& rows, const std::function<void()>& removal) = 0;
 };

@@ -45,12 +45,13 @@ void RowButton::removeRow(int row) {
         state_.noOfconvertingFileList.remove(record->id());
     if (convertedInThisRun)
         --state_.noOfConvertedFile;
-    const auto progress = files_.progressObjects.at(static_cast<size_t>(row));
     run_.rowRemoved(record->id());
-    window_.removeRows({row}, [&] { files_.removeRow(row); });
+    window_.removeRows({row}, [&] {
+        files_.progressObjects.at(static_cast<size_t>(row))->changestat(QString());
+        files_.removeRow(row);
+    });
     if (state_.convertingIndex == row)
         state_.convertingIndex = SharedState::noRow;
-    progress->changestat(QString());
     run_.changeConvertingIndex();
     state_.count = files_.rowCount();
     if (state_.count == 0) {

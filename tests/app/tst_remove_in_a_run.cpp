@@ -3,6 +3,7 @@
 #include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
+#include "widgets/ProgressObject.h"
 
 #include <QApplication>
 #include <QFile>
@@ -15,6 +16,7 @@ namespace {
 const QString a = QStringLiteral("a");
 const QString b = QStringLiteral("b");
 const QString c = QStringLiteral("c");
+const QString d = QStringLiteral("d");
 
 QStringList silent() {
     return {QStringLiteral("create"), QStringLiteral("write 100"), QStringLiteral("progress 1"),
@@ -48,6 +50,8 @@ private Q_SLOTS:
     void anotherRowThanThePausedOne();
     void aReorderedList_data();
     void aReorderedList();
+    void aReorderedListLosesNoMovie_data();
+    void aReorderedListLosesNoMovie();
 
 private:
     static QWidget* removeButton(RunScene& scene);
@@ -357,8 +361,7 @@ void TestRemoveInARun::aReorderedList_data() {
     QTest::newRow("paused") << true;
 }
 
-// Kept: dragging moves the records alone, and the queue loses the id of the record. The encoder
-// of the row ends in any case.
+// Dragging moves the records alone; with the removal all lists are in line again.
 void TestRemoveInARun::aReorderedList() {
     QFETCH(bool, paused);
     RunScene scene;
@@ -374,9 +377,60 @@ void TestRemoveInARun::aReorderedList() {
     QCOMPARE(scene.names(), (QStringList{b, c}));
     QVERIFY(eventually([&] { return processState(old) == 0 && !scene.hasOutput(a); }));
     QVERIFY(scene.program.files().pausedList.empty());
-    scene.goToEnd(b);
-    QVERIFY(scene.end({c}));
+    QCOMPARE(scene.program.files().idList, (std::vector<int>{2, 3}));
+    QCOMPARE(scene.program.files().conversionTaskList, (std::vector<int>{2, 3}));
+    QVERIFY(scene.end({b, c}));
+    QVERIFY(scene.hasOutput(b));
     QVERIFY(scene.hasOutput(c));
+    QVERIFY(scene.ranAlone());
+}
+
+void TestRemoveInARun::aReorderedListLosesNoMovie_data() {
+    QTest::addColumn<bool>("byButton");
+    QTest::addColumn<bool>("paused");
+
+    for (const bool byButton : {false, true}) {
+        for (const bool paused : {false, true})
+            QTest::addRow("%s, %s", byButton ? "by its button" : "Remove File",
+                          paused ? "paused" : "converting")
+                << byButton << paused;
+    }
+}
+
+// The queue was filled from the moved records, and its ids found other movies until the removal:
+// what is left is converted all the same, each movie once.
+void TestRemoveInARun::aReorderedListLosesNoMovie() {
+    QFETCH(const bool, byButton);
+    QFETCH(const bool, paused);
+    RunScene scene;
+    scene.add({a, b, c, d});
+    FileList& files = scene.program.files();
+    files.moveRecords({3}, 0);
+    QVERIFY(scene.begin());
+    QCOMPARE(scene.names(), (QStringList{d, a, b, c}));
+    QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("c.mp4"));
+    if (paused)
+        QVERIFY(scene.pause(3, c));
+    removeRow(scene, 1, byButton);
+    QCOMPARE(scene.names(), (QStringList{d, b, c}));
+    QVERIFY(scene.isInStep());
+    QCOMPARE(files.idList, (std::vector<int>{4, 2, 3}));
+    if (paused) {
+        QCOMPARE(files.pausedList.front().selectedrowid, 3);
+        scene.program.clickRowButton(2);
+        QVERIFY(eventually([&] { return scene.program.status(2) == status::STATPR; }));
+    }
+    // The bar has moved with its movie.
+    scene.go(c, paused ? 2 : 1);
+    QVERIFY(scene.waitForPercent(2, paused ? 30 : 20));
+    QVERIFY(eventually([&] { return files.progressObjects[2]->showsBar(); }));
+    QVERIFY(!files.progressObjects[0]->showsBar() && !files.progressObjects[1]->showsBar());
+    QVERIFY(scene.end({b, c, d}));
+    for (const QString& name : {b, c, d})
+        QVERIFY2(scene.hasOutput(name), qPrintable(name));
+    QVERIFY(!scene.hasOutput(a));
+    QCOMPARE(scene.program.encodes().size(), 3);
+    QCOMPARE(files.rowCount(), 0);
     QVERIFY(scene.ranAlone());
 }
 

@@ -22,6 +22,9 @@ private Q_SLOTS:
     void theMarkGoesWithTheDrag();
     void theShownRowsChangeWithTheNextAdd();
     void theRunGoesByTheMovedRecords();
+    void aRemovalBringsAllListsInLine_data();
+    void aRemovalBringsAllListsInLine();
+    void theSummaryTakesTheRightRowsOut();
     void theWorkStartsFromTheEventLoop();
     void brokenDataMovesNothing_data();
     void brokenDataMovesNothing();
@@ -196,6 +199,78 @@ void TestRowDrag::theRunGoesByTheMovedRecords() {
         converted += each.arguments[2];
     QCOMPARE(converted, expected);
     QCOMPARE(namesIn(program.documents()).size(), 3);
+}
+
+void TestRowDrag::aRemovalBringsAllListsInLine_data() {
+    QTest::addColumn<bool>("byButton");
+    QTest::newRow("Remove File") << false;
+    QTest::newRow("the row's button") << true;
+}
+
+void TestRowDrag::aRemovalBringsAllListsInLine() {
+    QFETCH(const bool, byButton);
+    ControllerFixture program;
+    const auto movie = [&](const char* name, const char* size) {
+        return program.movie(QString::fromLatin1(name))
+            .probe(u"hevc"_s, QString::fromLatin1(size))
+            .write();
+    };
+    program.add(
+        {movie("a.mp4", "640x480"), movie("b.mp4", "1280x720"), movie("c.mp4", "720x1280")});
+    FileList& files = program.files();
+    auto* const model = program.widget<FileTableView>("theTableNew")->model();
+    const int quality = static_cast<int>(TableColumn::Cmb);
+    const int size = static_cast<int>(TableColumn::Res);
+    QVERIFY(model->setData(model->index(2, quality), files.cmbItems[2], Qt::EditRole));
+    QVERIFY(model->setData(model->index(1, size), u"640x360"_s, Qt::EditRole));
+    for (const int row : {1, 2})
+        QVERIFY(model->setData(model->index(row, 0), Qt::Unchecked, Qt::CheckStateRole));
+    const auto progress = files.progressObjects;
+    QCOMPARE(Drop::ofRows(program, {2}).at({40, 1}), takenAnswers);
+    QVERIFY(settle(program));
+    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"c.mp4"_s, u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(files.idList, (std::vector<int>{1, 2, 3}));
+
+    if (byButton)
+        program.clickRowButton(0);
+    else
+        program.click("btnRemoveFile");
+    // Kept: the place counts, and in the new order another movie stands there.
+    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(files.arrayControllerNew, files.fileInfoArr);
+    QCOMPARE(files.idList, (std::vector<int>{1, 2}));
+    QCOMPARE(files.check, (std::vector<int>{1, 0}));
+    QCOMPARE(files.cmb, (QStringList{files.cmbItems[1], files.cmbItems[1]}));
+    QCOMPARE(files.resolutionListForTable, (QStringList{u"640x480"_s, u"640x360"_s}));
+    QVERIFY(files.progressObjects[0] == progress[0] && files.progressObjects[1] == progress[1]);
+    QCOMPARE(model->rowCount(), 2);
+    QCOMPARE(model->index(0, 1).data().toString(), u"a.mp4"_s);
+    QCOMPARE(model->index(1, size).data().toString(), u"640x360"_s);
+
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(namesIn(program.documents()),
+             (QStringList{u"a_HQ_640x480.mp4"_s, u"b_HQ_640x360.mp4"_s}));
+    QCOMPARE(files.rowCount(), 0);
+}
+
+void TestRowDrag::theSummaryTakesTheRightRowsOut() {
+    ControllerFixture program;
+    addMovies(program, 3);
+    QCOMPARE(Drop::ofRows(program, {2}).at({40, 1}), takenAnswers);
+    QVERIFY(settle(program));
+    FileList& files = program.files();
+    files.recordAt(1)->set(key::duration, u"None"_s); // a.mp4: it is dropped without a word
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(namesOf(files.fileInfoArr), QStringList{u"a.mp4"_s});
+    QCOMPARE(files.idList, std::vector<int>{1});
+    QCOMPARE(files.arrayControllerNew, files.fileInfoArr);
+    files.recordAt(0)->set(key::duration, u"00:00:10.00"_s);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(namesIn(program.documents()).size(), 3);
+    QCOMPARE(files.rowCount(), 0);
 }
 
 void TestRowDrag::theWorkStartsFromTheEventLoop() {

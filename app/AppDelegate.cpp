@@ -5,6 +5,7 @@
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FileManager.h"
 #include "ui_MainWindow.h"
+#include "update/KXPortavoUpdate.h"
 #include "widgets/PopUpBoxes.h"
 
 #include <QApplication>
@@ -250,6 +251,10 @@ void AppDelegate::rowButton(int row) {
 void AppDelegate::comboBoxSelectionDidChange(int item) {
     editing_.comboBoxSelectionDidChange(item, window_.form().theTableNew->selectedRow());
     model_.reload();
+}
+
+bool AppDelegate::isUpdateAvailable(const QString& local, const QString& server) {
+    return KXPortavoUpdate::isUpdateAvailable(local, server);
 }
 
 void AppDelegate::setOutputFolder(const QString& folder) {

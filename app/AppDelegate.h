@@ -98,6 +98,10 @@ public:
     void rowButton(int row);
     void comboBoxSelectionDidChange(int item);
 
+    void checkHeaderBtnStatus() override;
+    /// Whether the server's version is to be taken as newer; see VersionComparison.h.
+    [[nodiscard]] static bool isUpdateAvailable(const QString& local, const QString& server);
+
 private:
     void connectControls();
     void connectTable();

@@ -91,6 +91,10 @@ void AppDelegate::setSelectAllChecked(bool checked) {
     window_.form().theTableNew->btnSelectAll()->setChecked(checked);
 }
 
+void AppDelegate::checkHeaderBtnStatus() {
+    setSelectAllChecked(files_.allChecked());
+}
+
 void AppDelegate::uncheckOpenFolder() {
     window_.form().openFolderCheckBtn->setChecked(false);
 }

@@ -8,9 +8,17 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <filesystem>
+
 namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.app")
+
+// Not for the toolkit, which finds its own resources, too, under names like ":/images".
+bool isThere(const QString& path) {
+    std::error_code failure;
+    return std::filesystem::exists(QFile::encodeName(path).toStdString(), failure);
+}
 
 } // namespace
 
@@ -26,7 +34,7 @@ QString PersistedFolders::readDefaultFilePath(const QString& fileName) const {
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return defaultFolder();
     const auto folder = folderInText(file.read(maximumFolderText + 1));
-    return folder && QFileInfo::exists(*folder) ? *folder : defaultFolder();
+    return folder && isThere(*folder) ? *folder : defaultFolder();
 }
 
 void PersistedFolders::remeberFolderPath(const QString& outputFolder,

@@ -65,7 +65,7 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
 
 void AddFiles::close() {
     parts_.files.arrayControllerNew = parts_.files.fileInfoArr;
-    parts_.window.setSelectAllChecked(parts_.files.allChecked());
+    parts_.window.checkHeaderBtnStatus();
     parts_.window.reloadTable();
 }
 

@@ -17,6 +17,8 @@ public:
     virtual void setRemoveEnabled(bool enabled) = 0;
     /// The header's check box.
     virtual void setSelectAllChecked(bool checked) = 0;
+    /// Sets it by the rows: checked where there are some and all of them are.
+    virtual void checkHeaderBtnStatus() = 0;
     virtual void showFileCount(const QString& text) = 0;
     /// Tells something below the table, without a box, until the user does something else.
     virtual void showQuietLine(const QString& text) = 0;

@@ -66,5 +66,7 @@ void RemoveFiles::selectAll(bool checked) {
         files_.check[static_cast<size_t>(row)] = value;
         files_.recordAt(row)->set(key::check, value);
     }
+    // The box has already followed the click, in an empty list too.
+    window_.checkHeaderBtnStatus();
     window_.reloadTable();
 }

@@ -44,5 +44,5 @@ int ProfileCatalogue::itemOf(const QString& profile, const QStringList& names) {
 QString ProfileCatalogue::levelText(const QString& profile) {
     if (profile.size() <= levelIndex)
         throw std::out_of_range("a profile name without a level");
-    return QLatin1StringView("Level ") % profile.at(levelIndex);
+    return LEVELSTR % u' ' % profile.at(levelIndex);
 }

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+/// How the name of a profile's level begins.
+inline const QString LEVELSTR = QStringLiteral("Level");
+
 /// Which encoder settings a profile stands for, in the order of the catalogue.
 enum class ProfileKind { Pro, HighQuality, Normal };
 

@@ -38,6 +38,9 @@ public:
     /// Takes a percentage, 0 to 100, or `wipeStep`.
     void incrementStep(qint64 percentage);
     void changestat(const QString& text) { statusString_ = text; }
+    /// The step alone: the bar and its text stay.
+    void setCurrentStep(qint64 step) { currentStep_ = step; }
+    void setTextProgress(const TextProgress& bar) { textProgress_ = bar; }
     void setStatusString(const QString& text) { statusString_ = text; }
     void setTimeLeft(const QString& text) { timeLeft_ = text; }
     /// Share done, 0.0 to 1.0, without a change of the step or the text.

@@ -25,6 +25,8 @@ struct FolderFile {
         {"a null character", QByteArray("F/there\0", 8)},
         {"a null character inside", QByteArray("F/there\0/more", 13)},
         {"a tilde is a name", "~"},
+        {"the toolkit's own resources", ":/"},
+        {"one of them", ":/images/Popup_I.png"},
         {"a megabyte", "F/" + QByteArray(1 << 20, 'a')},
         {"a megabyte of line ends", "F/there" + QByteArray(1 << 20, '\n')},
         {"a megabyte of null characters", QByteArray(1 << 20, '\0')},

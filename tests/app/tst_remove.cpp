@@ -259,6 +259,7 @@ void TestRemove::selectAllDuringARun() {
 void TestRemove::selectAllOfAnEmptyList() {
     RunScene scene;
     header(scene)->click();
+    QVERIFY(!header(scene)->isChecked()); // nothing is checked
     QCOMPARE(scene.program.files().rowCount(), 0);
     QVERIFY(scene.program.files().check.empty());
     QCOMPARE(scene.program.state().count, 0);

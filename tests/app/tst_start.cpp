@@ -28,6 +28,7 @@ private Q_SLOTS:
     void cellsBeforeAnyRow();
     void whatIsEnabled();
     void unknownKeysShowThemselves();
+    void headerBoxFollowsTheRows();
     void theVersionCheckIsNotWaitedFor();
 
 private:
@@ -214,6 +215,23 @@ void TestStart::unknownKeysShowThemselves() {
     QCOMPARE(program.widget<QLabel>("fileList")->text(), QStringLiteral("IDS_TXT_FILELIST  (0)"));
     QCOMPARE(program.controller->window().windowTitle(),
              QStringLiteral("Quorvex Reelshift 2.3.4.5"));
+}
+
+void TestStart::headerBoxFollowsTheRows() {
+    ControllerFixture program;
+    const auto* const box = program.widget<FileTableView>("theTableNew")->btnSelectAll();
+    program.app().checkHeaderBtnStatus();
+    QVERIFY(!box->isChecked());
+    program.files().check = {1, 1};
+    program.app().checkHeaderBtnStatus();
+    QVERIFY(box->isChecked());
+    program.files().check = {1, 0};
+    program.app().checkHeaderBtnStatus();
+    QVERIFY(!box->isChecked());
+    program.files().check.clear();
+
+    QVERIFY(AppDelegate::isUpdateAvailable(QStringLiteral("1.0.0.0"), QStringLiteral("1.0.0.1")));
+    QVERIFY(!AppDelegate::isUpdateAvailable(QStringLiteral("1.0.0.0"), QStringLiteral("1.0.0.0")));
 }
 
 void TestStart::theVersionCheckIsNotWaitedFor() {

@@ -81,6 +81,7 @@ void TestCatalogues::level_data() {
     QTest::addColumn<QString>("profile");
     QTest::addColumn<QString>("level");
     QTest::newRow("default") << ProfileCatalogue::defaultProfile() << QStringLiteral("Level 1");
+    QTest::newRow("made of the word") << QStringLiteral("H.264 LV3 : x") << LEVELSTR + u" 3";
     QTest::newRow("nine long") << QStringLiteral("H.264 LV7") << QStringLiteral("Level 7");
     QTest::newRow("eight long") << QStringLiteral("H.264 LV") << QString();
     QTest::newRow("empty") << QString() << QString();

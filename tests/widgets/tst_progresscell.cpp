@@ -124,6 +124,7 @@ class tst_ProgressCell : public QObject {
 private Q_SLOTS:
     void incrementStep_data();
     void incrementStep();
+    void eachFieldByItself();
     void showsTheBarOnlyWhileConverting_data();
     void showsTheBarOnlyWhileConverting();
     void innerRect();
@@ -174,6 +175,21 @@ void tst_ProgressCell::incrementStep() {
     QCOMPARE(object.textProgress().progress(), progress);
     QCOMPARE(object.textProgress().text(), text);
     QCOMPARE(object.statusString(), status);
+}
+
+void tst_ProgressCell::eachFieldByItself() {
+    ProgressObject object;
+    object.incrementStep(42);
+    object.setCurrentStep(77);
+    QCOMPARE(object.currentStep(), qint64{77});
+    QCOMPARE(object.textProgress().text(), QStringLiteral("42 %"));
+    TextProgress bar;
+    bar.setProgress(0.5);
+    bar.setText(QStringLiteral("half"));
+    object.setTextProgress(bar);
+    QCOMPARE(object.currentStep(), qint64{77});
+    QCOMPARE(object.textProgress().progress(), 0.5);
+    QCOMPARE(object.textProgress().text(), QStringLiteral("half"));
 }
 
 void tst_ProgressCell::showsTheBarOnlyWhileConverting_data() {

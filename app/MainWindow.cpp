@@ -6,6 +6,7 @@
 #include "ui_MainWindow.h"
 #include "widgets/Announcer.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMouseEvent>
@@ -63,7 +64,7 @@ void MainWindow::setTexts() {
     setTip(form_->openFolderCheckBtn, "IDS_TIP_OPEN_AFTER_FINISH");
     form_->comboBox->setToolTip(getLocalString("IDS_TIP_PROFILE"));
     form_->theTableNew->setTexts();
-    widenButtons();
+    fitToFont();
 }
 
 // A panel that is confirmed while its list of completions is open leaves the list behind for as
@@ -92,16 +93,28 @@ void MainWindow::setTip(QAbstractButton* button, const char* id) {
 
 void MainWindow::fitToScreen() {
     constexpr QSize frame(16, 48); // not known before the window is shown
-    // Wide enough for every text in every language, where the screen is.
-    const QSize wanted(std::max(width(), sizeHint().width()), height());
+    // Wide enough for every text in every language, where the screen is; the caption that can go
+    // on in a second line hints at no more than that.
+    const QLabel& caption = *form_->profileTxtFld;
+    const int whole = caption.fontMetrics().size(Qt::TextShowMnemonic, caption.text()).width();
+    const int least = sizeHint().width() + std::max(0, whole - caption.sizeHint().width());
+    const QSize wanted(std::max(width(), least), height());
     resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
-// Some styles leave a button's text no room at its sides.
-void MainWindow::widenButtons() {
-    const int room = 2 * fontMetrics().horizontalAdvance(u'm');
+// Some styles leave a button's text no room at its sides. The list of qualities is shown whole also
+// where its button is narrow.
+void MainWindow::fitToFont() {
+    const int room = fontMetrics().horizontalAdvance(u'm') * 3 / 2;
     for (QPushButton* const button : findChildren<QPushButton*>())
         button->setMinimumWidth(fontMetrics().horizontalAdvance(button->text()) + 2 * room);
+    form_->comboBox->view()->setMinimumWidth(form_->comboBox->sizeHint().width());
+    // The caption never goes on in a third line.
+    QLabel& caption = *form_->profileTxtFld;
+    int width = caption.minimumSizeHint().width();
+    while (caption.heightForWidth(width) >= 3 * caption.fontMetrics().height())
+        ++width;
+    caption.setMinimumWidth(width);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
@@ -109,7 +122,7 @@ void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         form_->openFolderCheckBtn->setPalette(CheckDelegate::boxPalette(palette()));
     else if (event->type() == QEvent::FontChange)
-        widenButtons();
+        fitToFont();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -40,7 +40,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void widenButtons();
+    void fitToFont();
     void becomeActive();
     void setTip(QAbstractButton* button, const char* id);
 

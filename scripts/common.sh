@@ -24,8 +24,15 @@ DESKTOP_PACKAGES=(
     python3-gi
     xvfb
 )
-# What the tests take besides.
-TEST_PACKAGES=(libimage-exiftool-perl python3-dbusmock xauth xdotool)
+# What the tests take besides: fonts of other desktops than this one.
+TEST_PACKAGES=(
+    fonts-cantarell
+    fonts-liberation
+    libimage-exiftool-perl
+    python3-dbusmock
+    xauth
+    xdotool
+)
 # What makes the Debian package, and what looks it over and tries it out.
 PACKAGE_PACKAGES=(dpkg-dev file gzip)
 PACKAGE_TEST_PACKAGES=(lintian desktop-file-utils appstream man-db)

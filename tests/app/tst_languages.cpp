@@ -9,10 +9,12 @@
 #include "widgets/BoxDriver.h"
 #include "widgets/ProgressCell.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFontDatabase>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -71,6 +73,22 @@ constexpr QSize scaledScreen(1024 * 2 / 3 - 10, 600 * 2 / 3 - 48);
 /// Where a screen is large enough; the one that nobody sees is not.
 constexpr QSize usualSize(900, 552);
 
+/// What the window is measured with besides the font that is there: what desktops show their texts
+/// in. The first one comes with the program's package.
+QList<QFont> desktopFonts() {
+    return {{QStringLiteral("DejaVu Sans"), 9},
+            {QStringLiteral("Liberation Sans"), 10},
+            {QStringLiteral("Cantarell"), 11}};
+}
+
+QStringList languages() {
+    QStringList result;
+    for (const QString& table : QDir(QStringLiteral(REELSHIFT_TEST_RESOURCES))
+                                    .entryList({QStringLiteral("LocalizedStrings_*.qm")}))
+        result << table.chopped(3).section(QLatin1Char('_'), 1);
+    return result;
+}
+
 QStringList texts(const Keys& keys) {
     QStringList result;
     for (const char* key : keys)
@@ -78,8 +96,12 @@ QStringList texts(const Keys& keys) {
     return result;
 }
 
-/// A push button also has air at the sides of its text, which the style's hint leaves out.
+/// A push button also has air at the sides of its text, which the style's hint leaves out; a
+/// caption may go on in a second line.
 bool hasRoom(const QWidget& widget) {
+    if (const auto* const label = qobject_cast<const QLabel*>(&widget); label && label->wordWrap())
+        return label->width() >= label->minimumSizeHint().width() &&
+               label->height() >= label->heightForWidth(label->width());
     int least = widget.sizeHint().width();
     if (const auto* const button = qobject_cast<const QPushButton*>(&widget))
         least = std::max(
@@ -152,6 +174,8 @@ class TestLanguages final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
     void window_data();
     void window();
     void qualityOfANewMovie_data();
@@ -171,6 +195,8 @@ private:
     static std::unique_ptr<ControllerFixture> start(const QString& language);
     static FileTableView& table(ControllerFixture& program);
     static void add(ControllerFixture& program, const QStringList& names);
+
+    const QFont usualFont_ = QApplication::font();
 };
 
 std::unique_ptr<ControllerFixture> TestLanguages::start(const QString& language) {
@@ -188,19 +214,33 @@ void TestLanguages::add(ControllerFixture& program, const QStringList& names) {
     program.add(paths);
 }
 
+void TestLanguages::initTestCase() {
+    QVERIFY(languages().size() >= 16);
+    for (const QFont& font : desktopFonts())
+        QVERIFY2(QFontDatabase::hasFamily(font.family()),
+                 qPrintable(font.family() + QStringLiteral(" is not installed")));
+}
+
+void TestLanguages::cleanup() {
+    QApplication::setFont(usualFont_);
+}
+
 void TestLanguages::window_data() {
     QTest::addColumn<QString>("language");
-    const QStringList tables = QDir(QStringLiteral(REELSHIFT_TEST_RESOURCES))
-                                   .entryList({QStringLiteral("LocalizedStrings_*.qm")});
-    QVERIFY(tables.size() >= 16);
-    for (const QString& table : tables) {
-        const QString language = table.chopped(3).section(QLatin1Char('_'), 1);
-        QTest::newRow(qPrintable(language)) << language;
+    QTest::addColumn<QFont>("font");
+    for (const QString& language : languages()) {
+        QTest::newRow(qPrintable(language)) << language << usualFont_;
+        for (const QFont& font : desktopFonts())
+            QTest::addRow("%s, %s %d", qPrintable(language), qPrintable(font.family()),
+                          font.pointSize())
+                << language << font;
     }
 }
 
 void TestLanguages::window() {
     QFETCH(QString, language);
+    QFETCH(QFont, font);
+    QApplication::setFont(font);
     const auto program = start(language);
     add(*program, {QStringLiteral("a.mp4"), QStringLiteral("b.mp4")});
     QMainWindow& window = program->app().window();
@@ -210,21 +250,38 @@ void TestLanguages::window() {
     const QSize shown = window.minimumSizeHint();
     QVERIFY2(shown.width() <= scaledScreen.width() && shown.height() <= scaledScreen.height(),
              qPrintable(QStringLiteral("%1x%2").arg(shown.width()).arg(shown.height())));
-    window.resize(usualSize);
-    int seen = 0;
-    for (const QWidget* const widget : window.findChildren<QWidget*>()) {
-        if (!widget->isVisible() ||
-            !(qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLabel*>(widget) ||
-              qobject_cast<const QComboBox*>(widget)))
-            continue;
-        if (widget == table(*program).btnSelectAll())
-            continue; // without a text, as large as its column allows
-        QVERIFY2(hasRoom(*widget), nameOf(*widget));
-        ++seen;
+    const auto& caption = *program->widget<QLabel>("profileTxtFld");
+    const auto isWithin = [&](int lines) {
+        return caption.heightForWidth(caption.width()) <
+               (lines + 1) * caption.fontMetrics().height();
+    };
+    for (const QSize size : {scaledScreen, usualSize}) {
+        window.resize(size);
+        QVERIFY(isWithin(2));
+        int seen = 0;
+        for (const QWidget* const widget : window.findChildren<QWidget*>()) {
+            if (!widget->isVisible() ||
+                !(qobject_cast<const QAbstractButton*>(widget) ||
+                  qobject_cast<const QLabel*>(widget) || qobject_cast<const QComboBox*>(widget)))
+                continue;
+            if (widget == table(*program).btnSelectAll())
+                continue; // without a text, as large as its column allows
+            if (const auto* const list = qobject_cast<const QComboBox*>(widget);
+                list && size == scaledScreen) {
+                // Narrow itself, but what it offers is not.
+                QVERIFY(list->view()->minimumWidth() >= list->sizeHint().width());
+                continue;
+            }
+            QVERIFY2(hasRoom(*widget), nameOf(*widget));
+            ++seen;
+        }
+        QVERIFY(seen >= 12);
     }
-    QVERIFY(seen >= 12);
     // What stands in the way of nothing is left for the path.
     QVERIFY(program->widget<QLineEdit>("outputFolderPath")->width() >= 200);
+    // Where there is room, nothing is in two lines.
+    window.resize(smallestScreen);
+    QVERIFY(isWithin(1));
 }
 
 void TestLanguages::qualityOfANewMovie_data() {
@@ -248,6 +305,8 @@ void TestLanguages::columns_data() {
 
 void TestLanguages::columns() {
     QFETCH(QString, language);
+    QFETCH(QFont, font);
+    QApplication::setFont(font);
     const auto program = start(language);
     add(*program, {QStringLiteral("a.mp4")});
     QVERIFY(QTest::qWaitForWindowExposed(&program->app().window()));
@@ -277,6 +336,8 @@ void TestLanguages::messageBoxes_data() {
 
 void TestLanguages::messageBoxes() {
     QFETCH(QString, language);
+    QFETCH(QFont, font);
+    QApplication::setFont(font);
     const auto program = start(language);
     for (const Box& each : boxes) {
         MessageBox::Request request{QStringLiteral("Quorvex Reelshift"),
@@ -307,6 +368,8 @@ void TestLanguages::updateWindow_data() {
 
 void TestLanguages::updateWindow() {
     QFETCH(QString, language);
+    QFETCH(QFont, font);
+    QApplication::setFont(font);
     const StringTable strings(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale(language));
     QApplication::setLayoutDirection(strings.direction());
     KXDownloadController window(UpdateSettings{});

@@ -103,7 +103,7 @@
     <message id="IDS_TXT_PROFILELIST">
         <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, per il montaggio (file più grandi);H.264 LV1 : Qualità ottima;H.264 LV2 : Qualità normale (file più piccoli)</translation>
+        <translation>H.264 LV0 : Pro, per il montaggio;H.264 LV1 : Qualità ottima;H.264 LV2 : Qualità normale</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>

@@ -103,7 +103,7 @@
     <message id="IDS_TXT_PROFILELIST">
         <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : 프로, 편집용 (파일이 가장 큼);H.264 LV1 : 최고 화질;H.264 LV2 : 일반 화질 (파일이 더 작음)</translation>
+        <translation>H.264 LV0 : 프로, 편집용;H.264 LV1 : 최고 화질;H.264 LV2 : 일반 화질</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>

@@ -103,7 +103,7 @@
     <message id="IDS_TXT_PROFILELIST">
         <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : Pro, для монтажу (найбільші файли);H.264 LV1 : Найкраща якість;H.264 LV2 : Звичайна якість (менші файли)</translation>
+        <translation>H.264 LV0 : Pro, для монтажу;H.264 LV1 : Найкраща якість;H.264 LV2 : Звичайна якість</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>

@@ -103,7 +103,7 @@
     <message id="IDS_TXT_PROFILELIST">
         <extracomment>The ninth character of each name is a digit.</extracomment>
         <source>H.264 LV0 : Pro, for Editing (largest files);H.264 LV1 : Best Quality;H.264 LV2 : Normal Quality (smaller files)</source>
-        <translation>H.264 LV0 : 專業，適合剪輯（檔案最大）;H.264 LV1 : 最佳畫質;H.264 LV2 : 一般畫質（檔案較小）</translation>
+        <translation>H.264 LV0 : 專業，適合剪輯;H.264 LV1 : 最佳畫質;H.264 LV2 : 一般畫質</translation>
     </message>
     <message id="IDS_TXT_PROFILELIST_DROPDOWN">
         <extracomment>The three texts of IDS_TXT_PROFILELIST_1 to _3, joined by ';'.</extracomment>

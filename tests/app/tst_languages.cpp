@@ -294,7 +294,8 @@ void TestLanguages::qualityOfANewMovie() {
     add(*program, {QStringLiteral("a.mp4")});
     const auto* const list = program->widget<QComboBox>("comboBox");
     QCOMPARE(list->currentIndex(), 0);
-    table(*program).selectRow(0);
+    FileTableView& view = table(*program);
+    view.setCurrentIndex(view.model()->index(0, static_cast<int>(TableColumn::Name)));
     QCOMPARE(list->currentIndex(), 1);
     QCOMPARE(list->currentText(), getLocalString("IDS_TXT_PROFILELIST").split(u';').at(1));
 }

@@ -119,8 +119,8 @@ void TestRejecting::theLineGoesWithTheNextAction() {
     QCOMPARE(quietLine(program), endedAt(QStringLiteral("b %1.mp4"), 0));
     program.click("btnOpenFolder");
     QCOMPARE(quietLine(program), QString());
-    program.drop({bad, bad});
-    QTRY_COMPARE(quietLine(program), endedAt(QStringLiteral("b %1.mp4"), 1));
+    program.add({bad, bad});
+    QCOMPARE(quietLine(program), endedAt(QStringLiteral("b %1.mp4"), 1));
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
     QCOMPARE(quietLine(program), QString());
 }

@@ -24,12 +24,15 @@ DESKTOP_PACKAGES=(
     python3-gi
     xvfb
 )
-# What the tests take besides: fonts of other desktops than this one.
+# What the tests take besides: fonts of other desktops than this one, a Wayland desktop.
 TEST_PACKAGES=(
     fonts-cantarell
     fonts-liberation
+    grim
     libimage-exiftool-perl
     python3-dbusmock
+    sway
+    wtype
     xauth
     xdotool
 )

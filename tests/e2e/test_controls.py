@@ -139,23 +139,18 @@ class ControlsTest(ProgramTest):
         self.wait(lambda: not self.app.encoders(), "the encoder to end")
 
 
-def process_state(pid):
-    with open(f"/proc/{pid}/stat", encoding="utf-8", errors="replace") as file:
-        return file.read().rsplit(")", 1)[1].split()[0]
-
-
 class PauseAndStop(ControlsTest):
     def test_pause_and_resume(self):
         pid = self.start_long()
         self.pause()
-        self.wait(lambda: process_state(pid) == "T", "the encoder to be suspended")
+        self.wait(lambda: window.process_state(pid) == "T", "the encoder to be suspended")
         self.screen("paused")
         self.check_locked()
         self.assertEqual([pid], self.app.encoders())
         before = os.path.getsize(os.path.join(self.documents, LONG_OUTPUT))
         window.click(self.app.cell(0, "im"))
         self.wait_for_button(0, "IDS_A11Y_ROW_PAUSE", "long.mp4")
-        self.wait(lambda: process_state(pid) != "T", "the encoder to go on")
+        self.wait(lambda: window.process_state(pid) != "T", "the encoder to go on")
         first = self.wait_for_progress()
         self.wait_for_progress(first)
         self.wait(lambda: os.path.getsize(os.path.join(self.documents, LONG_OUTPUT)) > before,
@@ -191,7 +186,7 @@ class PauseAndStop(ControlsTest):
         pid = self.start_long()
         self.pause()
         self.stop("IDS_BTN_POPUP_CANCEL")
-        self.assertEqual("T", process_state(pid))
+        self.assertEqual("T", window.process_state(pid))
         self.assertEqual(text("IDS_TXT_STATUS_PAUSED"), self.app.cell_text(0, "progress"))
         self.stop("IDS_BTN_POPUP_OK")
         self.check_stopped()

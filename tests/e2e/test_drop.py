@@ -8,11 +8,10 @@ import subprocess
 import unittest
 
 from harness import ProgramTest, main, window
-from desktop_session import die_with_parent
+from drag_source import SOURCE, DragSource
 from movies import make_hevc
 from texts import text
 
-SOURCE = os.environ.get("REELSHIFT_DRAG_SOURCE", "")
 SCREENS = os.environ.get("REELSHIFT_E2E_ARTIFACTS", "")
 SOURCE_PLACE = (20, 20)
 
@@ -47,23 +46,11 @@ def pixels(x, y, width, height):
                           check=True, stdout=subprocess.PIPE).stdout
 
 
-class DragSource:
-    """The other program."""
+class PlacedSource(DragSource):
+    """The other program, at a place of its own."""
 
     def __init__(self, *files):
-        self.process = subprocess.Popen([SOURCE, *map(str, SOURCE_PLACE), *files],
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                        preexec_fn=die_with_parent)
-        os.set_blocking(self.process.stdout.fileno(), False)
-        self.lines = []
-        self.wait_for("ready")
-
-    def wait_for(self, beginning):
-        """The line that begins so."""
-        def look():
-            self.lines += (self.process.stdout.read() or b"").decode().splitlines()
-            return next((line for line in self.lines if line.startswith(beginning)), None)
-        return window.wait_for(look, f"the drag source to say {beginning!r}")
+        super().__init__(*SOURCE_PLACE, *files)
 
     def drag(self):
         mouse = Mouse(SOURCE_PLACE[0] + 80, SOURCE_PLACE[1] + 45)
@@ -71,17 +58,12 @@ class DragSource:
         self.wait_for("dragging")
         return mouse
 
-    def end(self):
-        self.process.stdin.close()
-        self.process.wait(10)
-        self.process.stdout.close()
-
 
 @unittest.skipUnless(SOURCE and shutil.which("xdotool") and shutil.which("import"),
                      "a real drag needs xdotool and import (imagemagick)")
 class DropTest(ProgramTest):
     def source(self, *files):
-        source = DragSource(*files)
+        source = PlacedSource(*files)
         self.addCleanup(source.end)
         return source
 
@@ -146,7 +128,7 @@ class DropFromAnotherProgram(DropTest):
         self.app.add_all(shutil.copy(first, self.movie_path("b.mp4")))
         far = "5253525700000002" + "00000000" + "7fffffff"
         for data in ("", "00ff", "ff" * 5000, far):
-            source = DragSource("--data", "MyPrivateTableViewDataType", data)
+            source = PlacedSource("--data", "MyPrivateTableViewDataType", data)
             x, y, width, _ = self.extents(self.app.cell(1, "name"))
             mouse = source.drag()
             mouse.go(x + width // 2, y + 4)

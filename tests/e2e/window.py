@@ -147,8 +147,15 @@ def key(name, *modifiers):
 
 def screenshot(path):
     os.makedirs(os.path.dirname(path), exist_ok=True)
-    subprocess.run(["import", "-silent", "-window", "root", path], check=True)
+    wayland = "WAYLAND_DISPLAY" in os.environ
+    subprocess.run(["grim", path] if wayland else ["import", "-silent", "-window", "root", path],
+                   check=True)
     return path
+
+
+def process_state(pid):
+    with open(f"/proc/{pid}/stat", encoding="utf-8", errors="replace") as file:
+        return file.read().rsplit(")", 1)[1].split()[0]
 
 
 class Dialog:

@@ -17,8 +17,9 @@ class InALanguage(ProgramTest):
         texts.speak(self.shown)
 
     def left(self, key):
+        # In the window, which the window manager may still move.
         component = window.Atspi.Component
-        return component.get_extents(self.app.button(key), window.Atspi.CoordType.SCREEN).x
+        return component.get_extents(self.app.button(key), window.Atspi.CoordType.WINDOW).x
 
     def cancel_of_the_panel(self):
         """What Qt itself calls the button."""

@@ -8,7 +8,7 @@ import tempfile
 
 from harness import main, window
 from movies import make_hevc
-from test_controls import ControlsTest, process_state
+from test_controls import ControlsTest
 from test_one_movie import MovieTest
 from texts import text
 
@@ -58,7 +58,7 @@ class LaterRelease(ControlsTest, MovieTest):
     def test_pause_resume_and_stop(self):
         encoder = self.start_long()
         self.pause()
-        self.assertEqual("T", process_state(encoder))
+        self.assertEqual("T", window.process_state(encoder))
         self.assertEqual([encoder], self.app.encoders())
         shown = self.percentage()
         window.click(self.app.cell(0, "im"))

@@ -53,6 +53,13 @@ std::string colours(const TrackFacts& picture) {
            ":pin=" + known(primaries, picture.primaries) + ":rin=limited:";
 }
 
+/// Recordings of screens may hold red, green and blue: by itself ffmpeg makes of them the Y, U and
+/// V of old television and does not say so.
+void addOrdinaryMatrix(Additions& add) {
+    add.scaleOptions.push_back("out_color_matrix=bt709");
+    add.filters.push_back("setparams=colorspace=bt709");
+}
+
 } // namespace
 
 void addLimitedRange(const MovieFacts&, const EncoderAbilities&, Additions& add) {
@@ -65,8 +72,11 @@ void addOrdinaryColours(const MovieFacts&, const EncoderAbilities& encoder, Addi
         add.losses.push_back("the colours of this kind of Dolby Vision cannot be converted");
         return;
     }
-    if (picture.transfer != hlg && picture.transfer != pq)
+    if (picture.transfer != hlg && picture.transfer != pq) {
+        if (picture.matrix == "gbr")
+            addOrdinaryMatrix(add);
         return;
+    }
     if (!encoder.hasZscale) {
         add.losses.push_back("the colours stay as they are, for ffmpeg has no filter zscale");
         return;

@@ -70,6 +70,7 @@ const std::map<std::string_view, Field>& fields() {
         {"color_transfer", [](TrackFacts& t, std::string_view v) { t.transfer = word(v); }},
         {"sample_rate", [](TrackFacts& t, std::string_view v) { t.sampleRate = number(v); }},
         {"channels", [](TrackFacts& t, std::string_view v) { t.channels = number(v); }},
+        {"channel_layout", [](TrackFacts& t, std::string_view v) { t.loudspeakers = word(v); }},
         {"sample_fmt", [](TrackFacts& t, std::string_view v) { t.hasDecoder = !word(v).empty(); }},
         {"disposition.attached_pic",
          [](TrackFacts& t, std::string_view v) { t.isCoverPicture = v != "0"; }},
@@ -88,6 +89,26 @@ void takeOfTrack(TrackFacts& track, std::string_view key, std::string_view value
 bool isPhoneTag(std::string_view key) {
     return startsWith(key, "com_apple") || startsWith(key, "com_android") || key == "make" ||
            key == "model";
+}
+
+/// The date at the beginning of a list of them; empty for anything else. Of what the movie says
+/// nothing gets through but digits in their places.
+std::string firstOfDates(std::string_view text) {
+    constexpr std::string_view pattern = "0000-00-00T00:00:00";
+    if (text.size() < pattern.size() || text.find(';') == std::string_view::npos)
+        return {};
+    text = text.substr(0, pattern.size());
+    const bool isDate =
+        std::equal(text.begin(), text.end(), pattern.begin(), [](char c, char wanted) {
+            return wanted == '0' ? c >= '0' && c <= '9' : c == wanted;
+        });
+    return isDate ? std::string(text) + 'Z' : std::string();
+}
+
+void takeTag(MovieFacts& facts, std::string_view key, std::string_view value) {
+    facts.hasPhoneTags |= isPhoneTag(key);
+    if (key == "creation_time")
+        facts.repeatedDate = firstOfDates(value);
 }
 
 /// The number of the track and the rest of a key such as `streams.stream.0.width`.
@@ -121,7 +142,8 @@ const std::vector<std::string>& questionsAboutMovie() {
         "-show_entries",
         "stream=index,codec_type,codec_name,width,height,sample_aspect_ratio,r_frame_rate,"
         "avg_frame_rate,color_range,color_space,color_primaries,color_transfer,sample_fmt,"
-        "sample_rate,channels:stream_disposition=attached_pic:stream_side_data=dv_profile:"
+        "sample_rate,channels,channel_layout:stream_disposition=attached_pic:stream_side_data=dv_"
+        "profile:"
         "format_tags",
         "-of",
         "flat",
@@ -138,7 +160,7 @@ MovieFacts movieFactsFrom(std::string_view answer) {
         if (takeTrack(key, track))
             takeOfTrack(tracks[track], key, value);
         else if (startsWith(key, tags))
-            facts.hasPhoneTags |= isPhoneTag(key.substr(tags.size()));
+            takeTag(facts, key.substr(tags.size()), value);
     });
     for (auto& [position, track] : tracks) {
         if (track.index >= 0)

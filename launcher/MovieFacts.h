@@ -41,13 +41,17 @@ struct TrackFacts final {
 
     int sampleRate = 0;
     int channels = 0;
-    bool hasDecoder = false; ///< known for sound alone
+    std::string loudspeakers; ///< which ones the channels are for, in ffprobe's words
+    bool hasDecoder = false;  ///< known for sound alone
 };
 
 struct MovieFacts final {
     std::vector<TrackFacts> tracks; ///< by their index
     /// Whether it has tags that only a list of keys can hold.
     bool hasPhoneTags = false;
+    /// When it was taken, as `2022-03-04T05:06:07Z`, where it says so more than once: a later
+    /// release of ffmpeg would put both behind one another and make no date of them.
+    std::string repeatedDate;
 
     /// The track that is the movie: the first one with a picture that is no cover. Null without
     /// one.

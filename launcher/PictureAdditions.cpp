@@ -72,6 +72,8 @@ void addTags(const MovieFacts& movie, const EncoderAbilities&, Additions& add) {
     add.output({"-map_metadata", "0"});
     if (movie.hasPhoneTags)
         add.output({"-movflags", "use_metadata_tags"});
+    if (!movie.repeatedDate.empty())
+        add.output({"-metadata", "creation_time=" + movie.repeatedDate});
 }
 
 Ratio outputPixelShape(const TrackFacts& picture, int width, int height) {

@@ -6,13 +6,21 @@
 
 namespace {
 
+/// What the window looks for in an encoder's words, cut in two as a shell puts it together again.
+std::string withoutMarker(std::string argument) {
+    constexpr std::string_view marker = "time=";
+    if (const std::size_t at = argument.find(marker); at != std::string::npos)
+        argument.insert(at + marker.size() - 1, "''");
+    return argument;
+}
+
 /// What stands here holds no quotes of its own.
 std::string forShell(const std::string& argument) {
     const bool isPlain = std::all_of(argument.begin(), argument.end(), [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                std::string_view("-_=:./,").find(c) != std::string_view::npos;
     });
-    return isPlain && !argument.empty() ? argument : '\'' + argument + '\'';
+    return isPlain && !argument.empty() ? withoutMarker(argument) : '\'' + argument + '\'';
 }
 
 } // namespace

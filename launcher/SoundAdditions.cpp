@@ -1,7 +1,8 @@
 #include "launcher/SoundAdditions.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
+#include <vector>
 
 namespace {
 
@@ -29,16 +30,89 @@ int kilobits(int channels) {
     return 128 * std::min(channels, 2) + 64 * std::max(channels - 2, 0);
 }
 
-/// The arrangements of loudspeakers that players know, by their number.
-std::string loudspeakers(int channels) {
-    if (channels == 6)
-        return "aformat=channel_layouts=5.1";
-    if (channels == mostChannels)
-        return "aformat=channel_layouts=7.1";
-    // Cameras with many microphones do not say where they stand.
-    if (channels > mostChannels)
-        return "pan=7.1|c0=c0|c1=c1|c2=c2|c3=c3|c4=c4|c5=c5|c6=c6|c7=c7";
-    return {};
+struct Arrangement final {
+    std::string_view name;
+    std::string_view loudspeakers;
+};
+
+// What AAC knows. The last one of a number is what many channels are taken for that do not say
+// where they belong, as those of cameras with many microphones.
+constexpr Arrangement arrangements[] = {
+    {"mono", "FC"},
+    {"stereo", "FL+FR"},
+    {"3.0", "FL+FR+FC"},
+    {"quad", "FL+FR+BL+BR"},
+    {"4.0", "FL+FR+FC+BC"},
+    {"5.0(side)", "FL+FR+FC+SL+SR"},
+    {"5.0", "FL+FR+FC+BL+BR"},
+    {"5.1(side)", "FL+FR+FC+LFE+SL+SR"},
+    {"5.1", "FL+FR+FC+LFE+BL+BR"},
+    {"6.1", "FL+FR+FC+LFE+BC+SL+SR"},
+    {"7.1", "FL+FR+FC+LFE+BL+BR+SL+SR"},
+};
+
+std::vector<std::string_view> parts(std::string_view names) {
+    std::vector<std::string_view> all;
+    while (!names.empty()) {
+        const std::size_t plus = names.find('+');
+        all.push_back(names.substr(0, plus));
+        names.remove_prefix(plus == std::string_view::npos ? names.size() : plus + 1);
+    }
+    return all;
+}
+
+/// The arrangement with the same loudspeakers in another order, of "6 channels (FC+FL+...)".
+const Arrangement* reordered(std::string_view told) {
+    const std::size_t open = told.find('(');
+    const std::size_t close = told.find(')');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open)
+        return nullptr;
+    const auto found = parts(told.substr(open + 1, close - open - 1));
+    for (const Arrangement& each : arrangements) {
+        const auto own = parts(each.loudspeakers);
+        if (std::is_permutation(own.begin(), own.end(), found.begin(), found.end()))
+            return &each;
+    }
+    return nullptr;
+}
+
+std::string mapped(std::string_view map, std::string_view arrangement) {
+    return std::string("channelmap=map=")
+        .append(map)
+        .append(":channel_layout=")
+        .append(arrangement);
+}
+
+std::string byName(const Arrangement& arrangement) {
+    std::string map;
+    for (const std::string_view each : parts(arrangement.loudspeakers))
+        map.append(map.empty() ? "" : "|").append(each).append("-").append(each);
+    return mapped(map, arrangement.name);
+}
+
+std::string byNumber(int channels) {
+    const auto hasThatMany = [channels](const Arrangement& each) {
+        return parts(each.loudspeakers).size() == static_cast<std::size_t>(channels);
+    };
+    const auto found =
+        std::find_if(std::rbegin(arrangements), std::rend(arrangements), hasThatMany);
+    std::string map = "0";
+    for (int i = 1; i < channels; ++i)
+        map.append("|").append(std::to_string(i));
+    return mapped(map, found->name);
+}
+
+/// What makes of the channels an arrangement that AAC and its players know.
+std::string arranged(const TrackFacts& sound) {
+    const auto isTold = [&](const Arrangement& each) { return each.name == sound.loudspeakers; };
+    if (std::any_of(std::begin(arrangements), std::end(arrangements), isTold)) {
+        // As players expect six of them.
+        return sound.loudspeakers == "5.1(side)" ? "aformat=channel_layouts=5.1" : "";
+    }
+    if (const Arrangement* const known = reordered(sound.loudspeakers))
+        return byName(*known);
+    // ffmpeg itself takes one for mono and two for stereo.
+    return sound.channels > 2 ? byNumber(std::min(sound.channels, mostChannels)) : "";
 }
 
 void convert(const TrackFacts& sound, const std::string& number, Additions& add) {
@@ -47,7 +121,7 @@ void convert(const TrackFacts& sound, const std::string& number, Additions& add)
         {"-codec:a:" + number, "aac", "-b:a:" + number, std::to_string(kilobits(channels)) + "k"});
     if (sound.sampleRate > fastestSound)
         add.output({"-ar:a:" + number, std::to_string(fastestSound)});
-    if (const std::string filter = loudspeakers(sound.channels); !filter.empty())
+    if (const std::string filter = arranged(sound); !filter.empty())
         add.output({"-filter:a:" + number, filter});
 }
 

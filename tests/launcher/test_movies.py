@@ -284,6 +284,13 @@ class Colours(MadeMovies):
         self.assertAlmostEqual(raw[0], 235, delta=1)
         self.assertEqual(result.colours, ("bt709", "tv", []))
 
+    def test_red_green_and_blue(self):
+        source = self.make("a.mp4", "-pix_fmt", "gbrp",
+                           picture=f"color=red:s={WIDTH}x{HEIGHT}:r=25:d=0.2")
+        result = self.convert(source)
+        self.assertEqual(result.picture.facts["color_space"], "bt709")
+        self.assertAlmostEqual(self.samples(result)[0][0], 63, delta=1)  # BT.709's red
+
     def test_what_is_not_said_is_not_made_up(self):
         result = self.convert(self.make("a.mp4"))
         self.assertEqual(result.colours[0], "unknown")

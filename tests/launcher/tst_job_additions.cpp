@@ -42,13 +42,15 @@ TrackFacts picture() {
     return track;
 }
 
-TrackFacts sound(int index, const char* codec, int channels = 2, int rate = 48000) {
+TrackFacts sound(int index, const char* codec, int channels = 2, int rate = 48000,
+                 const char* loudspeakers = "") {
     TrackFacts track;
     track.index = index;
     track.kind = TrackKind::Sound;
     track.codec = codec;
     track.channels = channels;
     track.sampleRate = rate;
+    track.loudspeakers = loudspeakers;
     track.hasDecoder = true;
     return track;
 }
@@ -65,7 +67,7 @@ constexpr EncoderAbilities able{true, true, true};
 
 CompletedJob completed(const std::vector<TrackFacts>& tracks, EncoderAbilities encoder = able,
                        bool phoneTags = false) {
-    return completeJob(argumentsOf(own), MovieFacts{tracks, phoneTags}, encoder);
+    return completeJob(argumentsOf(own), MovieFacts{tracks, phoneTags, {}}, encoder);
 }
 
 /// What stands between the program's last option and the output.
@@ -95,12 +97,14 @@ private Q_SLOTS:
     void tracks();
     void losses();
     void tags();
+    void aDateThatIsToldTwice();
     void shapes_data();
     void shapes();
     void rates_data();
     void rates();
     void colours_data();
     void colours();
+    void redGreenAndBlue();
     void foreignWordsStayOut();
     void remarks();
 };
@@ -137,7 +141,8 @@ void TestJobAdditions::nothingKnown_data() {
 void TestJobAdditions::nothingKnown() {
     QFETCH(const QStringList, arguments);
     QFETCH(const bool, hasPicture);
-    const MovieFacts movie{hasPicture ? std::vector{picture()} : std::vector<TrackFacts>{}, false};
+    const MovieFacts movie{
+        hasPicture ? std::vector{picture()} : std::vector<TrackFacts>{}, false, {}};
     const CompletedJob job = completeJob(argumentsOf(arguments), movie, able);
     QCOMPARE(textsOf(job.arguments), arguments);
     QCOMPARE(job.losses.size(), std::size_t{1});
@@ -163,12 +168,21 @@ void TestJobAdditions::tracks_data() {
         "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 256k -map_metadata 0");
     row("mixed", {picture(), sound(1, "aac"), sound(2, "flac", 1, 96000)},
         "-map 0:0 -map 0:1 -map 0:2 -codec:a:1 aac -b:a:1 128k -ar:a:1 48000 -map_metadata 0");
-    row("surround", {picture(), sound(1, "dts", 6)},
+    row("surround", {picture(), sound(1, "dts", 6, 48000, "5.1(side)")},
         "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 512k -filter:a:0 "
         "aformat=channel_layouts=5.1 -map_metadata 0");
+    row("surround as AAC has it", {picture(), sound(1, "dts", 6, 48000, "5.1")},
+        "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 512k -map_metadata 0");
+    row("in another order", {picture(), sound(1, "pcm_s24le", 3, 48000, "3 channels (FC+FL+FR)")},
+        "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 320k -filter:a:0 "
+        "channelmap=map=FL-FL|FR-FR|FC-FC:channel_layout=3.0 -map_metadata 0");
+    row("an arrangement of its own",
+        {picture(), sound(1, "pcm_s24le", 4, 48000, "4 channels (FC+TFL+TFR+x'y)")},
+        "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 384k -filter:a:0 "
+        "channelmap=map=0|1|2|3:channel_layout=4.0 -map_metadata 0");
     row("many microphones", {picture(), sound(1, "pcm_s24le", 16)},
         "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 640k -filter:a:0 "
-        "pan=7.1|c0=c0|c1=c1|c2=c2|c3=c3|c4=c4|c5=c5|c6=c6|c7=c7 -map_metadata 0");
+        "channelmap=map=0|1|2|3|4|5|6|7:channel_layout=7.1 -map_metadata 0");
     row("slow MP3", {picture(), sound(1, "mp3", 1, 8000)},
         "-map 0:0 -map 0:1 -codec:a:0 aac -b:a:0 128k -map_metadata 0");
     row("unknown sound before a known one",
@@ -195,6 +209,15 @@ void TestJobAdditions::tags() {
     QVERIFY(textsOf(completed({picture()}, able, true).arguments)
                 .join(u' ')
                 .contains(u"-map_metadata 0 -movflags use_metadata_tags /"_s));
+}
+
+void TestJobAdditions::aDateThatIsToldTwice() {
+    MovieFacts movie{{picture()}, false, "2022-03-04T05:06:07Z"};
+    const CompletedJob job = completeJob(argumentsOf(own), movie, able);
+    QVERIFY(textsOf(job.arguments).contains(u"creation_time=2022-03-04T05:06:07Z"_s));
+    const QByteArray said = QByteArray::fromStdString(remarksAbout(job));
+    QVERIFY(said.contains(" -metadata creation_time''=2022-03-04T05:06:07Z "));
+    QVERIFY(!said.contains("time="));
 }
 
 void TestJobAdditions::shapes_data() {
@@ -304,6 +327,13 @@ void TestJobAdditions::colours() {
     QCOMPARE(found.contains(u"sidedata=delete:CONTENT_LIGHT_LEVEL,"_s), !expected.isEmpty());
 }
 
+void TestJobAdditions::redGreenAndBlue() {
+    TrackFacts track = picture();
+    track.matrix = "gbr";
+    QVERIFY(filter(completed({track}))
+                .startsWith(u"scale=640:360:out_range=tv:out_color_matrix=bt709,setparams="_s));
+}
+
 void TestJobAdditions::foreignWordsStayOut() {
     constexpr char foreign[] = "x,movie=/etc/passwd;$(id)'\"\n error time=";
     TrackFacts track = picture();
@@ -328,7 +358,7 @@ void TestJobAdditions::remarks() {
     QVERIFY(said.startsWith("reelshift: for the log: ffmpeg -psnr -noautorotate -i INPUT "));
     QVERIFY(said.contains(" OUTPUT\n"));
     QVERIFY(said.contains(" scale=640:360:out_range=tv,zscale="));
-    QVERIFY(said.contains(" 'pan=7.1|c0=c0"));
+    QVERIFY(said.contains(" 'channelmap=map=0|1|2"));
     QVERIFY(!said.contains("/home/u"));
     // Neither what the window looks for in an encoder's words nor what begins its report.
     for (const char* marker : {"time=", "error", "Invalid", "LPSNR=", "frame=", "No space",

@@ -39,6 +39,8 @@ private Q_SLOTS:
     void whichPicture();
     void phoneTags_data();
     void phoneTags();
+    void dates_data();
+    void dates();
 
     void lists_data();
     void lists();
@@ -142,6 +144,24 @@ void TestMovieFacts::phoneTags() {
     QFETCH(const QByteArray, key);
     QTEST(factsFrom("format.tags." + key + "=\"x\"\n").hasPhoneTags, "isOne");
     QVERIFY(!factsFrom("streams.stream.0.tags." + key + "=\"x\"\n").hasPhoneTags);
+}
+
+void TestMovieFacts::dates_data() {
+    QTest::addColumn<QByteArray>("told");
+    QTest::addColumn<QByteArray>("repeated");
+    QTest::newRow("once") << QByteArray("2022-03-04T05:06:07.000000Z") << QByteArray();
+    QTest::newRow("twice") << QByteArray("2022-03-04T05:06:07.000000Z;2022-03-04T05:06:07Z")
+                           << QByteArray("2022-03-04T05:06:07Z");
+    QTest::newRow("hostile") << QByteArray("2022-03-04T05:06:0$;2022-03-04") << QByteArray();
+    QTest::newRow("short") << QByteArray("2022;2022") << QByteArray();
+    QTest::newRow("nothing") << QByteArray() << QByteArray();
+}
+
+void TestMovieFacts::dates() {
+    QFETCH(const QByteArray, told);
+    QTEST(QByteArray::fromStdString(
+              factsFrom("format.tags.creation_time=\"" + told + "\"\n").repeatedDate),
+          "repeated");
 }
 
 void TestMovieFacts::lists_data() {

@@ -152,15 +152,19 @@ void ControllerFixture::restart() {
 }
 
 bool ControllerFixture::useRealEncoder() {
-    const QString encoder = QStandardPaths::findExecutable(QStringLiteral("ffmpeg"));
     const QString link = resources() + QStringLiteral("/ffmpeg");
-    return !encoder.isEmpty() && QFile::remove(link) && QFile::link(encoder, link);
+    return !QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty() &&
+           QFile::remove(link) && QFile::link(launcher(), link);
+}
+
+QString ControllerFixture::launcher() {
+    return QStringLiteral(REELSHIFT_LAUNCHER);
 }
 
 void ControllerFixture::useLauncher(const QString& release) {
-    const QString launcher = resources() + QStringLiteral("/ffmpeg");
-    QVERIFY(QFile::remove(launcher));
-    QVERIFY(QFile::link(QStringLiteral(REELSHIFT_LAUNCHER), launcher));
+    const QString link = resources() + QStringLiteral("/ffmpeg");
+    QVERIFY(QFile::remove(link));
+    QVERIFY(QFile::link(launcher(), link));
     const QString system = path(QStringLiteral("system"));
     if (release.isEmpty()) {
         QVERIFY(QDir(system).removeRecursively());

@@ -112,8 +112,11 @@ public:
     void quit();
     /// Ends it and starts another one in the same folders.
     void restart();
-    /// Puts the real ffmpeg in the fake one's place; false where there is none.
+    /// Puts the launcher in the fake encoder's place, which becomes the installed ffmpeg; false
+    /// where there is none.
     [[nodiscard]] bool useRealEncoder();
+    /// Path of the launcher itself.
+    [[nodiscard]] static QString launcher();
     /// Puts the launcher in the fake encoder's place, and the fake encoder, as that release of
     /// ffmpeg, into a folder of the system; none at all where `release` is empty.
     void useLauncher(const QString& release);

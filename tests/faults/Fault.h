@@ -34,8 +34,6 @@ struct Fault {
     QStringList outputs = {}; ///< names of the new files in the output folder
     /// Looks at more of what is left. Names what is not as it must be, or nothing.
     std::function<QString(FaultScene&)> afterwards = {};
-    /// Asked when something is not as it must be: names why that is nobody's fault, or nothing.
-    std::function<QString(FaultScene&)> excuse = {};
     std::chrono::milliseconds second = std::chrono::milliseconds(50);
 };
 

@@ -274,10 +274,6 @@ FaultRow survive(const Fault& fault) {
     row.outcome = scene.outcome();
     if (row.verdict.isEmpty() && fault.afterwards)
         row.verdict = fault.afterwards(scene);
-    if (const QString excuse =
-            row.verdict.isEmpty() || !fault.excuse ? QString() : fault.excuse(scene);
-        !excuse.isEmpty())
-        row.verdict = QStringLiteral("skipped: ") + excuse;
     if (row.verdict.isEmpty())
         row.verdict = QStringLiteral("survived");
     return row;

@@ -68,7 +68,7 @@ QString addBoth(FaultScene& scene, const RealMovies::Wish& wish = {}) {
 /// How large the encoder's output is where there is room.
 qint64 outputSize(const FaultScene& scene) {
     const QString output = scene.program.path(QStringLiteral("dry.mp4"));
-    QProcess::execute(FaultScene::movies().ffmpeg(),
+    QProcess::execute(ControllerFixture::launcher(),
                       QStringList{QStringLiteral("-loglevel"), QStringLiteral("quiet")} +
                           encoderArguments(ProfileKind::HighQuality, scene.source(badName),
                                            QStringLiteral("640x480"), output, true));
@@ -118,7 +118,7 @@ void TestFaultsDisk::full() {
              const QString encoder = scene.program.resources() + QStringLiteral("/ffmpeg");
              QFile::remove(encoder);
              writeContent(encoder, "#!/bin/sh\ntrap '' XFSZ\nulimit -f 200\nexec '" +
-                                       FaultScene::movies().ffmpeg().toUtf8() + "' \"$@\"\n");
+                                       ControllerFixture::launcher().toUtf8() + "' \"$@\"\n");
              QFile::setPermissions(encoder, QFile::ReadOwner | QFile::ExeOwner);
              return problem;
          }});

@@ -399,11 +399,11 @@ void TestPieceCutter::namesAndMetadataAreBlanked() {
 void TestPieceCutter::cutAnywhereHoldsTheSameText_data() {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QStringList>("names");
-    QTest::newRow("disk full") << Recordings::bytes("disk-full")
+    QTest::newRow("disk full") << Recordings::bytes("5.1.9/disk-full")
                                << QStringList{u"/home/u/Videos/clip.mp4"_s,
-                                              u"/home/u/full/clip_Pro_1280x720.mp4"_s};
+                                              u"/home/u/full/clip_HQ_1280x720.mp4"_s};
     QTest::newRow("misleading names")
-        << Recordings::bytes("finished-misleading-names")
+        << Recordings::bytes("5.1.9/finished-misleading-names")
         << QStringList{u"/home/u/Invalid error/time=\u00e9.mp4"_s,
                        u"/home/u/Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s};
     QTest::newRow("line ends in the names")

@@ -3,7 +3,12 @@
 #include "convert/EncoderMarkers.h"
 #include "convert/PieceCutter.h"
 #include "convert/Recordings.h"
+#include "launcher/ReportRewriter.h"
+#include "media/ProbeReport.h"
+#include "media/ReportBlanking.h"
 
+#include <QDir>
+#include <QSet>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -12,12 +17,32 @@ Q_DECLARE_METATYPE(EncoderLife::Verdict)
 
 namespace {
 
+const QString clip = u"/home/u/Videos/clip.mp4"_s;
+
 struct Heard {
     EncoderLife life;
     bool complaint = false; ///< a piece that leads to the conversion error
+    bool noPicture = false;
     bool failureAtEnd = false;
     bool failureWithoutPosition = false;
 };
+
+bool hasFilter(const QByteArray& release) {
+    return !release.startsWith("5.");
+}
+
+/// What the window gets of a recording: the later releases speak through the launcher's filter.
+QByteArray asPassedOn(const QByteArray& release, const QByteArray& bytes,
+                      const QStringList& names) {
+    if (!hasFilter(release))
+        return bytes;
+    std::vector<std::string> texts;
+    for (const QString& name : names)
+        texts.push_back(name.toStdString());
+    ReportRewriter rewriter(texts);
+    const std::string passed = rewriter.add(bytes.toStdString()) + rewriter.finish();
+    return QByteArray::fromStdString(passed);
+}
 
 /// Reads a recording in reads of `size` bytes, as the reader of an encoder does.
 Heard hear(const QByteArray& bytes, const QStringList& names, qsizetype size) {
@@ -28,10 +53,14 @@ Heard hear(const QByteArray& bytes, const QStringList& names, qsizetype size) {
         const EncoderMarkers marks = markersOf(piece.text);
         heard.life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure,
                        marks.hasNoPicture);
+        if (piece.hasDamage)
+            heard.life.sawDamage();
+        heard.noPicture = heard.noPicture || marks.hasNoPicture;
         heard.failureAtEnd = heard.failureAtEnd || piece.writeFailureAtEnd;
         if (isWriteFailureWithoutPosition(piece.text) && !piece.writeFailureAtEnd)
             heard.failureWithoutPosition = true;
-        if ((marks.hasPosition || marks.hasError) && (marks.hasError || marks.hasInvalid))
+        if ((marks.hasPosition || marks.hasError || piece.hasDamage) &&
+            (marks.hasError || marks.hasInvalid))
             heard.complaint = true;
     };
     for (qsizetype at = 0; at < bytes.size(); at += size) {
@@ -48,83 +77,162 @@ Heard hear(const QByteArray& bytes, const QStringList& names, qsizetype size) {
 
 } // namespace
 
-/// What the rules make of everything that a real encoder wrote, however it arrives.
+/// What the rules make of everything that the real encoders wrote, however it arrives.
 class TestRecordings final : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void comeToAnOutcome_data();
     void comeToAnOutcome();
-    void undecodablePicturesAreAComplaint();
+    void allAreLookedAt();
+    void filterChangesNothingElse_data();
+    void filterChangesNothingElse();
+    void examinationsReadAlike_data();
+    void examinationsReadAlike();
     void writeFailureIsHandledWithAPosition();
     void lastBytesThatDoNotFitAreToldAtTheEnd();
+    void movieWithoutAPicture();
+
+private:
+    QSet<QByteArray> lookedAt_;
 };
 
 void TestRecordings::comeToAnOutcome_data() {
     using V = EncoderLife::Verdict;
-    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("release");
+    QTest::addColumn<QByteArray>("recording");
     QTest::addColumn<QStringList>("names");
     QTest::addColumn<V>("verdict");
-    QTest::addColumn<double>("position"); // -1: no summary
-    const QString clip = u"/home/u/Videos/clip.mp4"_s;
-    const auto row = [](const char* name, int status, const QStringList& names, V verdict,
-                        double position) {
-        QTest::newRow(name) << status << names << verdict << position;
+    QTest::addColumn<bool>("hasDamage");
+    const auto oneRow = [](const QByteArray& release, const QByteArray& recording,
+                           const QStringList& names, V verdict, bool hasDamage) {
+        const QByteArray name = release + ' ' + recording;
+        QTest::newRow(name.constData()) << release << recording << names << verdict << hasDamage;
     };
-    row("finished", 0, {clip, u"/home/u/Converted/clip_HQ_1280x720.mp4"_s}, V::Converted, 8.01);
-    row("finished-misleading-names", 0,
-        {u"/home/u/Invalid error/time=\u00e9.mp4"_s,
-         u"/home/u/Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s},
-        V::Converted, 8.01);
-    row("disk-full", 1, {clip, u"/home/u/full/clip_Pro_1280x720.mp4"_s}, V::WriteFailed, 1.64);
-    row("trailer-full", 0, {clip, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, V::WriteFailed, 8.01);
-    row("close-full", 0, {clip, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, V::WriteFailed, 8.01);
-    row("no-picture", 0,
-        {u"/home/u/Videos/locked.mp4"_s, u"/home/u/Converted/locked_HQ_1280x720.mp4"_s}, V::Failed,
-        3.99);
-    row("terminated", 255, {clip, u"/home/u/Converted/clip_Pro_1280x720.mp4"_s}, V::Failed, -2);
-    row("no-such-sound", 1,
-        {u"/home/u/Videos/pcm.mkv"_s, u"/home/u/Converted/pcm_HQ_1280x720.mp4"_s}, V::Failed, -1);
-    row("not-a-movie", 1,
-        {u"/home/u/Videos/noise.mp4"_s, u"/home/u/Converted/noise_HQ_1280x720.mp4"_s}, V::Failed,
-        -1);
-    row("usage", 1, {}, V::Failed, -1);
+    const auto row = [&](const char* recording, const QString& source, const QString& output,
+                         V verdict, bool hasDamage = false) {
+        const QStringList names{u"/home/u/"_s + source, u"/home/u/"_s + output};
+        for (const QByteArray release : Recordings::releases) {
+            // Kept: the earlier ones put no such sound into an MP4 file.
+            const bool isRefused = release == "5.1.9" && QByteArray(recording).endsWith("-sound");
+            oneRow(release, recording, names, isRefused ? V::Failed : verdict, hasDamage);
+        }
+    };
+    const auto damaged = [&](const QString& name) {
+        row(name.toLatin1(), u"Videos/%1.mp4"_s.arg(name),
+            u"Converted/%1_Normal_640x480.mp4"_s.arg(name), V::Failed, true);
+    };
+    const QString movie = u"Videos/clip.mp4"_s;
+    const QString output = u"Converted/clip_HQ_1280x720.mp4"_s;
+    row("finished", movie, output, V::Converted);
+    row("finished-misleading-names", u"Invalid error/time=\u00e9.mp4"_s,
+        u"Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s, V::Converted);
+    row("pcm-sound", u"Videos/pcm.mov"_s, u"Converted/pcm_Normal_640x480.mp4"_s, V::Converted);
+    row("flac-sound", u"Videos/flac.mkv"_s, u"Converted/flac_Normal_640x480.mp4"_s, V::Converted);
+    for (const char* name : {"damaged-begin", "damaged-middle", "damaged-end", "ruined", "cut"})
+        damaged(QString::fromLatin1(name));
+    row("no-picture", u"Videos/locked.mp4"_s, u"Converted/locked_HQ_1280x720.mp4"_s, V::Failed,
+        true);
+    row("disk-full", movie, u"full/clip_HQ_1280x720.mp4"_s, V::WriteFailed);
+    row("index-full", movie, u"full/clip_HQ_1280x720.mp4"_s, V::WriteFailed);
+    row("terminated", movie, u"Converted/clip_Pro_1280x720.mp4"_s, V::Failed);
+    row("existing-output", movie, output, V::Failed);
+    row("odd-size", movie, u"Converted/clip_HQ_641x481.mp4"_s, V::Failed);
+    row("cut-no-index", u"Videos/cut-no-index.mp4"_s,
+        u"Converted/cut-no-index_Normal_640x480.mp4"_s, V::Failed);
+    row("not-a-movie", u"Videos/noise.mp4"_s, u"Converted/noise_HQ_1280x720.mp4"_s, V::Failed);
+    row("no-source", u"Videos/gone.mp4"_s, u"Converted/gone_HQ_1280x720.mp4"_s, V::Failed);
+    row("no-folder", movie, u"gone/clip_HQ_1280x720.mp4"_s, V::Failed);
+    row("with-psnr", u"Videos/gone.mp4"_s, QString(), V::Failed);
+    row("usage", QString(), QString(), V::Failed);
 }
 
 void TestRecordings::comeToAnOutcome() {
-    QFETCH(const int, status);
+    QFETCH(const QByteArray, release);
+    QFETCH(const QByteArray, recording);
     QFETCH(const QStringList, names);
     QFETCH(const EncoderLife::Verdict, verdict);
-    QFETCH(const double, position);
-    const QByteArray bytes = Recordings::bytes(QTest::currentDataTag());
+    QFETCH(const bool, hasDamage);
+    lookedAt_ << recording;
+    const int status = Recordings::status(release, recording);
+    const QByteArray bytes =
+        asPassedOn(release, Recordings::bytes(release + '/' + recording), names);
     for (const qsizetype size : {bytes.size(), qsizetype{4096}, qsizetype{97}, qsizetype{1}}) {
         Heard heard = hear(bytes, names, size);
-        QVERIFY(!heard.complaint);
+        QCOMPARE(heard.complaint, heard.life.isDamageSeen());
+        // One that fails otherwise may speak of an error as well.
+        if (hasDamage || verdict != EncoderLife::Verdict::Failed)
+            QCOMPARE(heard.complaint, hasDamage);
         QVERIFY(!heard.failureWithoutPosition);
-        QCOMPARE(heard.life.isSummarySeen(), position != -1);
-        if (position >= 0)
-            QCOMPARE(heard.life.finalPosition(), std::optional(position));
         heard.life.ended({ProcessEnd::How::Exited, status});
         QCOMPARE(heard.life.verdict(), verdict);
+        if (verdict == EncoderLife::Verdict::Converted)
+            QVERIFY(heard.life.finalPosition().value_or(0) > 1.8);
     }
 }
 
-void TestRecordings::undecodablePicturesAreAComplaint() {
-    const QByteArray bytes = Recordings::bytes("damaged");
-    const Heard heard = hear(
-        bytes, {u"/home/u/Videos/damaged.mp4"_s, u"/home/u/Converted/damaged_HQ_1280x720.mp4"_s},
-        bytes.size());
-    QVERIFY(heard.complaint);
-    QVERIFY(heard.life.isSummarySeen());
+void TestRecordings::allAreLookedAt() {
+    for (const char* release : Recordings::releases) {
+        const QDir folder(QStringLiteral(REELSHIFT_RECORDINGS "/") + QLatin1StringView(release));
+        for (const QString& file : folder.entryList({u"*.txt"_s}, QDir::Files)) {
+            const QByteArray name = file.chopped(4).toUtf8();
+            QVERIFY2(lookedAt_.contains(name) || name.startsWith("probe"), name.constData());
+        }
+    }
+}
+
+void TestRecordings::filterChangesNothingElse_data() {
+    comeToAnOutcome_data();
+}
+
+// A line apart from the last report and what the launcher translates is the one that was said.
+void TestRecordings::filterChangesNothingElse() {
+    QFETCH(const QByteArray, release);
+    QFETCH(const QByteArray, recording);
+    QFETCH(const QStringList, names);
+    const QByteArray bytes = Recordings::bytes(release + '/' + recording);
+    const QByteArrayList said = bytes.split('\n');
+    const QByteArrayList passed = asPassedOn(release, bytes, names).split('\n');
+    QCOMPARE(passed.size(), said.size());
+    for (qsizetype i = 0; i < said.size(); ++i) {
+        if (said[i] == passed[i])
+            continue;
+        const bool isReport = said[i].contains(" Lsize=") && passed[i].contains(" LPSNR=Y:nan ");
+        const bool isFailure = said[i].contains("No space left on device");
+        QVERIFY2(hasFilter(release) && (isReport || isFailure), passed[i].constData());
+    }
+    if (hasFilter(release))
+        QCOMPARE(passed.join('\n').count(" LPSNR=Y:nan U:nan "), said.join('\n').count(" Lsize="));
+}
+
+void TestRecordings::examinationsReadAlike_data() {
+    QTest::addColumn<int>("unused");
+    for (const char* release : Recordings::releases)
+        QTest::newRow(release) << 0;
+}
+
+void TestRecordings::examinationsReadAlike() {
+    const QByteArray release = QTest::currentDataTag();
+    const auto report = [&](const char* name, const QString& path) {
+        return blankReport(QString::fromUtf8(Recordings::bytes(release + '/' + name)), {path});
+    };
+    const QString movie = report("probe", clip);
+    QCOMPARE(probedDuration(movie), std::optional(u"00:00:04.00"_s));
+    QVERIFY(probedAudio(movie) && probedAudio(movie)->isWanted);
+    QVERIFY(probedVideo(movie) && probedVideo(movie)->isWanted);
+    QCOMPARE(pictureSize(movie), (PictureSize{640, 480}));
+    const QString noMovie = report("probe-no-movie", u"/home/u/Videos/noise.mp4"_s);
+    QVERIFY(!probedDuration(noMovie));
+    QVERIFY(!probedVideo(noMovie) || !probedVideo(noMovie)->isWanted);
 }
 
 void TestRecordings::writeFailureIsHandledWithAPosition() {
-    const QByteArray bytes = Recordings::bytes("disk-full");
+    const QByteArray bytes = Recordings::bytes("5.1.9/disk-full");
     // The failure is a write of its own, some time before the one with the summary.
-    const qsizetype start = bytes.lastIndexOf("av_interleaved_write_frame");
-    const qsizetype summary = bytes.indexOf("frame=   40");
+    const qsizetype start = bytes.lastIndexOf("av_interleaved_write_frame(): ");
+    const qsizetype summary = bytes.indexOf("frame=", start);
     QVERIFY(start > 0 && summary > start);
-    PieceCutter cutter({});
+    PieceCutter cutter({clip});
     cutter.add(bytes.first(start));
     while (const auto piece = cutter.next(false))
         QVERIFY(!markersOf(piece->text).hasWriteFailure);
@@ -136,15 +244,29 @@ void TestRecordings::writeFailureIsHandledWithAPosition() {
     const EncoderMarkers marks = markersOf(piece->text);
     QVERIFY(marks.hasWriteFailure && marks.hasPosition && marks.hasSummary);
     QVERIFY(!piece->writeFailureAtEnd);
-    QCOMPARE(positionText(piece->text), u"00:00:01.64"_s);
+    QVERIFY(positionText(piece->text).startsWith(u"00:00:0"));
 }
 
 void TestRecordings::lastBytesThatDoNotFitAreToldAtTheEnd() {
-    const QByteArray bytes = Recordings::bytes("close-full");
     const Heard heard =
-        hear(bytes, {u"/home/u/Videos/clip.mp4"_s, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, 97);
+        hear(Recordings::bytes("close-full"), {clip, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, 97);
     QVERIFY(heard.failureAtEnd);
     QVERIFY(heard.life.isSummarySeen());
+}
+
+void TestRecordings::movieWithoutAPicture() {
+    const QStringList names{u"/home/u/Videos/locked.mp4"_s,
+                            u"/home/u/Converted/locked_HQ_1280x720.mp4"_s};
+    for (const QByteArray release : Recordings::releases) {
+        const QByteArray bytes =
+            asPassedOn(release, Recordings::bytes(release + "/no-picture"), names);
+        QVERIFY(hear(bytes, names, 97).noPicture);
+    }
+    Heard heard = hear(Recordings::bytes("no-picture"), names, 97);
+    QVERIFY(heard.noPicture);
+    heard.life.ended({ProcessEnd::How::Exited, 0});
+    QCOMPARE(heard.life.verdict(), EncoderLife::Verdict::Failed);
+    QVERIFY(!hear(Recordings::bytes("5.1.9/finished"), {clip}, 97).noPicture);
 }
 
 REELSHIFT_TEST(tst_recordings, TestRecordings, NoApplication)

@@ -50,6 +50,10 @@ private Q_SLOTS:
     void converted();
     void theDiskIsFull_data() { releases(); }
     void theDiskIsFull();
+    void theIndexDoesNotFit_data() { releases(); }
+    void theIndexDoesNotFit();
+    void damagedBeforeTheFirstPosition_data() { releases(); }
+    void damagedBeforeTheFirstPosition();
     void failed_data() { oneOfEachKind(); }
     void failed();
     void noPicture_data() { releases(); }
@@ -113,6 +117,41 @@ void TestReleases::theDiskIsFull() {
     QVERIFY(isWaiting(0, program));
     QVERIFY(isWaiting(1, program));
     QVERIFY(namesIn(program.documents()).isEmpty());
+}
+
+void TestReleases::theIndexDoesNotFit() {
+    QFETCH(const QString, release);
+    ControllerFixture program;
+    program.useLauncher(release);
+    program.add({program.movie(QStringLiteral("a.mp4"))
+                     .encode({"create", "header", "first-report", "progress 9", "write 10",
+                              "index-failure No space left on device"})
+                     .write()});
+    program.boxes.promise(okAnswer);
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QCOMPARE(program.boxes.messages().first(),
+             linesOf({"IDS_TXT_POPUP_MEMORYFULL", "IDS_TXT_DATA_NOTCONVERTED"}));
+    QVERIFY(isWaiting(0, program));
+    QVERIFY(namesIn(program.documents()).isEmpty());
+}
+
+void TestReleases::damagedBeforeTheFirstPosition() {
+    QFETCH(const QString, release);
+    ControllerFixture program;
+    program.useLauncher(release);
+    program.add({program.movie(QStringLiteral("a.mp4"))
+                     .encode({"create", "header", "damage", "first-report", "progress 5",
+                              "write 10", "summary 10"})
+                     .write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
+    program.boxes.promise(1001); // skips it
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QVERIFY(program.boxes.messages().first().startsWith(
+        linesOf({"IDS_TXT_POPUP_ERROR", "IDS_TXT_POPUP_WANTTOSKIP"})));
+    QVERIFY(isWaiting(0, program));
+    QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
 }
 
 void TestReleases::failed() {

@@ -116,13 +116,19 @@ std::string summaryLine(const std::string& position) {
     return counters(position, "q=-1.0 LPSNR=Y:inf U:inf V:inf *:inf", "\n");
 }
 
-std::vector<std::string> closingLines() {
-    return {"video:351kB audio:34kB subtitle:0kB other streams:0kB global headers:0kB muxing "
-            "overhead: 1.448525%\n",
-            "[libx264 @ 0x557d755400c0] frame I:1     Avg QP:16.97  size:  9377\n",
-            "[libx264 @ 0x557d755400c0] frame P:35    Avg QP:24.08  size:  4255\n",
-            "[libx264 @ 0x557d755400c0] PSNR Mean Y:43.411 U:43.503 V:43.760 Avg:43.478 "
-            "Global:43.415 kb/s:717.04\n"};
+std::string totals() {
+    return "video:351kB audio:34kB subtitle:0kB other streams:0kB global headers:0kB muxing "
+           "overhead: 1.448525%\n";
+}
+
+std::vector<std::string> encoderStatistics(bool quality) {
+    const std::string x264 = "[libx264 @ 0x557d755400c0] ";
+    const std::string mean =
+        quality ? "PSNR Mean Y:43.411 U:43.503 V:43.760 Avg:43.478 Global:43.415" : "";
+    const std::string end = quality ? "  " + mean + "\n" : "\n";
+    return {x264 + "frame I:1     Avg QP:16.97  size:  9377" + end,
+            x264 + "frame P:35    Avg QP:24.08  size:  4255" + end,
+            x264 + (quality ? mean + " kb/s:717.04\n" : "kb/s:717.04\n")};
 }
 
 } // namespace fake

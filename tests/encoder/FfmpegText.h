@@ -27,6 +27,8 @@ struct Movie {
 [[nodiscard]] std::string usage();
 [[nodiscard]] std::string progressLine(const std::string& position);
 [[nodiscard]] std::string summaryLine(const std::string& position);
-[[nodiscard]] std::vector<std::string> closingLines();
+[[nodiscard]] std::string totals();
+/// What the video encoder says of itself at its end.
+[[nodiscard]] std::vector<std::string> encoderStatistics(bool quality);
 
 } // namespace fake

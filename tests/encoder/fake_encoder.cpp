@@ -119,13 +119,15 @@ int Encoder::run() {
         return 8;
     }
     if (movie_.path.empty()) {
-        say(fake::usage());
+        say(release_.usage());
         return 1;
     }
     if (!script_.read(movie_.path)) {
-        say(movie_.path + (script_.isReadable() ? ": Invalid data found when processing input\n"
-                                                : ": No such file or directory\n"));
-        return 1;
+        const bool isThere = script_.isReadable();
+        sayAll(release_.unusableSource(movie_.path, isThere
+                                                        ? "Invalid data found when processing input"
+                                                        : "No such file or directory"));
+        return isThere ? release_.invalidSourceStatus() : release_.noSourceStatus();
     }
     return output_.empty() ? probe() : encode();
 }
@@ -167,8 +169,8 @@ int Encoder::probe() {
 int Encoder::encode() {
     if (exists(output_) && !overwrite_) {
         sayAll(fake::inputReport(movie_));
-        say("File '" + output_ + "' already exists. Overwrite? [y/N] Not overwriting - exiting\n");
-        return 1;
+        sayAll(release_.existingOutput(output_));
+        return release_.existingOutputStatus();
     }
     if (!release_.hasX264()) {
         say("Unknown encoder 'libx264'\n");
@@ -277,12 +279,20 @@ bool Encoder::playOutput(const fake::Step& step) {
     } else if (step.command == "progress") {
         position_ = step.text;
         say(release_.progressLine(step.text));
+    } else if (step.command == "first-report") {
+        say(release_.firstReport());
+    } else if (step.command == "damage") {
+        sayAll(release_.damage());
     } else if (step.command == "write-failure") {
-        sayAll(release_.writeFailure(step.text));
+        sayAll(release_.writeFailure(output_, step.text));
+    } else if (step.command == "index-failure") {
+        sayAll(release_.indexFailure(output_, step.text));
+        sayAll(release_.ending(position_, quality_));
+        say(release_.lastWordOnIndex(output_, step.text));
+        std::_Exit(release_.indexFailureStatus());
     } else if (step.command == "summary") {
         position_ = step.text;
-        say(release_.summaryLine(step.text, quality_));
-        sayAll(fake::closingLines());
+        sayAll(release_.ending(step.text, quality_));
     } else {
         return false;
     }
@@ -390,8 +400,7 @@ void Encoder::reactToSignal() {
     const int number = receivedSignal;
     receivedSignal = 0;
     if (onTerm_ == OnTerm::Finish) {
-        say(release_.summaryLine(position_, quality_));
-        sayAll(fake::closingLines());
+        sayAll(release_.ending(position_, quality_));
         say("Exiting normally, received signal " + std::to_string(number) + ".\n");
     }
     std::_Exit(255);

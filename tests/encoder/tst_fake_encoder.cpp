@@ -1,8 +1,11 @@
 #include "TestProgram.h"
+#include "convert/Recordings.h"
 #include "encoder/ScriptedMovie.h"
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -19,6 +22,11 @@ private Q_SLOTS:
     void probeOfSomethingElseIsInvalidData();
     void encodeWithoutStepsConverts();
     void existingOutputIsNotOverwritten();
+    void speaksAsRecorded_data();
+    void speaksAsRecorded();
+    void endsAsRecorded_data() { speaksAsRecorded_data(); }
+    void endsAsRecorded();
+    void firstReportsWithoutAPosition();
     void termFinishesTheFile();
     void ignoredTermNeedsKill();
     void secondStartTakesItsOwnSteps();
@@ -29,6 +37,14 @@ private:
     QString path(const char* name) const { return folder_.filePath(QLatin1String(name)); }
     static QByteArray finish(QProcess& process);
     static void start(QProcess& process, const QStringList& arguments);
+
+    struct Told {
+        QByteArray text;
+        int status = -1;
+    };
+    /// What the program that behaves as the row's release says.
+    Told tellAsRelease(const QStringList& arguments);
+    Told tellAsRelease(const QString& movie, const QString& output);
 
     QTemporaryDir folder_;
 };
@@ -113,6 +129,127 @@ void TestFakeEncoder::existingOutputIsNotOverwritten() {
     finish(replaced);
     QCOMPARE(replaced.exitCode(), 0);
     QCOMPARE(QFileInfo(output).size(), 3);
+}
+
+void TestFakeEncoder::speaksAsRecorded_data() {
+    QTest::addColumn<int>("unused");
+    for (const char* release : Recordings::releases)
+        QTest::newRow(release) << 0;
+}
+
+TestFakeEncoder::Told TestFakeEncoder::tellAsRelease(const QStringList& arguments) {
+    const QString folder = path("release");
+    if (installFakeEncoder(folder).isEmpty() ||
+        !setEncoderRelease(folder, QString::fromLatin1(QTest::currentDataTag())))
+        return {};
+    QProcess process;
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(folder + QStringLiteral("/ffmpeg"), arguments);
+    Told told;
+    told.text = finish(process);
+    told.status = process.exitCode();
+    return told;
+}
+
+TestFakeEncoder::Told TestFakeEncoder::tellAsRelease(const QString& movie, const QString& output) {
+    QStringList arguments{QStringLiteral("-i"), movie, output};
+    if (QByteArray(QTest::currentDataTag()) == "5.1.9")
+        arguments.prepend(QStringLiteral("-psnr"));
+    return tellAsRelease(arguments);
+}
+
+namespace {
+
+/// Lines without the numbers, addresses and paths in them.
+QSet<QString> kindsOfLines(const QByteArray& text) {
+    static const QRegularExpression path(QStringLiteral("/[^:'\n]*\\.(mp4|mov|mkv)"));
+    static const QRegularExpression number(QStringLiteral("0x[0-9a-f]+|-?[0-9]+(\\.[0-9]+)?"));
+    static const QRegularExpression counters(QStringLiteral(" dup=.* drop=[0-9]*"));
+    QSet<QString> kinds;
+    QString shown = QString::fromUtf8(text).replace(u'\r', u'\n');
+    for (const QString& line : shown.replace(path, QStringLiteral("FILE")).split(u'\n')) {
+        QString kind = line;
+        kinds << kind.remove(counters).replace(number, QStringLiteral("1")).remove(u' ');
+    }
+    return kinds;
+}
+
+} // namespace
+
+// Every line is one that the real one said, apart from numbers and names.
+void TestFakeEncoder::speaksAsRecorded() {
+    const QByteArray release = QTest::currentDataTag();
+    QSet<QString> real;
+    const QDir folder(QStringLiteral(REELSHIFT_RECORDINGS "/") + QLatin1StringView(release));
+    for (const QString& file : folder.entryList({QStringLiteral("*.txt")}, QDir::Files))
+        real += kindsOfLines(Recordings::contents(folder.filePath(file)));
+
+    const auto movie = [&](const QString& name, std::initializer_list<const char*> steps) {
+        return ScriptedMovie(folder_.path(), name).encode(steps).write();
+    };
+    const QString full = movie(QStringLiteral("full.mp4"),
+                               {"create", "first-report", "progress 1", "progress 2", "damage",
+                                "write-failure No space left on device", "summary 3"});
+    const QString index = movie(QStringLiteral("index.mp4"),
+                                {"create", "progress 1", "index-failure No space left on device"});
+    QFile noMovie(path("noise.mp4"));
+    QVERIFY(noMovie.open(QIODevice::WriteOnly) && noMovie.write("noise") > 0);
+    noMovie.close();
+    QByteArray said;
+    for (const QString& source : {full, index, full, path("gone.mp4"), path("noise.mp4")})
+        said += tellAsRelease(source, path("said.mp4")).text;
+    said += tellAsRelease({}).text + tellAsRelease({QStringLiteral("-psnr")}).text;
+
+    const QSet<QString> banner = kindsOfLines(tellAsRelease({}).text);
+    const QSet<QString> report = kindsOfLines(tellAsRelease({QStringLiteral("-i"), full}).text);
+    QSet<QString> kinds = kindsOfLines(said) - report;
+    kinds -= banner - real; // the libraries' versions are those of one release
+    QVERIFY(kinds.size() > 10);
+    for (const QString& kind : kinds)
+        QVERIFY2(real.contains(kind), qPrintable(kind));
+}
+
+void TestFakeEncoder::endsAsRecorded() {
+    const QByteArray release = QTest::currentDataTag();
+    const QString index =
+        ScriptedMovie(folder_.path(), QStringLiteral("index.mp4"))
+            .encode({"create", "progress 1", "index-failure No space left on device"})
+            .write();
+    const QString output = folder_.filePath(QLatin1StringView(release) + QStringLiteral(".mp4"));
+    QFile noMovie(path("noise.mp4"));
+    QVERIFY(noMovie.open(QIODevice::WriteOnly) && noMovie.write("noise") > 0);
+    noMovie.close();
+    const auto recorded = [&](const char* name) { return Recordings::status(release, name); };
+    QCOMPARE(tellAsRelease(index, output).status, recorded("index-full"));
+    QCOMPARE(tellAsRelease(index, output).status, recorded("existing-output"));
+    QCOMPARE(tellAsRelease(path("gone.mp4"), output).status, recorded("no-source"));
+    QCOMPARE(tellAsRelease(path("noise.mp4"), output).status, recorded("not-a-movie"));
+    QCOMPARE(tellAsRelease({QStringLiteral("-i"), path("noise.mp4")}).status,
+             recorded("probe-no-movie"));
+    QCOMPARE(tellAsRelease({QStringLiteral("-i"), index}).status, recorded("probe"));
+    QCOMPARE(tellAsRelease({}).status, recorded("usage"));
+    QCOMPARE(
+        tellAsRelease({QStringLiteral("-psnr"), QStringLiteral("-i"), path("gone.mp4")}).status,
+        recorded("with-psnr"));
+}
+
+void TestFakeEncoder::firstReportsWithoutAPosition() {
+    const QString folder = path("late");
+    QVERIFY(!installFakeEncoder(folder).isEmpty());
+    const QString movie = ScriptedMovie(folder_.path(), QStringLiteral("late.mp4"))
+                              .encode({"create", "first-report", "progress 1", "summary 10"})
+                              .write();
+    for (const char* release : {"5.1", "6.1", "7.0", "7.1", "9.0"}) {
+        QVERIFY(setEncoderRelease(folder, QString::fromLatin1(release)));
+        QProcess process;
+        process.start(folder + QStringLiteral("/ffmpeg"),
+                      {QStringLiteral("-y"), QStringLiteral("-i"), movie, path("late-out.mp4")});
+        const QByteArray text = finish(process);
+        const qsizetype first = text.indexOf("time=");
+        QVERIFY(first > 0);
+        QCOMPARE(text.sliced(first).startsWith("time=N/A"), release[0] >= '7');
+        QCOMPARE(text.indexOf("overhead:") < text.lastIndexOf("frame="), release[0] >= '6');
+    }
 }
 
 void TestFakeEncoder::termFinishesTheFile() {

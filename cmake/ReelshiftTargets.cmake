@@ -17,6 +17,8 @@ add_library(reelshift_options INTERFACE)
 target_compile_features(reelshift_options INTERFACE cxx_std_20)
 target_compile_options(reelshift_options INTERFACE
     -Wall -Wextra -Wpedantic -Wold-style-cast -Woverloaded-virtual -Wnon-virtual-dtor
+    # In programs too, which precompile headers together with libraries.
+    -fPIC
     $<$<BOOL:${REELSHIFT_WERROR}>:-Werror>)
 target_compile_definitions(reelshift_options INTERFACE
     QT_NO_CAST_FROM_ASCII

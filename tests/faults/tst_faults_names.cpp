@@ -30,7 +30,7 @@ struct HostileName {
 };
 
 const RealMovies::Wish tiny{
-    .source = QStringLiteral("testsrc2=size=160x120:rate=10:duration=1"),
+    .source = QStringLiteral("testsrc2=size=640x480:rate=10:duration=1"),
     .more = {QStringLiteral("-movflags"), QStringLiteral("faststart")},
 };
 const QString cannotMake = QStringLiteral("no movie could be made");

@@ -66,7 +66,14 @@ class WaylandTest(ProgramTest):
         self.wait(lambda: self.app.row_count() == count, f"{count} rows")
 
     def drop(self, path):
-        """Drags a movie from another program's window to the middle of the table."""
+        """Drags a movie from another program's window to the middle of the table; once more where
+        the button came up before the compositor had heard that the table takes it."""
+        results = []
+        while "dropped copy" not in results and len(results) < 5:
+            results.append(self.drag(path))
+        self.assertEqual("dropped copy", results[-1])
+
+    def drag(self, path):
         source = DragSource(0, 0, path)
         self.addCleanup(source.end)
         other = self.surface(source.process.pid, "drag source")
@@ -83,7 +90,11 @@ class WaylandTest(ProgramTest):
                 self.devices.move(left + width // 2 + step, top + height // 2 + step)
             source.wait_for("dragging")
             self.devices.glide(goal)
-        self.assertEqual("dropped copy", source.wait_for("dropped"))
+            for step in range(40):
+                self.devices.move(goal[0] + step % 5, goal[1])
+        result = source.wait_for("dropped")
+        source.end()
+        return result
 
     def percentage(self, row=0):
         shown = re.search(r"(\d+)\s*%", self.app.cell_text(row, "progress"))

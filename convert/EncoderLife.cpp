@@ -1,8 +1,8 @@
 #include "convert/EncoderLife.h"
 
 bool EncoderLife::isFinished() const {
-    return summarySeen_ && !noPicture_ && !writeFailed_ && !damageSeen_ && !toldToEnd_ && end_ &&
-           end_->succeeded();
+    return summarySeen_ && !noPicture_ && !writeFailed_ && !damageSeen_ && !toldToEnd_ &&
+           hasOutput_ && end_ && end_->succeeded();
 }
 
 EncoderLife::Verdict EncoderLife::verdict() const {

@@ -30,7 +30,8 @@ public:
     /// Seconds in the summary, where it has been seen with a position.
     [[nodiscard]] std::optional<double> finalPosition() const { return finalPosition_; }
     /// Whether the encoder came to its end by itself, with a summary that counts pictures and
-    /// status 0, read everything and wrote everything: its output is a finished file.
+    /// status 0, read everything and wrote everything: its output is a finished file, and was there
+    /// at that moment.
     [[nodiscard]] bool isFinished() const;
     /// What the end of the encoder means. A removal is always the outcome, a stop unless the
     /// encoder had finished by itself before it could be told to end.
@@ -50,7 +51,11 @@ public:
     void sawDamage() { damageSeen_ = true; }
     /// A signal that ends it was sent.
     void toldToEnd() { toldToEnd_ = true; }
-    void ended(ProcessEnd end) { end_ = end; }
+    /// `hasOutput`: whether it left a file.
+    void ended(ProcessEnd end, bool hasOutput = true) {
+        end_ = end;
+        hasOutput_ = hasOutput;
+    }
     /// True for the first outcome, false for every later one.
     [[nodiscard]] bool settle();
 
@@ -59,6 +64,7 @@ private:
     Request request_ = Request::None;
     std::optional<ProcessEnd> end_;
     std::optional<double> finalPosition_;
+    bool hasOutput_ = false;
     bool summarySeen_ = false;
     bool writeFailed_ = false;
     bool damageSeen_ = false;

@@ -44,6 +44,15 @@ void EncoderMonitor::discard(const EncoderRunPtr& run) {
 
 void EncoderMonitor::follow(const EncoderRunPtr& run) {
     EncoderReader reader(context_, run);
+    try {
+        followToEnd(run, reader);
+    } catch (const Cancelled&) {
+        reader.readLastWords(context_.patience.end);
+        throw;
+    }
+}
+
+void EncoderMonitor::followToEnd(const EncoderRunPtr& run, EncoderReader& reader) {
     for (;;) {
         const EncoderReader::Event event = reader.next();
         if (event.kind == EncoderReader::Event::Kind::Ended) {

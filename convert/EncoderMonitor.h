@@ -34,6 +34,7 @@ private:
 
     // Reader thread.
     void follow(const EncoderRunPtr& run);
+    void followToEnd(const EncoderRunPtr& run, EncoderReader& reader);
     [[nodiscard]] Step handle(const EncoderRunPtr& run, const EncoderPiece& piece);
     void carryOut(Step step, const EncoderRunPtr& run, EncoderReader& reader);
 

@@ -1,7 +1,6 @@
 #include "convert/EncoderOutcomes.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
 #include "convert/EncoderReader.h"
 #include "convert/FileTime.h"
@@ -13,7 +12,6 @@
 #include "platform/WorkerThreads.h"
 #include "widgets/ProgressObject.h"
 
-#include <QFileInfo>
 #include <QLoggingCategory>
 
 using namespace std::chrono_literals;
@@ -22,27 +20,10 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
-QString endText(const std::optional<ProcessEnd>& end) {
-    if (!end)
-        return QStringLiteral("the encoder goes on");
-    switch (end->how) {
-    case ProcessEnd::How::FailedToStart:
-        return u"the encoder could not be started: " % qt_error_string(end->code);
-    case ProcessEnd::How::Killed:
-        return u"the encoder was ended by signal " % QString::number(end->code);
-    case ProcessEnd::How::Exited:
-        break;
-    }
-    return u"the encoder ended with status " % QString::number(end->code);
-}
-
 } // namespace
 
 void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) {
-    auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
-    // Somebody else may have deleted it: never "Converted" with nothing there.
-    if (verdict == EncoderLife::Verdict::Converted && !run->output.exists())
-        verdict = EncoderLife::Verdict::Failed;
+    const auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
     switch (verdict) {
     case EncoderLife::Verdict::Converted:
         converted(run);
@@ -154,100 +135,4 @@ void EncoderOutcomes::settleRemoved(const EncoderRunPtr& run) {
 void EncoderOutcomes::goOn() {
     if (!context_.state.stopped)
         queue_.startConverting();
-}
-
-void EncoderOutcomes::settleFailed(const EncoderRunPtr& run, Answer answer) {
-    // A stop that came meanwhile is the outcome. A removal is not: the row is gone, the answer
-    // still says how the run goes on.
-    if (run->life.request() == EncoderLife::Request::Stop) {
-        settleStopped(run);
-        return;
-    }
-    if (!queue_.settle(run))
-        return;
-    context_.showWaiting(*run);
-    if (answer != Answer::EndRun)
-        goOn();
-    else if (!context_.state.stopped)
-        queue_.endRunAfterFailure();
-}
-
-void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
-    MainThread& mainThread = context_.mainThread;
-    if (mainThread.onMainThread([&] { return run->life.isSettled(); }))
-        return;
-    logFailure(*run, reader);
-    const Answer answer = askAfterFailure(run);
-    run->output.remove();
-    mainThread.onMainThread([&] {
-        context_.showWaiting(*run);
-        if (answer == Answer::DropJob)
-            context_.files.dequeueHead(run->jobId);
-        if (!reader)
-            settleFailed(run, answer);
-    });
-    if (!reader)
-        return;
-    if (!run->task->end())
-        reader->endEncoder();
-    context_.workers.sleep(context_.second);
-    run->output.remove();
-    mainThread.onMainThread([&] { settleFailed(run, answer); });
-}
-
-void EncoderOutcomes::failedWithoutThread(const EncoderRunPtr& run) {
-    if (run->life.isSettled())
-        return;
-    context_.state.error = true;
-    const bool isEnd = answerToConversionError(run) == ConversionDialogs::firstButton;
-    if (!isEnd)
-        context_.files.dequeueHead(run->jobId);
-    settleFailed(run, isEnd ? Answer::EndRun : Answer::DropJob);
-}
-
-// Before the question: whoever reads it may look into the log.
-void EncoderOutcomes::logFailure(const EncoderRun& run, const EncoderReader* reader) {
-    const QString movie = onOneLine(QFileInfo(run.source).fileName());
-    if (!reader) {
-        qCWarning(log).noquote() << movie % u": not converted, no encoder was launched";
-        return;
-    }
-    qCWarning(log).noquote() << movie % u": not converted, " % endText(run.task->end());
-    const QStringList lines = reader->lastWords();
-    for (const QString& line : lines)
-        qCWarning(log).noquote() << movie % u": " % onOneLine(line);
-}
-
-EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {
-    MainThread& mainThread = context_.mainThread;
-    mainThread.onMainThread([&] { context_.state.error = true; });
-    if (!QFileInfo::exists(run->source)) {
-        const int answer =
-            mainThread.onMainThread([&] { return context_.dialogs.askSourceRemoved(); });
-        return answer == ConversionDialogs::firstButton ? Answer::EndRun : Answer::TryAgain;
-    }
-    const int answer = mainThread.onMainThread([&] { return answerToConversionError(run); });
-    return answer == ConversionDialogs::firstButton ? Answer::EndRun : Answer::DropJob;
-}
-
-// Kept: the mark of the name conflict guards the stored answer of the conversion error. One that
-// was never given means to ask.
-int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
-    const SharedState& state = context_.state;
-    const int stored = state.resultStoredForConversionError;
-    if (state.checkStatusForFileConflict &&
-        (stored == ConversionDialogs::firstButton || stored == ConversionDialogs::secondButton))
-        return stored;
-    return context_.dialogs.popUpforConversionError(QFileInfo(run->source).fileName());
-}
-
-void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reader) {
-    MainThread& mainThread = context_.mainThread;
-    logFailure(*run, &reader);
-    mainThread.onMainThread([&] { context_.dialogs.tellMemoryFull(); });
-    run->output.remove();
-    if (!reader.awaitOwnEnd(context_.patience.end))
-        reader.endEncoder();
-    run->output.remove();
-    mainThread.onMainThread([&] { settleFailed(run, Answer::EndRun); });
 }

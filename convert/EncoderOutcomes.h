@@ -29,12 +29,21 @@ public:
     void writeFailed(const EncoderRunPtr& run, EncoderReader& reader);
 
 private:
-    enum class Answer { EndRun, TryAgain, DropJob };
+    enum class Answer {
+        EndRun,
+        TryAgain,
+        DropJob,
+        NotAsked ///< a stop or a removal came first: it is the outcome
+    };
 
     void converted(const EncoderRunPtr& run);
     static void takeOverTime(const EncoderRun& run);
     static void logFailure(const EncoderRun& run, const EncoderReader* reader);
+    void judgeAtItsEnd(const EncoderRunPtr& run);
     [[nodiscard]] Answer askAfterFailure(const EncoderRunPtr& run);
+    /// Whether the source is there; nothing when the end was asked for before that was known.
+    [[nodiscard]] std::optional<bool> lookForSource(const EncoderRunPtr& run);
+    [[nodiscard]] Answer answerAboutFailure(const EncoderRunPtr& run, bool isSourceThere);
     [[nodiscard]] int answerToConversionError(const EncoderRunPtr& run);
     void settleStopped(const EncoderRunPtr& run);
     void settleRemoved(const EncoderRunPtr& run);

@@ -36,27 +36,22 @@ EncoderReader::Event EncoderReader::next() {
     for (;;) {
         if (!run_->reader.waitWhileSuspended())
             throw Cancelled();
-        if (auto piece = cutter_.next(false))
+        if (auto piece = cut(isRestDue())) {
+            restSince_.reset();
             return {Event::Kind::Piece, *piece};
+        }
         QByteArray bytes;
         const auto result = run_->task->read(bytes, limitOfRead());
         take(bytes);
         const auto asked = run_->reader.endAskedAt();
         if (result == ChildProcess::Read::Ended) {
-            auto piece = cutter_.next(true);
-            if (!piece)
-                piece = cutter_.last();
-            if (piece)
+            if (auto piece = cutAtEnd())
                 return {Event::Kind::Piece, *piece};
             noteEnd();
             return {Event::Kind::Ended};
         }
-        if (result == ChildProcess::Read::TimedOut) {
-            if (asked && timeUntil(*asked + second_) == 0ms)
-                return {Event::Kind::EndAsked};
-            if (auto piece = cutter_.next(true))
-                return {Event::Kind::Piece, *piece};
-        }
+        if (result == ChildProcess::Read::TimedOut && asked && timeUntil(*asked + second_) == 0ms)
+            return {Event::Kind::EndAsked};
     }
 }
 
@@ -67,12 +62,39 @@ void EncoderReader::take(const QByteArray& bytes) {
         qCDebug(log, "job %d: %s", run_->jobId, qPrintable(onOneLine(remark)));
 }
 
+bool EncoderReader::isRestDue() {
+    if (!cutter_.hasRest())
+        restSince_.reset();
+    else if (!restSince_)
+        restSince_ = Clock::now();
+    return restSince_ && timeUntil(*restSince_ + longestRest) == 0ms;
+}
+
+std::optional<EncoderPiece> EncoderReader::cut(bool flush) {
+    return noted(cutter_.next(flush));
+}
+
+std::optional<EncoderPiece> EncoderReader::cutAtEnd() {
+    auto piece = cutter_.next(true);
+    return noted(piece ? std::move(piece) : cutter_.last());
+}
+
+std::optional<EncoderPiece> EncoderReader::noted(std::optional<EncoderPiece> piece) {
+    if (piece) {
+        const EncoderMarkers marks = markersOf(piece->text);
+        run_->words.note(marks.hasSummary, marks.hasWriteFailure);
+    }
+    return piece;
+}
+
 std::optional<std::chrono::milliseconds> EncoderReader::limitOfRead() const {
     std::optional<std::chrono::milliseconds> limit;
     if (const auto asked = run_->reader.endAskedAt())
         limit = timeUntil(*asked + second_);
-    if (cutter_.hasRest())
-        limit = std::min<std::chrono::milliseconds>(limit.value_or(longestRest), longestRest);
+    if (restSince_) {
+        const auto untilDue = timeUntil(*restSince_ + longestRest);
+        limit = std::min<std::chrono::milliseconds>(limit.value_or(untilDue), untilDue);
+    }
     return limit;
 }
 
@@ -93,10 +115,7 @@ bool EncoderReader::readToEnd(const Deadline& deadline) {
         const auto result = run_->task->read(bytes, timeUntil(deadline()));
         take(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
-        auto piece = cutter_.next(ended);
-        if (!piece && ended)
-            piece = cutter_.last();
-        if (piece) {
+        if (auto piece = ended ? cutAtEnd() : cut(false)) {
             const EncoderMarkers marks = markersOf(piece->text);
             mainThread_.onMainThread([&] {
                 run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure,
@@ -137,7 +156,27 @@ bool EncoderReader::send(bool (ChildProcess::*signal)()) {
     return sent;
 }
 
+void EncoderReader::readLastWords(std::chrono::milliseconds limit) {
+    const auto deadline = Clock::now() + limit;
+    for (;;) {
+        QByteArray bytes;
+        const auto result = run_->task->read(bytes, timeUntil(deadline));
+        take(bytes);
+        const bool ended = result == ChildProcess::Read::Ended;
+        while (ended ? cutAtEnd() : cut(false)) {
+        }
+        if (ended)
+            run_->words.noteLastWord();
+        if (ended || timeUntil(deadline) == 0ms)
+            return;
+    }
+}
+
 void EncoderReader::noteEnd() {
-    if (const auto end = run_->task->end())
-        mainThread_.onMainThread([&] { run_->life.ended(*end); });
+    run_->words.noteLastWord();
+    const auto end = run_->task->end();
+    if (!end)
+        return;
+    const bool hasOutput = run_->output.judge();
+    mainThread_.onMainThread([&] { run_->life.ended(*end, hasOutput); });
 }

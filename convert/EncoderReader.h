@@ -50,6 +50,9 @@ public:
         tellToEnd();
         awaitObedience();
     }
+    /// The program closes: reads on for at most `limit` without a word to the main thread, only to
+    /// know whether the encoder's file is whole.
+    void readLastWords(std::chrono::milliseconds limit);
 
 private:
     using Deadline = std::function<ReaderSignals::Clock::time_point()>;
@@ -57,6 +60,11 @@ private:
     void take(const QByteArray& bytes);
     bool readToEnd(const Deadline& deadline);
     [[nodiscard]] std::optional<std::chrono::milliseconds> limitOfRead() const;
+    /// Notes since when an unfinished line waits for its end: not for long, whatever comes.
+    [[nodiscard]] bool isRestDue();
+    [[nodiscard]] std::optional<EncoderPiece> cut(bool flush);
+    [[nodiscard]] std::optional<EncoderPiece> cutAtEnd();
+    std::optional<EncoderPiece> noted(std::optional<EncoderPiece> piece);
     bool send(bool (ChildProcess::*signal)());
     void noteEnd();
 
@@ -66,6 +74,7 @@ private:
     const std::chrono::milliseconds second_;
     const std::chrono::milliseconds obedience_;
     PieceCutter cutter_;
+    std::optional<ReaderSignals::Clock::time_point> restSince_;
     LastWords lastWords_;
     LauncherRemarks remarks_;
 };

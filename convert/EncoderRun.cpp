@@ -11,6 +11,16 @@ bool ReaderSignals::waitWhileSuspended() const {
     return !closing_;
 }
 
+void ReaderSignals::waitUntil(const std::function<bool()>& done) const {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return done() || endAskedAt_ || closing_; });
+}
+
+void ReaderSignals::wake() {
+    const std::lock_guard lock(mutex_);
+    changed_.notify_all();
+}
+
 void ReaderSignals::setSuspended(bool suspended) {
     const std::lock_guard lock(mutex_);
     suspended_ = suspended;
@@ -27,6 +37,28 @@ void ReaderSignals::askForEnd() {
 void ReaderSignals::close() {
     const std::lock_guard lock(mutex_);
     closing_ = true;
+    changed_.notify_all();
+}
+
+bool EncoderWords::allowWholeFile() const {
+    const std::lock_guard lock(mutex_);
+    return !writeFailure_ && (summary_ || !isLastRead_);
+}
+
+bool EncoderWords::waitForLastWord(std::chrono::milliseconds limit) const {
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, limit, [this] { return isLastRead_; });
+}
+
+void EncoderWords::note(bool summary, bool writeFailure) {
+    const std::lock_guard lock(mutex_);
+    summary_ = summary_ || summary;
+    writeFailure_ = writeFailure_ || writeFailure;
+}
+
+void EncoderWords::noteLastWord() {
+    const std::lock_guard lock(mutex_);
+    isLastRead_ = true;
     changed_.notify_all();
 }
 

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -26,6 +27,11 @@ public:
     /// Blocks while the encoder is suspended and not asked to end; false when the program closes.
     [[nodiscard]] bool waitWhileSuspended() const;
 
+    /// Blocks until `done` answers true, which wake() has it asked for, or until the end is asked
+    /// for or the program closes.
+    void waitUntil(const std::function<bool()>& done) const;
+
+    void wake();
     void setSuspended(bool suspended);
     void askForEnd();
     void close();
@@ -36,6 +42,26 @@ private:
     std::optional<Clock::time_point> endAskedAt_;
     bool suspended_ = false;
     bool closing_ = false;
+};
+
+/// What an encoder has said about its file, noted as it is read: the main thread hears of it later,
+/// or, where the program closes, never. Any thread.
+class EncoderWords final {
+public:
+    /// Whether its file is whole, for all that was read of an encoder that ended with status 0.
+    [[nodiscard]] bool allowWholeFile() const;
+    /// False when there was no last word within `limit`.
+    bool waitForLastWord(std::chrono::milliseconds limit) const;
+
+    void note(bool summary, bool writeFailure);
+    void noteLastWord();
+
+private:
+    mutable std::mutex mutex_;
+    mutable std::condition_variable changed_;
+    bool summary_ = false;
+    bool writeFailure_ = false;
+    bool isLastRead_ = false;
 };
 
 /// One job on its way: what was settled for it, its encoder and the encoder's life. Shared by the
@@ -65,6 +91,7 @@ struct EncoderRun final {
     PartialOutput output;
     std::shared_ptr<ChildProcess> task;
     ReaderSignals reader;
+    EncoderWords words;
 
     /// Asks for the end: the reader carries it out at the next piece, or a second later.
     void ask(EncoderLife::Request request);

@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
+#include <utility>
+
 namespace {
 
 Q_LOGGING_CATEGORY(log, "reelshift.convert")
@@ -20,10 +22,14 @@ bool isLink(const QString& path) {
     return ::lstat(QFile::encodeName(path).constData(), &result) == 0 && S_ISLNK(result.st_mode);
 }
 
+bool hasSameContent(const struct stat& before, const struct stat& now) {
+    return before.st_size == now.st_size && before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
+           before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
+}
+
 bool isUnchanged(const struct stat& before, const struct stat& now) {
     return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
-           before.st_size == now.st_size && before.st_mtim.tv_sec == now.st_mtim.tv_sec &&
-           before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
+           hasSameContent(before, now);
 }
 
 } // namespace
@@ -31,14 +37,48 @@ bool isUnchanged(const struct stat& before, const struct stat& now) {
 PartialOutput::PartialOutput(const QString& path)
     : path_(path), before_(statOf(path)), wasLink_(isLink(path)) {}
 
-bool PartialOutput::exists() const {
+// The file that is there, where it is not the one of before.
+std::optional<struct stat> PartialOutput::madeByNow() const {
     const auto now = statOf(path_);
     if (!now || !S_ISREG(now->st_mode))
-        return false;
+        return std::nullopt;
     // An encoder makes no links: one that has come since leads to somebody else's file.
     if (!wasLink_ && isLink(path_))
-        return false;
-    return !before_ || !isUnchanged(*before_, *now);
+        return std::nullopt;
+    return before_ && isUnchanged(*before_, *now) ? std::nullopt : now;
+}
+
+bool PartialOutput::exists() const {
+    const auto now = madeByNow();
+    return now && isOfTheEncoder(*now);
+}
+
+bool PartialOutput::isOfTheEncoder(const struct stat& now) const {
+    const std::lock_guard lock(judgement_->mutex);
+    if (!judgement_->isMade)
+        return true;
+    const auto& left = judgement_->left;
+    // Either is enough: some network folders change the one or the other by themselves.
+    return left && left->st_dev == now.st_dev &&
+           (left->st_ino == now.st_ino || hasSameContent(*left, now));
+}
+
+bool PartialOutput::isJudged() const {
+    const std::lock_guard lock(judgement_->mutex);
+    return judgement_->isMade;
+}
+
+bool PartialOutput::judge() const {
+    {
+        const std::lock_guard lock(judgement_->mutex);
+        if (judgement_->isMade)
+            return judgement_->left.has_value();
+    }
+    const auto now = madeByNow(); // without the lock: it may hang
+    const std::lock_guard lock(judgement_->mutex);
+    if (!std::exchange(judgement_->isMade, true))
+        judgement_->left = now;
+    return judgement_->left.has_value();
 }
 
 void PartialOutput::remove() const {

@@ -2,12 +2,14 @@
 
 #include <QString>
 
+#include <memory>
+#include <mutex>
 #include <optional>
 
 #include <sys/stat.h>
 
 /// What an encoder is about to write, and what stood in its place before: tells a partial output
-/// from a file that the encoder never touched. A value that never changes; any thread, and every
+/// from a file that the encoder never touched. Copies are one and the same; any thread, and every
 /// call may hang on a dead share.
 class PartialOutput final {
 public:
@@ -16,16 +18,31 @@ public:
     explicit PartialOutput(const QString& path);
 
     [[nodiscard]] const QString& path() const { return path_; }
-    /// Whether there is a file now that was not there then, or differs in inode, size or time.
+    /// Whether there is a file now that was not there then, or differs in inode, size or time; once
+    /// it was judged, whether the file that the encoder left is still there.
     [[nodiscard]] bool exists() const;
+    /// The encoder has ended: what others put there from now on is none of its own. The first time
+    /// counts. Answers whether the encoder left a file.
+    bool judge() const;
+    [[nodiscard]] bool isJudged() const;
 
     /// Deletes the file if `exists()`. Only for an encoder that did not finish.
     void remove() const;
 
 private:
+    struct Judgement {
+        std::mutex mutex;
+        bool isMade = false;
+        std::optional<struct stat> left; ///< nothing where the encoder left no file
+    };
+
+    [[nodiscard]] std::optional<struct stat> madeByNow() const;
+    [[nodiscard]] bool isOfTheEncoder(const struct stat& now) const;
+
     QString path_;
     std::optional<struct stat> before_;
     bool wasLink_ = false;
+    std::shared_ptr<Judgement> judgement_ = std::make_shared<Judgement>();
 };
 
 /// Whether both names lead to one file (device and inode). May hang on a dead share.

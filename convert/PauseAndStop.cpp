@@ -221,14 +221,16 @@ void PauseAndStop::askToEnd(const EncoderRunPtr& run, EncoderLife::Request reque
         run->ask(request);
 }
 
+bool PauseAndStop::hasFinished(const EncoderRun& run) {
+    const auto end = run.task->end();
+    return end && end->succeeded() && run.words.allowWholeFile();
+}
+
 void PauseAndStop::removeUnfinishedOutput(EncoderRun& run) const {
     // Before its encoder a run has written nothing.
     if (!run.task || run.outputIsOutOfReach)
         return;
-    // One that came to its end in good order has a finished file, whether its reader knows it yet
-    // or not.
-    const auto end = run.task->end();
-    if (end && end->succeeded())
+    if (hasFinished(run))
         return;
     const auto removal = [output = run.output] {
         output.remove();
@@ -278,6 +280,9 @@ void PauseAndStop::finishQuit() {
             run->task->kill();
             (void)run->task->waitForEnd(1s);
         }
+        // Its last words may tell that its file is not whole.
+        if (hasFinished(*run))
+            (void)run->words.waitForLastWord(1s);
         removeUnfinishedOutput(*run);
     }
 }

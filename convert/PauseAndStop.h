@@ -45,6 +45,8 @@ public:
 private:
     static void askToEnd(const EncoderRunPtr& run,
                          EncoderLife::Request request = EncoderLife::Request::Stop);
+    /// Whether the encoder has ended and its file is whole, as far as its words were read.
+    [[nodiscard]] static bool hasFinished(const EncoderRun& run);
     void removeUnfinishedOutput(EncoderRun& run) const;
     void waitUntilSettled(const EncoderRunPtr& run);
     void queueAgain(int jobId);

@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "platform/ChildProcess.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void aSecondForEachPieceThatComesAlone();
     void noSecondForWhatHasNoPosition();
     void shortOfADurationThatIsZero();
+    void textWithoutALineEndIsNotHeldForLong();
 
 private:
     static void convertWell(ControllerFixture& program, const QString& movie);
@@ -296,6 +298,18 @@ void TestEncoderOutput::shortOfADurationThatIsZero() {
     writeContent(program.path(QStringLiteral("movies/go")));
     QVERIFY(program.waitUntilIdle());
     QCOMPARE(record->text(key::status), status::STATCO);
+}
+
+// However steadily more of the same line comes.
+void TestEncoderOutput::textWithoutALineEndIsNotHeldForLong() {
+    ControllerFixture program;
+    program.add({program.movie(QStringLiteral("a.mp4"))
+                     .encode({"create", "header", "print \\nframe=   60 time=00:00:05.00 bitrate=",
+                              "loop 1000", "print x", "wait 10", "end", "summary 10"})
+                     .write()});
+    program.click("btnConvertFile");
+    QTRY_COMPARE(program.files().recordAt(0)->text(key::progressValue), QStringLiteral("50 %"));
+    QVERIFY(!program.app().engine().context().currentRun->task->end());
 }
 
 REELSHIFT_TEST(tst_encoder_output, TestEncoderOutput, QApplication)

@@ -1,7 +1,11 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "platform/ChildProcess.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
+
+#include <thread>
 
 namespace {
 
@@ -21,6 +25,9 @@ private Q_SLOTS:
     void anOlderOutputThatWasTouchedGoes();
     void anOutputMadeAfterItsDeletionGoesToo();
     void anOutputBehindASymbolicLinkGoes();
+    void whatOthersPutThereUnderTheQuestionStays_data();
+    void whatOthersPutThereUnderTheQuestionStays();
+    void anOutputThatWentByItselfIsNotConverted();
 
 private:
     static void addOne(ControllerFixture& program, std::initializer_list<const char*> encode);
@@ -83,6 +90,65 @@ void TestPartialOutput::anOutputBehindASymbolicLinkGoes() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(!QFile::exists(target));
+}
+
+void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays_data() {
+    QTest::addColumn<bool>("replaced");
+    QTest::addColumn<QStringList>("encode");
+    const QStringList ended{QStringLiteral("header"), QStringLiteral("exit 1")};
+    // Ends while the question about its damage is open.
+    const QStringList endsLater{QStringLiteral("header"),
+                                QStringLiteral("print frame= 1 time=00:00:01.00 error\\r"),
+                                QStringLiteral("wait-file go"), QStringLiteral("exit 1")};
+    QTest::newRow("an older output that was to be replaced") << true << ended;
+    QTest::newRow("no output") << false << ended;
+    QTest::newRow("no output, the encoder ends later") << false << endsLater;
+}
+
+void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays() {
+    QFETCH(bool, replaced);
+    QFETCH(QStringList, encode);
+    ControllerFixture program;
+    program.add({program.movie(QStringLiteral("a.mp4")).encode(encode).write()});
+    if (replaced) {
+        writeContent(program.output(outputName), "old");
+        program.boxes.promise(replaceAnswer);
+    }
+    program.boxes.promise(stopError, false, [&] {
+        writeContent(program.movies() + QStringLiteral("/go"));
+        const EncoderRunPtr run = program.app().engine().context().currentRun;
+        // Without the main loop: it would answer the next box.
+        const QDeadlineTimer deadline(20000);
+        while (!run->output.isJudged() && !deadline.hasExpired())
+            std::this_thread::yield();
+        QVERIFY(run->output.isJudged() && run->task->end());
+        writeContent(program.output(outputName), "of somebody else");
+    });
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QVERIFY(program.boxes.allKept());
+    QCOMPARE(contentOf(program.output(outputName)), QByteArray("of somebody else"));
+}
+
+// Whether it ends by itself or at a stop that comes in its last second.
+void TestPartialOutput::anOutputThatWentByItselfIsNotConverted() {
+    ControllerFixture program(std::chrono::seconds(5));
+    const QString output = program.output(outputName);
+    program.add(
+        {program.movie(QStringLiteral("a.mp4"))
+             .encode(QStringList{QStringLiteral("create"), QStringLiteral("header"),
+                                 QStringLiteral("progress 1"), QStringLiteral("write 10"),
+                                 QStringLiteral("summary 10"), QStringLiteral("unlink ") + output})
+             .write()});
+    program.click("btnConvertFile");
+    QTRY_VERIFY(program.app().engine().context().currentRun->record->contains(key::progressValue));
+    const auto task = program.app().engine().context().currentRun->task;
+    QVERIFY(task->waitForEnd(std::chrono::seconds(20)));
+    program.boxes.promise(1001);
+    program.click("btnStop");
+    QVERIFY(program.waitUntilIdle());
+    QCOMPARE(program.files().rowCount(), 1);
+    QVERIFY(isWaiting(0, program));
 }
 
 REELSHIFT_TEST(tst_partial_output, TestPartialOutput, QApplication)

@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "platform/ChildProcess.h"
 
 #include <QApplication>
 
@@ -24,6 +25,8 @@ private Q_SLOTS:
     void beforeTheLaunch();
     void aQuestionAboutTheSource();
     void aQuestionAboutAnError();
+    void aFileThatIsNotWhole_data();
+    void aFileThatIsNotWhole();
     void underTheSummary();
     void betweenTwoJobs();
     void pausedAndSuspended();
@@ -147,6 +150,54 @@ void TestQuit::aQuestionAboutAnError() {
     QCOMPARE(program.encodes().size(), 1);
     QVERIFY(noEncoderLives(program.encodes()));
     QVERIFY(namesIn(program.documents()).filter(QStringLiteral("HQ")).isEmpty());
+}
+
+void TestQuit::aFileThatIsNotWhole_data() {
+    QTest::addColumn<QStringList>("encode");
+    QTest::addColumn<bool>("underTheBox");
+    QTest::addColumn<bool>("stays");
+    const QStringList failed{
+        QStringLiteral("create"),
+        QStringLiteral("header"),
+        QStringLiteral("progress 1"),
+        QStringLiteral("write 10"),
+        QStringLiteral("print Error writing trailer of x: No space left on device\\n"),
+        QStringLiteral("summary 10"),
+        QStringLiteral("exit 0")};
+    QTest::newRow("the index did not fit, under the box") << failed << true << false;
+    QTest::newRow("the index did not fit, before that is read") << failed << false << false;
+    QTest::newRow("no summary, before that is read")
+        << QStringList{QStringLiteral("create"), QStringLiteral("header"),
+                       QStringLiteral("progress 1"), QStringLiteral("write 10")}
+        << false << false;
+    QTest::newRow("whole, before that is read")
+        << QStringList{QStringLiteral("create"), QStringLiteral("header"),
+                       QStringLiteral("progress 1"), QStringLiteral("write 10"),
+                       QStringLiteral("summary 10")}
+        << false << true;
+}
+
+// Status 0 alone says nothing of the file.
+void TestQuit::aFileThatIsNotWhole() {
+    QFETCH(QStringList, encode);
+    QFETCH(bool, underTheBox);
+    QFETCH(bool, stays);
+    ControllerFixture program(underTheBox ? std::chrono::milliseconds(50)
+                                          : std::chrono::minutes(1));
+    program.add({program.movie(movieName).encode(encode).write()});
+    if (underTheBox) {
+        terminateUnderBox(program, 1);
+    } else {
+        program.click("btnConvertFile");
+        // Its reader waits a second, which is a minute here.
+        QTRY_VERIFY(
+            program.app().engine().context().currentRun->record->contains(key::progressValue));
+        QVERIFY(program.app().engine().context().currentRun->task->waitForEnd(
+            std::chrono::seconds(20)));
+        program.quit();
+    }
+    QCOMPARE(QFile::exists(program.output(outputName)), stays);
+    QVERIFY(noEncoderLives(program.encodes()));
 }
 
 void TestQuit::underTheSummary() {

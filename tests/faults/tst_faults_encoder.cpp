@@ -321,6 +321,23 @@ void TestFaultsEncoder::threads() {
     job.waiting = QStringList({badName, goodName});
     job.outputs = QStringList(QStringLiteral("c_HQ_640x480.mp4"));
     addRow(job);
+    Fault gone = job;
+    gone.name = QStringLiteral("no thread for the job, and its source has gone");
+    gone.answer = QStringLiteral("OK");
+    gone.boxes = {{errorBox, 1001,
+                   [noMore](FaultScene& scene) {
+                       noMore(scene);
+                       QFile::remove(scene.source(goodName));
+                   }},
+                  {sourceWentBox, 1000, again},
+                  {summaryBox}};
+    gone.prepare = [prepare = job.prepare](FaultScene& scene) {
+        scene.expectChange(scene.source(goodName));
+        return prepare(scene);
+    };
+    gone.waiting = QStringList({badName, goodName, third});
+    gone.outputs.clear();
+    addRow(gone);
     job.answer = QStringLiteral("Stop");
     job.boxes = {{errorBox, 1001, noMore}, {errorBox, 1000, again}, {summaryBox}};
     job.waiting = QStringList({badName, goodName, third});

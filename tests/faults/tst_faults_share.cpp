@@ -36,6 +36,9 @@ private Q_SLOTS:
     void closeDuringAWaitForTheShare();
     void closeDuringAStopThere();
     void removeAPausedRowThere();
+    void stopWhileTheSourceOfAFailureIsLookedFor_data();
+    void stopWhileTheSourceOfAFailureIsLookedFor();
+    void aStoppedRunAsksNothingInTheNextOne();
     void theShareComesBackInTime_data();
     void theShareComesBackInTime();
 
@@ -262,6 +265,98 @@ void TestFaultsShare::removeAPausedRowThere() {
     QVERIFY(scene.isUntouched());
     report("the output's share dies while it is paused", "Remove",
            QStringLiteral("b converted once it is back"));
+}
+
+void TestFaultsShare::stopWhileTheSourceOfAFailureIsLookedFor_data() {
+    QTest::addColumn<bool>("stop");
+    QTest::newRow("Stop") << true;
+    QTest::newRow("Remove") << false;
+}
+
+// The source's share has gone; the request does not wait for it, and nothing more is asked.
+void TestFaultsShare::stopWhileTheSourceOfAFailureIsLookedFor() {
+    QFETCH(bool, stop);
+    ControllerFixture program;
+    const QString go = program.path(QStringLiteral("go"));
+    program.add(
+        {program.movie(badName)
+             .encode(QStringList{QStringLiteral("create"), QStringLiteral("header"),
+                                 QStringLiteral("progress 1"), QStringLiteral("wait-file ") + go,
+                                 QStringLiteral("exit 1")})
+             .write()});
+    program.files().check[0] = 1;
+    program.click("btnConvertFile");
+    QTRY_VERIFY(program.files().recordAt(0)->contains(key::progressValue));
+    auto share = std::make_unique<DeadShare>(program.movies());
+    writeContent(go);
+    QTRY_VERIFY(DeadShare::hangingCalls() > 0);
+    // Where the request waits for the share all the same, the test comes to its end, too.
+    bool heldUp = false;
+    QTimer patience;
+    connect(&patience, &QTimer::timeout, &patience, [&] {
+        heldUp = true;
+        share.reset();
+    });
+    patience.start(5000);
+    if (stop)
+        program.boxes.promise(1001);
+    program.boxes.answerTheRest(okAnswer);
+    program.click(stop ? "btnStop" : "btnRemoveFile");
+    QVERIFY(program.waitUntilIdle());
+    patience.stop();
+    QVERIFY(!heldUp);
+    QVERIFY(runControlsAre(true, program));
+    QCOMPARE(program.files().rowCount(), stop ? 1 : 0);
+    if (stop)
+        QVERIFY(isWaiting(0, program));
+    QVERIFY(!QFile::exists(program.output(badOutput)));
+    share.reset();
+    QTRY_COMPARE(DeadShare::hangingCalls(), 0);
+    QCoreApplication::processEvents();
+    QVERIFY(!program.boxes.messages().contains(getLocalString("IDS_TXT_POPUP_UNEXPECTEDREMOVE")));
+    for (const QString& message : program.boxes.messages())
+        QVERIFY2(!message.startsWith(getLocalString("IDS_TXT_POPUP_ERROR")), qPrintable(message));
+    report("the source's share dies, then the encoder fails", stop ? "Stop button, OK" : "Remove",
+           stop ? QStringLiteral("a.mp4 waiting") : QStringLiteral("no row"));
+}
+
+void TestFaultsShare::aStoppedRunAsksNothingInTheNextOne() {
+    ControllerFixture program;
+    const QString movie = program.movie(badName).write();
+    program.add({movie});
+    // To replace it would overwrite the source: that fails without an encoder.
+    QVERIFY(QFile::remove(program.output(badOutput)) || !QFile::exists(program.output(badOutput)));
+    QCOMPARE(::link(QFile::encodeName(movie).constData(),
+                    QFile::encodeName(program.output(badOutput)).constData()),
+             0);
+    std::unique_ptr<DeadShare> share;
+    program.boxes.promise(1003, false,
+                          [&] { share = std::make_unique<DeadShare>(program.movies()); });
+    program.click("btnConvertFile");
+    QTRY_COMPARE(DeadShare::hangingCalls(), 1);
+    program.boxes.promise(1001);
+    program.click("btnStop");
+    QVERIFY(program.waitUntilIdle());
+    program.click("btnConvertFile");
+    QTRY_COMPARE(DeadShare::hangingCalls(), 2);
+    program.boxes.promise(1001); // keep both
+    program.boxes.promise(okAnswer);
+    program.boxes.answerTheRest(okAnswer);
+    share.reset();
+    QVERIFY(program.waitUntilIdle());
+    QVERIFY(program.boxes.allKept());
+    const auto firstLines = [](QStringList texts) {
+        for (QString& text : texts)
+            text = text.section(u'\n', 0, 0);
+        return texts;
+    };
+    QCOMPARE(firstLines(program.boxes.messages()),
+             firstLines(textsOf({"IDS_TXT_POPUP_SAMENAME", "IDS_TXT_POPUP_STOPCONVERTING",
+                                 "IDS_TXT_POPUP_SAMENAME", "IDS_TXT_POPUP_OPERATION_SUCCESSFUL"})));
+    QCOMPARE(program.encodes().size(), 1);
+    QCOMPARE(program.files().rowCount(), 0);
+    report("the source's share dies, the run is stopped and begun again", "Stop, Convert",
+           QStringLiteral("a converted"));
 }
 
 void TestFaultsShare::theShareComesBackInTime_data() {

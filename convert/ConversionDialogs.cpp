@@ -3,9 +3,12 @@
 #include "convert/RunWindow.h"
 #include "filelist/SharedState.h"
 #include "platform/LocalizedStrings.h"
+#include "widgets/ForeignText.h"
 #include "widgets/PopUpBoxes.h"
 
 namespace {
+
+constexpr qsizetype longestPath = 400; // characters; a name alone always fits
 
 QString lines(const QStringList& texts) {
     return texts.join(u'\n');
@@ -15,7 +18,7 @@ QString lines(const QStringList& texts) {
 
 int ConversionDialogs::popUpforReplaceSkipDuplicateCancel(const QString& path) {
     return askAndRemember(
-        {lines({getLocalString("IDS_TXT_POPUP_SAMENAME"), path}),
+        {lines({getLocalString("IDS_TXT_POPUP_SAMENAME"), foreignLine(path, longestPath)}),
          getLocalString("IDS_BTN_POPUP_CANCEL"), getLocalString("IDS_BTN_POPUP_DUPLICATE"),
          getLocalString("IDS_BTN_POPUP_SKIP"), getLocalString("IDS_BTN_POPUP_REPLACE"),
          getLocalString("IDS_TXT_POPUP_DOFORERROR")},
@@ -25,7 +28,7 @@ int ConversionDialogs::popUpforReplaceSkipDuplicateCancel(const QString& path) {
 int ConversionDialogs::popUpforConversionError(const QString& name) {
     return askAndRemember(
         {lines({getLocalString("IDS_TXT_POPUP_ERROR"), getLocalString("IDS_TXT_POPUP_WANTTOSKIP"),
-                name}),
+                foreignLine(name, longestPath)}),
          getLocalString("IDS_BTN_STOP"), getLocalString("IDS_BTN_POPUP_SKIP"),
          getLocalString("IDS_TXT_POPUP_DOFORERROR")},
         {state_.checkStatusForConversionError, state_.resultStoredForConversionError});

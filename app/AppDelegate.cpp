@@ -140,12 +140,15 @@ void AppDelegate::endWork() {
 bool AppDelegate::finish() {
     endWork();
     engine_.pauseAndStop().finishQuit();
-    const auto begin = std::chrono::steady_clock::now();
-    const bool haveEnded = workers_.waitForAll(longestGoodbye);
-    const auto rest = longestGoodbye - (std::chrono::steady_clock::now() - begin);
-    return mainThread_.waitForHelpers(
-               std::max(std::chrono::duration_cast<std::chrono::milliseconds>(rest), 0ms)) &&
-           haveEnded;
+    const auto end = std::chrono::steady_clock::now() + longestGoodbye;
+    const auto rest = [end] {
+        return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(
+                            end - std::chrono::steady_clock::now()),
+                        0ms);
+    };
+    const bool haveWorkersEnded = workers_.waitForAll(rest());
+    const bool haveDownloadsEnded = update_.waitForDownloads(rest());
+    return mainThread_.waitForHelpers(rest()) && haveWorkersEnded && haveDownloadsEnded;
 }
 
 // The session manager's last word is to be obeyed like a signal: left to itself the toolkit asks

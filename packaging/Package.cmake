@@ -20,8 +20,8 @@ set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${REELSHIFT_HOME_URL}")
 # the plugin the program does not get as far as a message where there is a Wayland display alone.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "ffmpeg, qt6-wayland")
-# Qt's own texts in other languages than English.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-translations-l10n)
+# The authorities that secure update servers are checked by; Qt's own texts in other languages.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "converter of HEVC movies into H.264 MP4 files")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION

@@ -313,6 +313,23 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <source>The answer of the update server cannot be used.</source>
         <translation>تعذّر استخدام رد خادم التحديث.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>تعذّر العثور على خادم التحديث.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>يتعذّر على خادم التحديث إثبات هويته.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>أغلق خادم التحديث الاتصال قبل الأوان.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>ردّ خادم التحديث:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>تعذّر إنشاء مجلد التنزيلات.</translation>

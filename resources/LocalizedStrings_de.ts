@@ -313,6 +313,23 @@ Möchten Sie sie jetzt herunterladen? Sobald sich das Installationsprogramm öff
         <source>The answer of the update server cannot be used.</source>
         <translation>Die Antwort des Aktualisierungsservers ist unbrauchbar.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>Der Aktualisierungsserver ist nicht zu finden.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>Der Aktualisierungsserver kann nicht nachweisen, dass er der richtige ist.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>Der Aktualisierungsserver hat die Verbindung zu früh beendet.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Der Aktualisierungsserver antwortet:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>Der Download-Ordner kann nicht angelegt werden.</translation>

@@ -313,6 +313,23 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <source>The answer of the update server cannot be used.</source>
         <translation>La respuesta del servidor de actualizaciones no se puede utilizar.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>No se encuentra el servidor de actualizaciones.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>El servidor de actualizaciones no puede demostrar su identidad.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>El servidor de actualizaciones cerró la conexión demasiado pronto.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Respuesta del servidor de actualizaciones:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>No se puede crear la carpeta de descargas.</translation>

@@ -313,6 +313,23 @@ Voulez-vous la télécharger maintenant ? Quorvex Reelshift se ferme à l’ouv
         <source>The answer of the update server cannot be used.</source>
         <translation>La réponse du serveur de mise à jour est inutilisable.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>Le serveur de mise à jour est introuvable.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>Le serveur de mise à jour ne peut pas prouver son identité.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>Le serveur de mise à jour a fermé la connexion trop tôt.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Réponse du serveur de mise à jour :</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>Le dossier des téléchargements ne peut pas être créé.</translation>

@@ -313,6 +313,23 @@ Vuoi scaricarla ora? All’apertura del programma di installazione, Quorvex Reel
         <source>The answer of the update server cannot be used.</source>
         <translation>La risposta del server degli aggiornamenti non è utilizzabile.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>Impossibile trovare il server degli aggiornamenti.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>Il server degli aggiornamenti non può dimostrare la propria identità.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>Il server degli aggiornamenti ha chiuso la connessione troppo presto.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Risposta del server degli aggiornamenti:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>Impossibile creare la cartella degli scaricamenti.</translation>

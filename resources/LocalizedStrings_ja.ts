@@ -313,6 +313,23 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <source>The answer of the update server cannot be used.</source>
         <translation>更新サーバーからの応答を利用できません。</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>更新サーバーが見つかりません。</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>更新サーバーが正しいサーバーであることを確認できません。</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>更新サーバーが接続を途中で切断しました。</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>更新サーバーの応答:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>ダウンロード用のフォルダーを作成できません。</translation>

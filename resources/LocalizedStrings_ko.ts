@@ -313,6 +313,23 @@ Do you want to download it now? When the installer opens, Quorvex Reelshift clos
         <source>The answer of the update server cannot be used.</source>
         <translation>업데이트 서버의 응답을 사용할 수 없습니다.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>업데이트 서버를 찾을 수 없습니다.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>업데이트 서버의 신원을 확인할 수 없습니다.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>업데이트 서버가 연결을 도중에 끊었습니다.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>업데이트 서버의 응답:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>다운로드 폴더를 만들 수 없습니다.</translation>

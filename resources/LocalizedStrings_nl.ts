@@ -313,6 +313,23 @@ Wilt u deze nu downloaden? Quorvex Reelshift wordt afgesloten zodra het installa
         <source>The answer of the update server cannot be used.</source>
         <translation>Het antwoord van de updateserver is onbruikbaar.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>De updateserver kan niet worden gevonden.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>De updateserver kan zijn identiteit niet bewijzen.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>De updateserver heeft de verbinding te vroeg verbroken.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Antwoord van de updateserver:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>De map voor downloads kan niet worden aangemaakt.</translation>

@@ -313,6 +313,23 @@ Czy pobrać ją teraz? Po otwarciu instalatora program Quorvex Reelshift zostani
         <source>The answer of the update server cannot be used.</source>
         <translation>Nie można użyć odpowiedzi serwera aktualizacji.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>Nie można znaleźć serwera aktualizacji.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>Serwer aktualizacji nie może potwierdzić swojej tożsamości.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>Serwer aktualizacji zbyt wcześnie zamknął połączenie.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Odpowiedź serwera aktualizacji:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>Nie można utworzyć folderu na pobrane pliki.</translation>

@@ -313,6 +313,23 @@ Deseja baixá-la agora? Quando o instalador abrir, o Quorvex Reelshift será fec
         <source>The answer of the update server cannot be used.</source>
         <translation>A resposta do servidor de atualização não pode ser usada.</translation>
     </message>
+    <message id="IDS_TXT_UPDATE_NO_HOST">
+        <source>The update server cannot be found.</source>
+        <translation>O servidor de atualização não foi encontrado.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_NOT_SECURE">
+        <source>The update server cannot prove that it is the right one.</source>
+        <translation>O servidor de atualização não consegue comprovar sua identidade.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_CUT">
+        <source>The update server closed the connection too soon.</source>
+        <translation>O servidor de atualização encerrou a conexão cedo demais.</translation>
+    </message>
+    <message id="IDS_TXT_UPDATE_REFUSED">
+        <extracomment>What the server said follows on the same line.</extracomment>
+        <source>The update server answers:</source>
+        <translation>Resposta do servidor de atualização:</translation>
+    </message>
     <message id="IDS_TXT_UPDATE_NO_DOWNLOADS">
         <source>The Downloads folder cannot be created.</source>
         <translation>Não é possível criar a pasta de downloads.</translation>

@@ -1,84 +1,65 @@
 #pragma once
 
-#include "update/HostLookup.h"
-
-#include <QNetworkAccessManager>
-#include <QObject>
-#include <QTimer>
+#include <QByteArray>
+#include <QString>
 #include <QUrl>
 
 #include <chrono>
-#include <memory>
-
-class QNetworkReply;
+#include <functional>
+#include <stop_token>
 
 /// Why a fetch failed.
 struct FetchError {
-    int code = 0; ///< a QNetworkReply::NetworkError, 0 for failures of our own, or the one below
-    QString description;
+    int code = 0;        ///< of the transfer library, 0 for failures of our own, or the one below
+    QString description; ///< for the user; one line
     QUrl url;
+    QString details; ///< for the log, one line; empty where the description is all there is
 
     /// A download that ended well with no bytes at all.
     static constexpr int zeroByteResource = -1014;
+
+    [[nodiscard]] const QString& logged() const {
+        return details.isEmpty() ? description : details;
+    }
 };
 
-/// Gets one http or https address, redirections included, and hands the body over piece by piece.
-/// It uses no proxy and never blocks. Lives on the thread of
-/// its owner; destroying it ends the transfer without a signal.
-class HttpFetch final : public QObject {
-    Q_OBJECT
-
+/// Gets one http or https address, redirections included, and hands the body over piece by piece,
+/// on the thread that asks. The server is not trusted: whatever it sends, the fetch ends within its
+/// limits, and a stop ends it at any byte. It uses no proxy, keeps no cookies and tells no
+/// passwords. A value; any thread.
+class HttpFetch final {
 public:
-    enum class Coding {
-        Any,     ///< the server may compress; the pieces are the plain body
-        Identity ///< the body as it is, so that its length can be told beforehand
+    struct Limits {
+        qint64 bodySize;              ///< bytes
+        std::chrono::seconds silence; ///< to connect, and between signs of life
+        /// From the first address to the last byte; 0: none.
+        std::chrono::milliseconds total{0};
+    };
+    struct Response {
+        QUrl url;                   ///< that answered, after redirections
+        qint64 expectedLength = -1; ///< -1: the server does not say
+        QByteArray contentDisposition;
+    };
+    /// What is told on the way; what they throw ends the fetch and is thrown by it.
+    struct Receiver {
+        /// The head of the body is there.
+        std::function<void(const Response& response)> response;
+        std::function<void(const QByteArray& piece)> data;
     };
 
-    HttpFetch(HostResolver resolver, Coding coding, std::chrono::milliseconds silenceLimit,
-              QObject* parent = nullptr);
-    ~HttpFetch() override;
-    Q_DISABLE_COPY_MOVE(HttpFetch)
+    /// `certificates`: a file with the authorities to trust; empty for the system's.
+    HttpFetch(const Limits& limits, QString certificates);
 
     /// Whether the address is one that is fetched at all.
     [[nodiscard]] static bool isFetchable(const QUrl& url);
+    /// Never from a secure address to an open one.
+    [[nodiscard]] static bool mayFollow(const QUrl& from, const QUrl& to);
 
-    /// Address that answered, after redirections.
-    [[nodiscard]] QUrl url() const { return url_; }
-    /// Bytes the server announced, -1 when it did not.
-    [[nodiscard]] qint64 expectedLength() const;
-    [[nodiscard]] QByteArray header(const QByteArray& name) const;
-
-    /// Exactly one of `succeeded` and `failed` follows, never from inside this call.
-    void start(const QUrl& url);
-    /// Ends the transfer; no signal follows.
-    void abort();
-
-Q_SIGNALS:
-    /// The headers of the body are there.
-    void responseReceived();
-    void dataReceived(const QByteArray& piece);
-    void succeeded();
-    void failed(const FetchError& error);
+    /// Returns when the whole body has been handed over, with the address that it came from.
+    /// Throws FetchError, and Cancelled after a stop.
+    QUrl run(const QUrl& url, const Receiver& receiver, const std::stop_token& stop) const;
 
 private:
-    void approve(const QUrl& url);
-    void send();
-    void redirect(const QUrl& target);
-    void announceResponse();
-    void readPiece();
-    void finish();
-    void dropReply();
-    void fail(int code, const QString& description);
-
-    const HostResolver resolver_;
-    const Coding coding_;
-    QNetworkAccessManager manager_;
-    QTimer silence_;
-    std::unique_ptr<HostLookup> lookup_;
-    QNetworkReply* reply_ = nullptr; ///< child of the manager
-    QUrl url_;
-    qint64 unwanted_ = 0; ///< bytes of redirections and error pages
-    int redirects_ = 0;
-    bool announced_ = false;
-    bool over_ = false;
+    const Limits limits_;
+    const QString certificates_;
 };

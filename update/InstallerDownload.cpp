@@ -1,30 +1,51 @@
 #include "update/InstallerDownload.h"
 
-#include "platform/LocalizedStrings.h"
-#include "update/SafeFileName.h"
+#include "widgets/ForeignText.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QUuid>
-
-#include <cerrno>
-#include <cstdio>
+#include <chrono>
+#include <mutex>
+#include <system_error>
 #include <utility>
 
-#include <unistd.h>
+using namespace std::chrono_literals;
 
-InstallerDownload::InstallerDownload(HostResolver resolver, std::chrono::milliseconds silenceLimit,
-                                     QObject* parent)
-    : QObject(parent), fetch_(std::move(resolver), HttpFetch::Coding::Identity, silenceLimit) {
-    connect(&fetch_, &HttpFetch::responseReceived, this, &InstallerDownload::createFile);
-    connect(&fetch_, &HttpFetch::dataReceived, this, &InstallerDownload::write);
-    connect(&fetch_, &HttpFetch::succeeded, this, &InstallerDownload::complete);
-    connect(&fetch_, &HttpFetch::failed, this, [this](const FetchError& error) {
-        if (over_)
+namespace {
+
+/// No installer is larger: what goes on is no installer.
+constexpr qint64 maximumSize = qint64{2} * 1024 * 1024 * 1024;
+/// A bar that is drawn more often only costs.
+constexpr auto progressInterval = 100ms;
+
+} // namespace
+
+struct InstallerDownload::Mailbox {
+    std::mutex mutex;
+    InstallerDownload* owner = nullptr; ///< nullptr once nobody listens
+
+    template <typename Work> void post(Work work) {
+        const std::lock_guard lock(mutex);
+        if (!owner)
             return;
-        abort();
-        Q_EMIT failed(error);
-    });
+        QMetaObject::invokeMethod(
+            owner,
+            [receiver = owner, work = std::move(work)] {
+                if (!receiver->over_)
+                    work(*receiver);
+            },
+            Qt::QueuedConnection);
+    }
+};
+
+InstallerDownload::InstallerDownload(const UpdateSettings& settings, WorkerThreads& threads,
+                                     QObject* parent)
+    : QObject(parent),
+      threads_(threads),
+      mailbox_(std::make_shared<Mailbox>()),
+      job_(std::make_shared<DownloadJob>(
+          HttpFetch({maximumSize, settings.silenceLimit}, settings.certificates), listener())) {
+    mailbox_->owner = this;
+    progress_.setInterval(progressInterval);
+    connect(&progress_, &QTimer::timeout, this, &InstallerDownload::tellProgress);
 }
 
 InstallerDownload::~InstallerDownload() {
@@ -32,95 +53,64 @@ InstallerDownload::~InstallerDownload() {
 }
 
 void InstallerDownload::start(const QUrl& url) {
-    fetch_.start(url);
+    progress_.start();
+    try {
+        threads_.start([job = job_, url] { job->run(url); });
+    } catch (const std::system_error& error) {
+        const QString reason = QString::fromLocal8Bit(error.code().message().c_str());
+        mailbox_->post([reason, url](InstallerDownload& download) {
+            download.end();
+            Q_EMIT download.failed({0, foreignLine(reason), url, {}});
+        });
+    }
+}
+
+void InstallerDownload::setDestination(const QString& path) {
+    destination_ = path;
+    job_->setDestination(path);
 }
 
 void InstallerDownload::abort() {
-    if (std::exchange(over_, true))
-        return;
-    fetch_.abort();
-    removeFile();
+    end();
+    job_->stop();
 }
 
-void InstallerDownload::createFile() {
-    expected_ = fetch_.expectedLength();
-    Q_EMIT responseReceived(expected_);
-    Q_EMIT destinationNeeded(suggestedFileName(fetch_.header("Content-Disposition"), fetch_.url()));
-    if (over_)
-        return;
-    const QDir folder = QFileInfo(destination_).absoluteDir();
-    if (!folder.exists() && !folder.mkpath(QStringLiteral("."))) {
-        fail(0, getLocalString("IDS_TXT_UPDATE_NO_DOWNLOADS"));
-        return;
-    }
-    // A name of its own: the final one may be as long as a name can be. Opened as a new file, it
-    // gets the user's default permissions, never those of an older file nor the right to run.
-    file_.setFileName(folder.filePath(QStringLiteral(".reelshift-update-") %
-                                      QUuid::createUuid().toString(QUuid::Id128) %
-                                      QStringLiteral(".part")));
-    if (!file_.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        fail(0, file_.errorString());
-        return;
-    }
-    Q_EMIT destinationCreated(destination_);
+DownloadJob::Listener InstallerDownload::listener() const {
+    return {[mailbox = mailbox_](const QString& suggested, qint64 length) {
+                mailbox->post([suggested, length](InstallerDownload& download) {
+                    Q_EMIT download.responseReceived(length);
+                    Q_EMIT download.destinationNeeded(suggested);
+                });
+            },
+            [mailbox = mailbox_] {
+                mailbox->post([](InstallerDownload& download) {
+                    Q_EMIT download.destinationCreated(download.destination_);
+                });
+            },
+            [mailbox = mailbox_](const QString& path, bool isRunnable) {
+                mailbox->post([path, isRunnable](InstallerDownload& download) {
+                    download.tellProgress();
+                    download.end();
+                    Q_EMIT download.finished(path, isRunnable);
+                });
+            },
+            [mailbox = mailbox_](const FetchError& error) {
+                mailbox->post([error](InstallerDownload& download) {
+                    download.end();
+                    Q_EMIT download.failed(error);
+                });
+            }};
 }
 
-void InstallerDownload::write(const QByteArray& piece) {
-    if (over_)
-        return;
-    // A disk that fills up takes a part first and gives its reason with the next one.
-    for (qsizetype written = 0; written < piece.size();) {
-        const qint64 part = file_.write(piece.constData() + written, piece.size() - written);
-        if (part <= 0) {
-            fail(0, file_.errorString());
-            return;
-        }
-        written += part;
-    }
-    received_ += piece.size();
-    Q_EMIT dataReceived(piece.size());
+void InstallerDownload::tellProgress() {
+    const qint64 received = job_->received();
+    if (received > told_)
+        Q_EMIT dataReceived(received - std::exchange(told_, received));
 }
 
-void InstallerDownload::complete() {
-    if (over_)
-        return;
-    if (received_ == 0) {
-        fail(FetchError::zeroByteResource, QStringLiteral("zero byte resource"));
-        return;
-    }
-    if (expected_ > 0 && received_ != expected_) {
-        fail(0, getLocalString("IDS_TXT_UPDATE_UNUSABLE"));
-        return;
-    }
-    if (!moveIntoPlace()) {
-        fail(0, qt_error_string(errno));
-        return;
-    }
+void InstallerDownload::end() {
     over_ = true;
-    Q_EMIT finished();
-}
-
-/// On failure errno tells why.
-bool InstallerDownload::moveIntoPlace() {
-    // Some file systems report a full disk only here.
-    if (::fsync(file_.handle()) != 0 && errno != EINVAL && errno != ENOSYS)
-        return false;
-    file_.close();
-    return std::rename(QFile::encodeName(file_.fileName()).constData(),
-                       QFile::encodeName(destination_).constData()) == 0;
-}
-
-void InstallerDownload::removeFile() {
-    if (file_.fileName().isEmpty())
-        return;
-    file_.close();
-    QFile::remove(file_.fileName());
-    file_.setFileName(QString());
-}
-
-void InstallerDownload::fail(int code, const QString& description) {
-    if (over_)
-        return;
-    abort();
-    Q_EMIT failed({code, description, fetch_.url()});
+    progress_.stop();
+    const std::lock_guard lock(mailbox_->mutex);
+    mailbox_->owner = nullptr;
 }

@@ -1,30 +1,33 @@
 #pragma once
 
-#include "update/HttpFetch.h"
+#include "platform/WorkerThreads.h"
+#include "update/DownloadJob.h"
+#include "update/UpdateSettings.h"
 
-#include <QFile>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
-#include <chrono>
+#include <memory>
 
-/// Downloads one file beside its destination and moves it there when it is complete; a download
-/// that fails or is given up leaves the destination as it was. Main thread; owned by the controller
-/// that is its delegate.
+/// Downloads one file beside its destination and moves it there when it is complete; nothing that
+/// is there is replaced, and nothing is left of a download that fails or is given up. The network
+/// and the files are a thread's, which is left behind where a file system does not answer. Main
+/// thread; owned by the controller that is its delegate.
 class InstallerDownload final : public QObject {
     Q_OBJECT
 
 public:
-    InstallerDownload(HostResolver resolver, std::chrono::milliseconds silenceLimit,
+    InstallerDownload(const UpdateSettings& settings, WorkerThreads& threads,
                       QObject* parent = nullptr);
     ~InstallerDownload() override;
     Q_DISABLE_COPY_MOVE(InstallerDownload)
 
     /// Exactly one of `finished` and `failed` follows, never from inside this call.
     void start(const QUrl& url);
-    /// To be called while `destinationNeeded` is emitted; an existing file is replaced at the end.
-    void setDestination(const QString& path) { destination_ = path; }
-    /// Ends the download for good and removes what has come; no signal follows.
+    /// The answer to `destinationNeeded`.
+    void setDestination(const QString& path);
+    /// Ends the download for good; what has come is removed by its thread. No signal follows.
     void abort();
 
 Q_SIGNALS:
@@ -33,21 +36,22 @@ Q_SIGNALS:
     void destinationNeeded(const QString& suggestedFileName);
     void destinationCreated(const QString& path);
     void dataReceived(qint64 length);
-    void finished();
+    /// Where the file is; whether the system might run it.
+    void finished(const QString& path, bool isRunnable);
     void failed(const FetchError& error);
 
 private:
-    void createFile();
-    void write(const QByteArray& piece);
-    void complete();
-    [[nodiscard]] bool moveIntoPlace();
-    void removeFile();
-    void fail(int code, const QString& description);
+    struct Mailbox;
 
-    HttpFetch fetch_;
-    QFile file_; ///< the partial file
+    [[nodiscard]] DownloadJob::Listener listener() const;
+    void tellProgress();
+    void end();
+
+    WorkerThreads& threads_;
+    const std::shared_ptr<Mailbox> mailbox_; ///< outlives this object for a thread that hangs
+    const std::shared_ptr<DownloadJob> job_;
     QString destination_;
-    qint64 expected_ = -1;
-    qint64 received_ = 0;
+    QTimer progress_;
+    qint64 told_ = 0;
     bool over_ = false;
 };

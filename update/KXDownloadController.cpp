@@ -5,8 +5,10 @@
 #include "update/InstallerDownload.h"
 #include "update/SafeFileName.h"
 #include "update/UpdateLog.h"
+#include "widgets/ForeignText.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
@@ -17,11 +19,16 @@ namespace {
 
 /// The bar counts whole numbers; this many of them are the range 0.0 to 1.0.
 constexpr int barSteps = 1000;
+constexpr qsizetype longestPath = 400; // characters
 
 } // namespace
 
-KXDownloadController::KXDownloadController(UpdateSettings settings, QWidget* parent)
-    : QDialog(parent), settings_(std::move(settings)), ui_(std::make_unique<Ui::KXDownload>()) {
+KXDownloadController::KXDownloadController(UpdateSettings settings, WorkerThreads& threads,
+                                           QWidget* parent)
+    : QDialog(parent),
+      settings_(std::move(settings)),
+      threads_(threads),
+      ui_(std::make_unique<Ui::KXDownload>()) {
     ui_->setupUi(this);
     setWindowTitle(getLocalString("IDS_TXT_UPDATE_TITLE"));
     awakeFromNib();
@@ -73,7 +80,7 @@ void KXDownloadController::reject() {
 }
 
 void KXDownloadController::startDownload() {
-    download_ = new InstallerDownload(settings_.resolveHost, settings_.silenceLimit, this);
+    download_ = new InstallerDownload(settings_, threads_, this);
     connect(download_, &InstallerDownload::destinationNeeded, this,
             &KXDownloadController::decideDestinationWithSuggestedFilename);
     connect(download_, &InstallerDownload::destinationCreated, this,
@@ -116,22 +123,30 @@ void KXDownloadController::didReceiveDataOfLength(qint64 length) {
     showBytes();
 }
 
-void KXDownloadController::downloadDidFinish() {
+void KXDownloadController::downloadDidFinish(const QString& path, bool isRunnable) {
     endDownload();
     close();
-    if (settings_.openFile(QUrl::fromLocalFile(filePath_))) {
+    filePath_ = path;
+    fileURL_ = QUrl::fromLocalFile(path);
+    if (isRunnable)
+        qCWarning(lcUpdate, "What was downloaded is a program: it is shown, not opened");
+    if (settings_.openFile(isRunnable ? QUrl::fromLocalFile(QFileInfo(path).absolutePath())
+                                      : fileURL_)) {
         Q_EMIT installerOpened();
         return;
     }
     // The program still ends, but not without having said where the installer is.
-    showAlert(getLocalString("IDS_TXT_UPDATE_NOT_OPENED") % u'\n' % filePath_, QString(),
-              [this] { Q_EMIT installerOpened(); });
+    showAlert(getLocalString("IDS_TXT_UPDATE_NOT_OPENED") % u'\n' %
+                  foreignLine(filePath_, longestPath),
+              QString(), [this] { Q_EMIT installerOpened(); });
 }
 
 void KXDownloadController::didFailWithError(const FetchError& error) {
     endDownload();
     qCWarning(lcUpdate, "Download failed! Error - %s %s", qUtf8Printable(error.description),
-              qUtf8Printable(error.url.toString(QUrl::FullyEncoded)));
+              qUtf8Printable(foreignLine(error.url.toString(QUrl::FullyEncoded), longestPath)));
+    if (!error.details.isEmpty())
+        qCWarning(lcUpdate, "%s", qUtf8Printable(error.details));
     QString message = error.description;
     QString information;
     if (error.code == FetchError::zeroByteResource)

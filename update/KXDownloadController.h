@@ -9,14 +9,16 @@
 #include <memory>
 
 class InstallerDownload;
+class WorkerThreads;
 struct FetchError;
 
 namespace Ui {
 class KXDownload;
 }
 
-/// The window that offers a newer version, downloads its installer and opens it. Main thread; owned
-/// by the update check. Closing it in any way ends its download for good.
+/// The window that offers a newer version, downloads its installer and opens it, or shows the
+/// folder of one that is a program itself. Main thread; owned by the update check. Closing it in
+/// any way ends its download for good.
 class KXDownloadController final : public QDialog {
     Q_OBJECT
     Q_PROPERTY(QString downloadURL READ downloadURL WRITE setDownloadURL)
@@ -25,7 +27,9 @@ class KXDownloadController final : public QDialog {
     Q_PROPERTY(bool downloadIsIndeterminate READ downloadIsIndeterminate)
 
 public:
-    explicit KXDownloadController(UpdateSettings settings, QWidget* parent = nullptr);
+    /// The download runs on one of the threads, and may stay there beyond this window's life.
+    KXDownloadController(UpdateSettings settings, WorkerThreads& threads,
+                         QWidget* parent = nullptr);
     ~KXDownloadController() override;
     Q_DISABLE_COPY_MOVE(KXDownloadController)
 
@@ -47,7 +51,7 @@ public:
     void reject() override;
 
 Q_SIGNALS:
-    /// The installer was handed to the system: the program is to clean up and quit.
+    /// The installer, or its folder, was handed to the system: the program is to clean up and quit.
     void installerOpened();
 
 private:
@@ -57,7 +61,7 @@ private:
     void didCreateDestination(const QString& path);
     void didReceiveResponse(qint64 expectedLength);
     void didReceiveDataOfLength(qint64 length);
-    void downloadDidFinish();
+    void downloadDidFinish(const QString& path, bool isRunnable);
     void didFailWithError(const FetchError& error);
     void endDownload();
     void showIndeterminate(bool indeterminate);
@@ -67,6 +71,7 @@ private:
                    const std::function<void()>& then);
 
     const UpdateSettings settings_;
+    WorkerThreads& threads_;
     const std::unique_ptr<Ui::KXDownload> ui_;
     InstallerDownload* download_ = nullptr; ///< child; nullptr when there is none
     QString downloadURL_;

@@ -1,78 +1,23 @@
 #include "update/KXPortavoUpdate.h"
 
+#include "platform/MainThreadCalls.h"
 #include "update/HttpFetch.h"
 #include "update/UpdateLog.h"
 #include "update/VersionComparison.h"
 
-#include <QEventLoop>
-#include <QTimer>
-
+#include <stdexcept>
 #include <utility>
-
-namespace {
-
-/// One transfer of the document, waited for.
-class DocumentTransfer final {
-public:
-    explicit DocumentTransfer(const UpdateSettings& settings)
-        : fetch_(settings.resolveHost, HttpFetch::Coding::Any, settings.silenceLimit) {
-        QObject::connect(&fetch_, &HttpFetch::dataReceived, &loop_,
-                         [this](const QByteArray& piece) { take(piece); });
-        QObject::connect(&fetch_, &HttpFetch::succeeded, &loop_, &QEventLoop::quit);
-        QObject::connect(&fetch_, &HttpFetch::failed, &loop_,
-                         [this](const FetchError& error) { end(error.description); });
-        QObject::connect(&limit_, &QTimer::timeout, &loop_,
-                         [this] { end(QStringLiteral("The document did not come in time")); });
-        limit_.setSingleShot(true);
-        limit_.start(settings.documentLimit);
-    }
-
-    [[nodiscard]] QString error() const { return error_; }
-
-    [[nodiscard]] QByteArray run(const QUrl& url, const std::stop_token& stop) {
-        // Posted, so that it also ends a loop that has not begun yet.
-        const std::stop_callback onStop(stop, [this] {
-            QMetaObject::invokeMethod(
-                &loop_, [this] { end(QStringLiteral("Given up")); }, Qt::QueuedConnection);
-        });
-        fetch_.start(url);
-        loop_.exec();
-        return body_;
-    }
-
-private:
-    void take(const QByteArray& piece) {
-        body_ += piece;
-        if (body_.size() > maximumServerDocumentSize)
-            end(QStringLiteral("The document is larger than 1 MB"));
-    }
-
-    void end(const QString& error) {
-        fetch_.abort();
-        body_.clear();
-        error_ = error;
-        loop_.quit();
-    }
-
-    QEventLoop loop_;
-    HttpFetch fetch_;
-    QTimer limit_;
-    QByteArray body_;
-    QString error_;
-};
-
-} // namespace
 
 KXPortavoUpdate::KXPortavoUpdate(UpdateSettings settings) : settings_(std::move(settings)) {}
 
 bool KXPortavoUpdate::checkPossibleUpdate(const QString& versionElement,
                                           const std::stop_token& stop) const {
-    const ServerDocument document = fetchDocument(versionElement, stop);
+    const ServerDocument document = fetchDocument(versionElement, stop).document;
     return isUpdateAvailable(settings_.version, document.version.value_or(QString()));
 }
 
 std::optional<QUrl> KXPortavoUpdate::newerInstaller(const std::stop_token& stop) const {
-    const ServerDocument document = fetchDocument(QStringLiteral("version"), stop);
+    const auto [document, from] = fetchDocument(QStringLiteral("version"), stop);
     if (stop.stop_requested())
         return std::nullopt;
     if (!isUpdateAvailable(settings_.version, document.version.value_or(QString())) ||
@@ -81,6 +26,11 @@ std::optional<QUrl> KXPortavoUpdate::newerInstaller(const std::stop_token& stop)
     const QUrl url(document.url->trimmed(), QUrl::TolerantMode);
     if (!HttpFetch::isFetchable(url)) {
         qCWarning(lcUpdate, "The installer's address cannot be used");
+        return std::nullopt;
+    }
+    if (!HttpFetch::mayFollow(from, url)) {
+        qCWarning(lcUpdate, "The installer is not offered: its address is not secure, although "
+                            "the document's was");
         return std::nullopt;
     }
     return url;
@@ -99,17 +49,28 @@ QUrl KXPortavoUpdate::documentUrl() const {
                 QUrl::TolerantMode);
 }
 
-ServerDocument KXPortavoUpdate::fetchDocument(const QString& versionElement,
-                                              const std::stop_token& stop) const {
-    DocumentTransfer transfer(settings_);
-    const QByteArray body = transfer.run(documentUrl(), stop);
-    ServerDocument document;
-    if (transfer.error().isEmpty())
-        document = parseServerDocument(body, versionElement);
-    else
-        document.error = transfer.error();
-    if (!document.error.isEmpty() && !stop.stop_requested())
+KXPortavoUpdate::Fetched KXPortavoUpdate::fetchDocument(const QString& versionElement,
+                                                        const std::stop_token& stop) const {
+    const HttpFetch fetch(
+        {maximumServerDocumentSize, settings_.silenceLimit, settings_.documentLimit},
+        settings_.certificates);
+    Fetched fetched;
+    QByteArray body;
+    try {
+        fetched.url = fetch.run(
+            documentUrl(),
+            {[](const HttpFetch::Response&) {}, [&](const QByteArray& piece) { body += piece; }},
+            stop);
+        fetched.document = parseServerDocument(body, versionElement);
+    } catch (const FetchError& error) {
+        fetched.document.error = error.logged();
+    } catch (const Cancelled&) {
+        return fetched;
+    } catch (const std::runtime_error& error) {
+        fetched.document.error = QString::fromUtf8(error.what());
+    }
+    if (!fetched.document.error.isEmpty())
         qCWarning(lcUpdate, "The update server's document was not read: %s",
-                  qUtf8Printable(document.error));
-    return document;
+                  qUtf8Printable(fetched.document.error));
+    return fetched;
 }

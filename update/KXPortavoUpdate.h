@@ -22,7 +22,8 @@ public:
                                            const std::stop_token& stop = {}) const;
 
     /// Address of the newer version's installer; nothing when there is no newer version, no address
-    /// or none that can be fetched. Throws like `checkPossibleUpdate`.
+    /// or none that can be fetched, and none that is open where the document was secure. Throws
+    /// like `checkPossibleUpdate`.
     [[nodiscard]] std::optional<QUrl> newerInstaller(const std::stop_token& stop = {}) const;
 
     /// The rule of VersionComparison.h.
@@ -32,8 +33,13 @@ public:
     [[nodiscard]] QUrl documentUrl() const;
 
 private:
-    [[nodiscard]] ServerDocument fetchDocument(const QString& versionElement,
-                                               const std::stop_token& stop) const;
+    struct Fetched {
+        ServerDocument document;
+        QUrl url; ///< that answered
+    };
+
+    [[nodiscard]] Fetched fetchDocument(const QString& versionElement,
+                                        const std::stop_token& stop) const;
 
     const UpdateSettings settings_;
 };

@@ -1,5 +1,6 @@
 #include "update/SafeFileName.h"
 
+#include <QTextBoundaryFinder>
 #include <QUrl>
 
 namespace {
@@ -57,26 +58,43 @@ bool isKept(QChar c) {
     }
 }
 
-QString cut(const QString& text, qsizetype bytes) {
-    QString shorter = text;
-    while (shorter.toUtf8().size() > bytes) {
-        const bool pair = shorter.size() > 1 && shorter.back().isLowSurrogate();
-        shorter.chop(pair ? 2 : 1);
-    }
-    return shorter;
+int utf8Size(QChar c) {
+    // Each half of a pair counts for half of its four bytes.
+    return c.unicode() < 0x80 ? 1 : c.unicode() < 0x800 || c.isSurrogate() ? 2 : 3;
 }
 
-QString fitted(const QString& name) {
-    if (name.toUtf8().size() <= maximumBytes)
-        return name;
-    const qsizetype dot = name.lastIndexOf(u'.');
-    const QString suffix = dot > 0 ? name.sliced(dot) : QString();
-    const qsizetype suffixBytes = suffix.toUtf8().size();
-    if (suffixBytes > maximumSuffixBytes)
-        return cut(name.left(maximumBytes), maximumBytes);
-    return cut(name.left(qMin(dot < 0 ? name.size() : dot, maximumBytes)),
-               maximumBytes - suffixBytes) +
-           suffix;
+/// As much of the text as fits, without cutting anything that is seen as one character.
+QString cut(const QString& text, qsizetype bytes) {
+    qsizetype end = 0;
+    for (qsizetype size = 0; end < text.size(); ++end) {
+        size += utf8Size(text[end]);
+        if (size > bytes)
+            break;
+    }
+    if (end == text.size())
+        return text;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    finder.setPosition(end);
+    const qsizetype whole = finder.isAtBoundary() ? end : finder.toPreviousBoundary();
+    if (whole > 0)
+        return text.first(whole);
+    // One character of hundreds of marks: then between two marks.
+    return text.first(end > 0 && text[end - 1].isHighSurrogate() ? end - 1 : end);
+}
+
+/// Where the suffix begins; the end of a name that has none worth keeping.
+qsizetype suffixStart(const QString& name) {
+    qsizetype dot = name.lastIndexOf(u'.');
+    if (dot > 4 && QStringView(name).first(dot).endsWith(u".tar"))
+        dot -= 4;
+    return dot <= 0 || name.sliced(dot).toUtf8().size() > maximumSuffixBytes ? name.size() : dot;
+}
+
+/// `addition` comes before the suffix, and the name gives way to both.
+QString fitted(const QString& name, const QString& addition) {
+    const qsizetype dot = suffixStart(name);
+    const QString rest = addition % name.sliced(dot);
+    return cut(name.first(dot), maximumBytes - rest.toUtf8().size()) % rest;
 }
 
 } // namespace
@@ -103,5 +121,9 @@ QString safeFileName(const QString& suggested) {
         name.remove(0, 1);
     if (name.isEmpty())
         return QStringLiteral("reelshift-update");
-    return fitted(name);
+    return fitted(name, QString());
+}
+
+QString numberedFileName(const QString& name, int number) {
+    return fitted(name, QStringLiteral(" (%1)").arg(number));
 }

@@ -11,5 +11,8 @@ class QUrl;
 
 /// Makes a file name of a name that came from outside: its last component without leading dots,
 /// control and formatting characters, at most 255 bytes of UTF-8 with its suffix kept where that
-/// fits, and a name of our own where nothing is left. Pure.
+/// fits and no character cut, and a name of our own where nothing is left. Pure.
 [[nodiscard]] QString safeFileName(const QString& suggested);
+
+/// The name with a number before its suffix, "setup (1).deb", no longer than a safe one. Pure.
+[[nodiscard]] QString numberedFileName(const QString& name, int number);

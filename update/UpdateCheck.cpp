@@ -23,7 +23,7 @@ void UpdateCheck::stop() {
 void UpdateCheck::showWindow(const QUrl& installer) {
     if (stopped_)
         return;
-    window_ = std::make_unique<KXDownloadController>(settings_);
+    window_ = std::make_unique<KXDownloadController>(settings_, downloads_);
     // Queued: whoever quits now may destroy the window.
     connect(window_.get(), &KXDownloadController::installerOpened, this,
             &UpdateCheck::installerOpened, Qt::QueuedConnection);

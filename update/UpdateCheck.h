@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/WorkerThreads.h"
 #include "update/UpdateSettings.h"
 #include "update/VersionCheckThread.h"
 
@@ -24,8 +25,14 @@ public:
     [[nodiscard]] VersionCheckThread& thread() { return thread_; }
 
     void start() { thread_.start(); }
-    /// Ends the check, the window and its download at once; nothing follows.
+    /// Ends the check, the window and its download at once; nothing follows but the end of the
+    /// download's thread.
     void stop();
+    /// Whether every download has come to its end, in this time at the latest; false when one hangs
+    /// in the file system and must be left behind.
+    [[nodiscard]] bool waitForDownloads(std::chrono::milliseconds limit) const {
+        return downloads_.waitForAll(limit);
+    }
 
 Q_SIGNALS:
     /// The installer is open: the program is to clean up and quit.
@@ -36,6 +43,7 @@ private:
 
     const UpdateSettings settings_;
     VersionCheckThread thread_;
+    WorkerThreads downloads_;
     std::unique_ptr<KXDownloadController> window_;
     bool stopped_ = false;
 };

@@ -1,6 +1,7 @@
 #include "update/VersionCheckThread.h"
 
 #include "update/UpdateLog.h"
+#include "widgets/ForeignText.h"
 
 #include <QThread>
 
@@ -43,7 +44,8 @@ void VersionCheckThread::checkPortavoVersionThread() {
     try {
         checkPortavoVersion();
     } catch (const std::exception& error) {
-        qCWarning(lcUpdate, "The version check ended: %s", error.what());
+        qCWarning(lcUpdate, "The version check ended: %s",
+                  qUtf8Printable(foreignLine(QString::fromUtf8(error.what()))));
     } catch (...) {
         qCWarning(lcUpdate, "The version check ended for an unknown reason");
     }

@@ -5,6 +5,7 @@
 #include "filelist/FileTableView.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThreadCalls.h"
+#include "platform/WorkerThreads.h"
 #include "update/KXDownloadController.h"
 #include "widgets/BoxDriver.h"
 #include "widgets/ProgressCell.h"
@@ -379,7 +380,8 @@ void TestLanguages::updateWindow() {
     QApplication::setFont(font);
     const StringTable strings(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale(language));
     QApplication::setLayoutDirection(strings.direction());
-    KXDownloadController window(UpdateSettings{});
+    WorkerThreads threads;
+    KXDownloadController window(UpdateSettings{}, threads);
     window.showWindow();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QVERIFY(window.width() <= smallestScreen.width());

@@ -19,8 +19,9 @@ PROGRAM = os.environ.get("REELSHIFT_LOOPBACK", "")
 PORT = int(os.environ.get("REELSHIFT_LOOPBACK_PORT", "0"))
 SCREENS = os.environ.get("REELSHIFT_E2E_ARTIFACTS", "")
 DOCUMENT_PATH = "/xmlcontainer/customer/data/reelshift/mac/server_version.xml"
-INSTALLER_NAME = "Quorvex Reelshift 9.9.9.9.run"
-INSTALLER_PATH = "/files/Quorvex%20Reelshift%209.9.9.9.run"
+INSTALLER_NAME = "Quorvex Reelshift 9.9.9.9.deb"
+INSTALLER_PATH = "/files/Quorvex%20Reelshift%209.9.9.9.deb"
+PROGRAM_PATH = "/files/setup.run"
 INSTALLER = random.Random(9999).randbytes(20 * 1024 * 1024)
 PIECE = 64 * 1024
 FOLDER_FILES = ["add_hevc_file_path.txt", "default_hevc_path.txt"]
@@ -84,7 +85,7 @@ class UpdateHandler(http.server.BaseHTTPRequestHandler):
             self._begin(len(self.server.body))
             self.wfile.write(self.server.body)
             self.server.answered.set()
-        elif self.path == INSTALLER_PATH:
+        elif self.path in (INSTALLER_PATH, PROGRAM_PATH):
             self._begin(len(INSTALLER) if self.server.says_length else None)
             self._send_installer()
         else:
@@ -150,9 +151,9 @@ class UpdateTest(ProgramTest):
                        f'mv "{self.notes}.new" "{self.notes}"\n')
         os.chmod(path, 0o755)
 
-    def offered(self, with_handler=True):
+    def offered(self, with_handler=True, path=INSTALLER_PATH):
         """Serves a newer version, starts the program and gives the window that asks."""
-        self.serve(document("9.9.9.9"))
+        self.serve(document("9.9.9.9", path))
         self.begin(with_handler)
         return self.question()
 
@@ -195,14 +196,16 @@ class UpdateTest(ProgramTest):
 
     def check_installer(self):
         self.check_file()
+        self.check_opened(f"file://{self.downloads}/{os.path.basename(INSTALLER_PATH)}")
+
+    def check_opened(self, address):
         window.wait_for(lambda: os.path.exists(self.notes), "the handler to be called")
         with open(self.notes, encoding="utf-8") as file:
-            self.assertEqual([f"file://{self.downloads}/{os.path.basename(INSTALLER_PATH)}"],
-                             file.read().splitlines())
+            self.assertEqual([address], file.read().splitlines())
 
-    def check_file(self):
-        self.assertEqual([INSTALLER_NAME], os.listdir(self.downloads))
-        path = os.path.join(self.downloads, INSTALLER_NAME)
+    def check_file(self, name=INSTALLER_NAME, others=()):
+        self.assertEqual(sorted([name, *others]), sorted(os.listdir(self.downloads)))
+        path = os.path.join(self.downloads, name)
         with open(path, "rb") as file:
             self.assertEqual(hashlib.sha256(INSTALLER).hexdigest(),
                              hashlib.sha256(file.read()).hexdigest())
@@ -280,6 +283,28 @@ class Download(UpdateTest):
         self.server.allow(1)
         self.check_ended_with_folders()
         self.check_installer()
+
+    def test_beside_an_older_file(self):
+        box = self.offered()
+        os.mkdir(self.downloads)
+        older = os.path.join(self.downloads, INSTALLER_NAME)
+        with open(older, "w", encoding="utf-8") as file:
+            file.write("older")
+        self.send_until(self.accept(box), 0.5)
+        self.server.allow(1)
+        self.check_ended_with_folders()
+        newer = INSTALLER_NAME.replace(".deb", " (1).deb")
+        self.check_file(newer, [INSTALLER_NAME])
+        with open(older, encoding="utf-8") as file:
+            self.assertEqual("older", file.read())
+        self.check_opened(f"file://{self.downloads}/{newer.replace(' ', '%20')}")
+
+    def test_of_a_program_shows_its_folder(self):
+        self.send_until(self.accept(self.offered(path=PROGRAM_PATH)), 0.5)
+        self.server.allow(1)
+        self.check_ended_with_folders()
+        self.check_file("setup.run")
+        self.check_opened(f"file://{self.downloads}")
 
     def test_that_nothing_opens(self):
         bar = self.accept(self.offered(with_handler=False))

@@ -40,6 +40,7 @@ void DownloadWindowFixture::initTestCase() {
 void DownloadWindowFixture::init() {
     server_ = std::make_unique<LoopbackServer>();
     downloads_ = std::make_unique<QTemporaryDir>();
+    threads_ = std::make_unique<WorkerThreads>();
     opened_.clear();
     asksToQuit_ = 0;
     settings_ = UpdateSettings();
@@ -53,6 +54,7 @@ void DownloadWindowFixture::init() {
 
 void DownloadWindowFixture::cleanup() {
     window_.reset();
+    QVERIFY(threads_->waitForAll(std::chrono::seconds(20)));
 }
 
 QPushButton& DownloadWindowFixture::button(const char* name) const {
@@ -72,7 +74,7 @@ void DownloadWindowFixture::open(const QString& path) {
 }
 
 void DownloadWindowFixture::openAddress(const QString& address) {
-    window_ = std::make_unique<KXDownloadController>(settings_);
+    window_ = std::make_unique<KXDownloadController>(settings_, *threads_);
     connect(window_.get(), &KXDownloadController::installerOpened, this, [this] { ++asksToQuit_; });
     window_->setDownloadURL(address);
     window_->showWindow();
@@ -81,6 +83,10 @@ void DownloadWindowFixture::openAddress(const QString& address) {
 
 void DownloadWindowFixture::clickOk() {
     QTest::mouseClick(&button("okBtn"), Qt::LeftButton);
+}
+
+void DownloadWindowFixture::expectNothingLeft() {
+    QTRY_VERIFY(everythingIn(downloads_->path()).isEmpty());
 }
 
 void DownloadWindowFixture::takeScreenshot(const char* name) {
@@ -102,6 +108,7 @@ void DownloadWindowFixture::expectFailure(const QString& message) {
     const QRegularExpression expected(message);
     QVERIFY2(expected.match(alert()->text()).hasMatch(), qPrintable(alert()->text()));
     QCOMPARE(alert()->accessibleName(), alert()->text());
+    QVERIFY2(alert()->height() < 400, qPrintable(QString::number(alert()->height())));
     QTest::mouseClick(alert()->buttons()[0], Qt::LeftButton);
     QTRY_VERIFY(!window_->isVisible());
     QVERIFY(opened_.isEmpty());

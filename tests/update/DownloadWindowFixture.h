@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/LocalizedStrings.h"
+#include "platform/WorkerThreads.h"
 #include "update/KXDownloadController.h"
 #include "update/LoopbackServer.h"
 
@@ -36,9 +37,11 @@ protected:
     [[nodiscard]] QString file(const QString& name) const { return downloads_->filePath(name); }
     /// A file of this name and contents in the Downloads folder.
     void makeFile(const QString& name, const QByteArray& text) const;
-    void open(const QString& path = QStringLiteral("/setup.run"));
+    void open(const QString& path = QStringLiteral("/setup.deb"));
     void openAddress(const QString& address);
     void clickOk();
+    /// Whether nothing of a download is left in the folder, now or soon.
+    void expectNothingLeft();
     void send(const QByteArray& bytes) { server_->connection()->write(bytes); }
     void takeScreenshot(const char* name);
     /// The failure box as it must be; then it is closed, and the window with it.
@@ -47,6 +50,7 @@ protected:
     std::unique_ptr<StringTable> texts_;
     std::unique_ptr<LoopbackServer> server_;
     std::unique_ptr<QTemporaryDir> downloads_;
+    std::unique_ptr<WorkerThreads> threads_;
     std::unique_ptr<KXDownloadController> window_;
     UpdateSettings settings_;
     QList<QUrl> opened_;

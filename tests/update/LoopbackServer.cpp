@@ -1,19 +1,55 @@
 #include "update/LoopbackServer.h"
 
+#include <QFile>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
 #include <QVariant>
 
-LoopbackServer::LoopbackServer() {
-    connect(&server_, &QTcpServer::newConnection, this, &LoopbackServer::connected);
-    if (!server_.listen(QHostAddress::LocalHost))
+#include <utility>
+
+namespace {
+
+QByteArray contentsOf(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("A file of the tests is missing");
+    return file.readAll();
+}
+
+std::unique_ptr<QTcpServer> secureServer(const QString& certificateFile, const QString& keyFile) {
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setLocalCertificate(QSslCertificate(contentsOf(certificateFile)));
+    configuration.setPrivateKey(QSslKey(contentsOf(keyFile), QSsl::Ec));
+    configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(configuration);
+    return server;
+}
+
+} // namespace
+
+LoopbackServer::LoopbackServer()
+    : LoopbackServer(std::make_unique<QTcpServer>(), QStringLiteral("http")) {}
+
+LoopbackServer::LoopbackServer(const QString& certificateFile, const QString& keyFile)
+    : LoopbackServer(secureServer(certificateFile, keyFile), QStringLiteral("https")) {}
+
+LoopbackServer::LoopbackServer(std::unique_ptr<QTcpServer> server, const QString& scheme)
+    : server_(std::move(server)), scheme_(scheme) {
+    connect(server_.get(), &QTcpServer::pendingConnectionAvailable, this,
+            &LoopbackServer::connected);
+    if (!server_->listen(QHostAddress::LocalHost))
         qFatal("No port is free on loopback");
 }
 
 QString LoopbackServer::baseUrl() const {
-    return QStringLiteral("http://127.0.0.1:%1").arg(server_.serverPort());
+    return QStringLiteral("%1://127.0.0.1:%2").arg(scheme_).arg(server_->serverPort());
 }
 
 void LoopbackServer::connected() {
-    while (QTcpSocket* const socket = server_.nextPendingConnection()) {
+    while (QTcpSocket* const socket = server_->nextPendingConnection()) {
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { readRequest(*socket); });
     }

@@ -7,6 +7,7 @@
 #include <QTcpSocket>
 
 #include <functional>
+#include <memory>
 
 /// A web server on 127.0.0.1 whose every answer is what the test says. Lives on the thread of the
 /// test; answers come while its event loop runs.
@@ -17,7 +18,10 @@ public:
     using Answer = std::function<void(QTcpSocket& socket)>;
 
     LoopbackServer();
+    /// A secure one, with a certificate and key of the PEM files.
+    LoopbackServer(const QString& certificateFile, const QString& keyFile);
 
+    /// With the address 127.0.0.1.
     [[nodiscard]] QString baseUrl() const;
     /// Heads of the requests in the order in which they came.
     [[nodiscard]] const QList<QByteArray>& requests() const { return requests_; }
@@ -26,7 +30,7 @@ public:
 
     void setAnswer(Answer answer) { answer_ = std::move(answer); }
     /// Stops listening; nobody is there any more.
-    void close() { server_.close(); }
+    void close() { server_->close(); }
 
     [[nodiscard]] static QByteArray head(const QByteArray& status, const QByteArray& headers);
     /// A whole answer with its length, closed after it.
@@ -39,10 +43,12 @@ public:
     [[nodiscard]] static Answer silence();
 
 private:
+    LoopbackServer(std::unique_ptr<QTcpServer> server, const QString& scheme);
     void connected();
     void readRequest(QTcpSocket& socket);
 
-    QTcpServer server_;
+    std::unique_ptr<QTcpServer> server_;
+    QString scheme_;
     Answer answer_;
     QList<QByteArray> requests_;
     QPointer<QTcpSocket> connection_;

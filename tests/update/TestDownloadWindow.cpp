@@ -1,9 +1,12 @@
 #include "TestProgram.h"
+#include "platform/DeadShare.h"
 #include "update/DownloadWindowFixture.h"
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
 #include <QtTest>
@@ -27,12 +30,18 @@ private Q_SLOTS:
     void savesUnderTheSuggestedName_data();
     void savesUnderTheSuggestedName();
     void followsARedirect();
-    void replacesAnOlderFile();
+    void neverReplacesAFile();
+    void neverReplacesAFileThatComesMeanwhile();
+    void neverReplacesAFolder();
     void neverWritesThroughALink();
     void createsTheDownloadsFolder();
     void neverMakesAFileExecutable();
+    void showsTheFolderOfAProgram_data();
+    void showsTheFolderOfAProgram();
     void closesOpensThenAsksToQuit();
     void saysWhereAFileIsThatCannotBeOpened();
+    void staysAliveWithADeadFolder_data();
+    void staysAliveWithADeadFolder();
     void lastWindowClosedQuits();
 };
 
@@ -104,16 +113,16 @@ void TestDownloadWindow::showsTheProgress() {
     send(QByteArray(size / 4, 'x'));
     QTRY_COMPARE(window_->downloadProgress(), 0.5F);
     QCOMPARE(bar().text(), QStringLiteral("50%"));
-    QCOMPARE(window_->filePath(), file(QStringLiteral("setup.run")));
-    QCOMPARE(window_->fileURL(), QUrl::fromLocalFile(file(QStringLiteral("setup.run"))));
+    QCOMPARE(window_->filePath(), file(QStringLiteral("setup.deb")));
+    QCOMPARE(window_->fileURL(), QUrl::fromLocalFile(file(QStringLiteral("setup.deb"))));
     // Nothing stands under the final name before the last byte is there.
-    QVERIFY(!QFile::exists(file(QStringLiteral("setup.run"))));
+    QVERIFY(!QFile::exists(file(QStringLiteral("setup.deb"))));
     takeScreenshot("update-half-way");
 
     send(QByteArray(size / 2, 'y'));
     QTRY_COMPARE(asksToQuit_, 1);
     QCOMPARE(window_->downloadProgress(), 1.0F);
-    QCOMPARE(contents(file(QStringLiteral("setup.run"))),
+    QCOMPARE(contents(file(QStringLiteral("setup.deb"))),
              QByteArray(size / 2, 'x') + QByteArray(size / 2, 'y'));
 }
 
@@ -129,7 +138,7 @@ void TestDownloadWindow::staysBusyWithoutALength() {
     server_->connection()->disconnectFromHost();
     QTRY_COMPARE(asksToQuit_, 1);
     QVERIFY(window_->downloadIsIndeterminate());
-    QCOMPARE(contents(file(QStringLiteral("setup.run"))), QByteArray(size, 'x'));
+    QCOMPARE(contents(file(QStringLiteral("setup.deb"))), QByteArray(size, 'x'));
 }
 
 void TestDownloadWindow::cancelsTheQuestion_data() {
@@ -175,7 +184,7 @@ void TestDownloadWindow::cancelsTheDownload() {
     QVERIFY(!window_->downloading());
     // The download has ended, not just gone out of sight.
     QTRY_VERIFY(!server_->connection());
-    QVERIFY(everythingIn(downloads_->path()).isEmpty());
+    expectNothingLeft();
     QVERIFY(!alert());
     QVERIFY(opened_.isEmpty());
     QCOMPARE(asksToQuit_, 0);
@@ -197,18 +206,18 @@ void TestDownloadWindow::savesUnderTheSuggestedName_data() {
     QTest::addColumn<QByteArray>("header");
     QTest::addColumn<QString>("name");
 
-    QTest::newRow("address") << "/a/b/setup-9.run?x=y" << QByteArray() << "setup-9.run";
-    QTest::newRow("header") << "/a" << QByteArray("attachment; filename=\"s t.run\"") << "s t.run";
-    QTest::newRow("way up") << "/a" << QByteArray("attachment; filename=\"../../up.run\"")
-                            << "up.run";
-    QTest::newRow("escaped way up") << "/..%2f..%2fup.run" << QByteArray() << "up.run";
-    QTest::newRow("absolute") << "/a" << QByteArray("attachment; filename=/etc/x.run") << "x.run";
+    QTest::newRow("address") << "/a/b/setup-9.deb?x=y" << QByteArray() << "setup-9.deb";
+    QTest::newRow("header") << "/a" << QByteArray("attachment; filename=\"s t.deb\"") << "s t.deb";
+    QTest::newRow("way up") << "/a" << QByteArray("attachment; filename=\"../../up.deb\"")
+                            << "up.deb";
+    QTest::newRow("escaped way up") << "/..%2f..%2fup.deb" << QByteArray() << "up.deb";
+    QTest::newRow("absolute") << "/a" << QByteArray("attachment; filename=/etc/x.deb") << "x.deb";
     QTest::newRow("hidden") << "/.bashrc" << QByteArray() << "bashrc";
     QTest::newRow("nothing") << "/" << QByteArray() << "reelshift-update";
     QTest::newRow("control characters") << "/a%0Ab%1Bc" << QByteArray() << "abc";
     QTest::newRow("as long as a name can be")
-        << QString(QStringLiteral("/") % QString(400, u'n') % QStringLiteral(".run"))
-        << QByteArray() << QString(QString(251, u'n') % QStringLiteral(".run"));
+        << QString(QStringLiteral("/") % QString(400, u'n') % QStringLiteral(".deb"))
+        << QByteArray() << QString(QString(251, u'n') % QStringLiteral(".deb"));
 }
 
 void TestDownloadWindow::savesUnderTheSuggestedName() {
@@ -228,44 +237,66 @@ void TestDownloadWindow::savesUnderTheSuggestedName() {
 void TestDownloadWindow::followsARedirect() {
     server_->setAnswer([this](QTcpSocket& socket) {
         if (server_->requests().size() == 1)
-            LoopbackServer::redirect("/files/real.run")(socket);
+            LoopbackServer::redirect("/files/real.deb")(socket);
         else
             LoopbackServer::whole("installer")(socket);
     });
     open();
     clickOk();
     QTRY_COMPARE(asksToQuit_, 1);
-    QCOMPARE(everythingIn(downloads_->path()), {QStringLiteral("real.run")});
+    QCOMPARE(everythingIn(downloads_->path()), {QStringLiteral("real.deb")});
 }
 
-void TestDownloadWindow::replacesAnOlderFile() {
-    const QString old = file(QStringLiteral("setup.run"));
-    makeFile(QStringLiteral("setup.run"), "old");
+void TestDownloadWindow::neverReplacesAFile() {
+    makeFile(QStringLiteral("setup.deb"), "old");
+    makeFile(QStringLiteral("setup (1).deb"), "not so old");
+    server_->setAnswer(LoopbackServer::whole("installer"));
+    open();
+    clickOk();
+    QTRY_COMPARE(asksToQuit_, 1);
+    const QString made = file(QStringLiteral("setup (2).deb"));
+    QCOMPARE(contents(file(QStringLiteral("setup.deb"))), QByteArray("old"));
+    QCOMPARE(contents(file(QStringLiteral("setup (1).deb"))), QByteArray("not so old"));
+    QCOMPARE(contents(made), QByteArray("installer"));
+    QCOMPARE(everythingIn(downloads_->path()).size(), 3);
+    QCOMPARE(opened_, {QUrl::fromLocalFile(made)});
+    QCOMPARE(window_->filePath(), made);
+    QCOMPARE(window_->fileURL(), QUrl::fromLocalFile(made));
+}
+
+void TestDownloadWindow::neverReplacesAFileThatComesMeanwhile() {
     server_->setAnswer(begun(lengthHead(8) + "new"));
     open();
     clickOk();
     QTRY_COMPARE(window_->downloadedSoFar(), 3);
-    QCOMPARE(contents(old), QByteArray("old"));
+    makeFile(QStringLiteral("setup.deb"), "another's");
     send("er one");
     QTRY_COMPARE(asksToQuit_, 1);
-    QCOMPARE(contents(old), QByteArray("newer on"));
-    QCOMPARE(everythingIn(downloads_->path()).size(), 1);
+    QCOMPARE(contents(file(QStringLiteral("setup.deb"))), QByteArray("another's"));
+    QCOMPARE(contents(file(QStringLiteral("setup (1).deb"))), QByteArray("newer on"));
+    QCOMPARE(everythingIn(downloads_->path()).size(), 2);
+}
+
+void TestDownloadWindow::neverReplacesAFolder() {
+    QVERIFY(QDir(downloads_->path()).mkdir(QStringLiteral("setup.deb")));
+    server_->setAnswer(LoopbackServer::whole("installer"));
+    open();
+    clickOk();
+    QTRY_COMPARE(asksToQuit_, 1);
+    QVERIFY(QFileInfo(file(QStringLiteral("setup.deb"))).isDir());
+    QCOMPARE(contents(file(QStringLiteral("setup (1).deb"))), QByteArray("installer"));
 }
 
 void TestDownloadWindow::neverWritesThroughALink() {
     const QTemporaryDir elsewhere;
     const QString target = elsewhere.filePath(QStringLiteral("precious"));
-    QFile precious(target);
-    QVERIFY(precious.open(QIODevice::WriteOnly));
-    precious.write("precious");
-    precious.close();
-    QVERIFY(QFile::link(target, file(QStringLiteral("setup.run"))));
+    QVERIFY(QFile::link(target, file(QStringLiteral("setup.deb"))));
     server_->setAnswer(LoopbackServer::whole("installer"));
     open();
     clickOk();
     QTRY_COMPARE(asksToQuit_, 1);
-    QCOMPARE(contents(target), QByteArray("precious"));
-    QCOMPARE(contents(file(QStringLiteral("setup.run"))), QByteArray("installer"));
+    QVERIFY(!QFile::exists(target));
+    QCOMPARE(contents(file(QStringLiteral("setup (1).deb"))), QByteArray("installer"));
 }
 
 void TestDownloadWindow::createsTheDownloadsFolder() {
@@ -274,23 +305,40 @@ void TestDownloadWindow::createsTheDownloadsFolder() {
     open();
     clickOk();
     QTRY_COMPARE(asksToQuit_, 1);
-    QCOMPARE(contents(file(QStringLiteral("not/there/setup.run"))), QByteArray("installer"));
+    QCOMPARE(contents(file(QStringLiteral("not/there/setup.deb"))), QByteArray("installer"));
 }
 
 void TestDownloadWindow::neverMakesAFileExecutable() {
-    // Not even where an older file of the name was.
-    QFile old(file(QStringLiteral("setup.run")));
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    old.close();
-    QVERIFY(old.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
-                               QFile::ExeGroup | QFile::ExeOther));
-    server_->setAnswer(LoopbackServer::whole("#!/bin/sh\n"));
+    server_->setAnswer(LoopbackServer::whole("installer"));
     open();
     clickOk();
     QTRY_COMPARE(asksToQuit_, 1);
-    QVERIFY(!(QFile::permissions(old.fileName()) &
-              (QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther)));
-    QVERIFY(QFile::permissions(old.fileName()) & QFile::ReadOwner);
+    const auto permissions = QFile::permissions(file(QStringLiteral("setup.deb")));
+    QVERIFY(
+        !(permissions & (QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther)));
+    QVERIFY(permissions & QFile::ReadOwner);
+}
+
+void TestDownloadWindow::showsTheFolderOfAProgram_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("by its name") << "setup.run" << QByteArray("anything");
+    QTest::newRow("script") << "setup.deb" << QByteArray("#!/bin/sh\nrm -rf ~\n");
+    QTest::newRow("desktop entry")
+        << "setup.txt" << QByteArray("# hello\n[Desktop Entry]\nExec=sh\n");
+}
+
+void TestDownloadWindow::showsTheFolderOfAProgram() {
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    server_->setAnswer(LoopbackServer::whole(content));
+    open(QString(u'/' + name));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is a program")));
+    clickOk();
+    QTRY_COMPARE(asksToQuit_, 1);
+    QCOMPARE(opened_, {QUrl::fromLocalFile(downloads_->path())});
+    QVERIFY(!wasVisibleAtOpening_);
+    QCOMPARE(contents(file(name)), content);
 }
 
 void TestDownloadWindow::closesOpensThenAsksToQuit() {
@@ -314,10 +362,41 @@ void TestDownloadWindow::saysWhereAFileIsThatCannotBeOpened() {
     open();
     clickOk();
     QTRY_VERIFY(alert() && alert()->isVisible());
-    QVERIFY(alert()->text().endsWith(file(QStringLiteral("setup.run"))));
+    QVERIFY(alert()->text().endsWith(file(QStringLiteral("setup.deb"))));
     QCOMPARE(asksToQuit_, 0);
     alert()->buttons()[0]->click();
     QTRY_COMPARE(asksToQuit_, 1);
+}
+
+void TestDownloadWindow::staysAliveWithADeadFolder_data() {
+    QTest::addColumn<bool>("diesInTheMiddle");
+    QTest::newRow("dead from the start") << false;
+    QTest::newRow("dies in the middle") << true;
+}
+
+// Cancelled at once although the file system never answers; when it does, nothing is left.
+void TestDownloadWindow::staysAliveWithADeadFolder() {
+    QFETCH(bool, diesInTheMiddle);
+    auto dead = diesInTheMiddle ? nullptr : std::make_unique<DeadShare>(downloads_->path());
+    server_->setAnswer(begun(lengthHead(size) + "half"));
+    open();
+    clickOk();
+    if (diesInTheMiddle) {
+        QTRY_COMPARE(window_->downloadedSoFar(), 4);
+        dead = std::make_unique<DeadShare>(downloads_->path());
+    } else {
+        QTRY_VERIFY(DeadShare::hangingCalls() > 0);
+    }
+    QVERIFY(window_->downloading());
+    QTest::mouseClick(&button("cancelBtn"), Qt::LeftButton);
+    QTRY_VERIFY(!window_->isVisible());
+    QTRY_VERIFY(DeadShare::hangingCalls() > 0);
+    QCOMPARE(threads_->runningCount(), 1);
+    window_.reset();
+    dead.reset();
+    QVERIFY(threads_->waitForAll(20s));
+    QVERIFY(everythingIn(downloads_->path()).isEmpty());
+    QVERIFY(opened_.isEmpty());
 }
 
 void TestDownloadWindow::lastWindowClosedQuits() {

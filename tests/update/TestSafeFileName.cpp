@@ -12,6 +12,8 @@ private Q_SLOTS:
     void suggests();
     void makesSafe_data();
     void makesSafe();
+    void numbers_data();
+    void numbers();
 };
 
 void TestSafeFileName::suggests_data() {
@@ -98,6 +100,19 @@ void TestSafeFileName::makesSafe_data() {
         << QString(200, QChar(0xe9)) << QString(127, QChar(0xe9));
     QTest::newRow("too long, pairs")
         << QStringLiteral("\U0001f600").repeated(100) << QStringLiteral("\U0001f600").repeated(63);
+    // The 255th byte is the first of four.
+    QTest::newRow("too long, a pair at the limit")
+        << QString(QString(254, u'a') % QStringLiteral("\U0001f600")) << QString(254, u'a');
+    QTest::newRow("too long, a pair at the limit, with suffix")
+        << QString(QString(250, u'a') % QStringLiteral("\U0001f600.deb"))
+        << QString(QString(250, u'a') % QStringLiteral(".deb"));
+    QTest::newRow("too long, a mark at the limit")
+        << QString(QString(254, u'a') % QStringLiteral("e\u0301")) << QString(254, u'a');
+    QTest::newRow("too long, one character of marks")
+        << QString(u'e' + QString(300, QChar(0x301))) << QString(u'e' + QString(127, QChar(0x301)));
+    QTest::newRow("too long with two suffixes")
+        << QString(QString(300, u'a') % QStringLiteral(".tar.gz"))
+        << QString(QString(248, u'a') % QStringLiteral(".tar.gz"));
 }
 
 void TestSafeFileName::makesSafe() {
@@ -105,6 +120,25 @@ void TestSafeFileName::makesSafe() {
     const QString safe = safeFileName(suggested);
     QTEST(safe, "safe");
     QVERIFY(safe.toUtf8().size() <= 255);
+}
+
+void TestSafeFileName::numbers_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("numbered");
+    QTest::newRow("ordinary") << "setup.deb" << 1 << "setup (1).deb";
+    QTest::newRow("two suffixes") << "setup-1.2.tar.xz" << 12 << "setup-1.2 (12).tar.xz";
+    QTest::newRow("no suffix") << "setup" << 2 << "setup (2)";
+    QTest::newRow("longest") << QString(QString(251, u'a') % QStringLiteral(".deb")) << 9999
+                             << QString(QString(244, u'a') % QStringLiteral(" (9999).deb"));
+}
+
+void TestSafeFileName::numbers() {
+    QFETCH(QString, name);
+    QFETCH(int, number);
+    const QString numbered = numberedFileName(name, number);
+    QTEST(numbered, "numbered");
+    QVERIFY(numbered.toUtf8().size() <= 255);
 }
 
 REELSHIFT_TEST(test_safe_file_name, TestSafeFileName, NoApplication)

@@ -73,7 +73,7 @@ void TestUpdateCheck::init() {
 
 void TestUpdateCheck::waitForWindow(UpdateCheck& check) {
     server_->setAnswer(
-        LoopbackServer::whole(document("9.9.9.9", server_->baseUrl().toUtf8() + "/setup.run")));
+        LoopbackServer::whole(document("9.9.9.9", server_->baseUrl().toUtf8() + "/setup.deb")));
     check.start();
     QTRY_VERIFY(check.window() && check.window()->isVisible());
 }
@@ -95,7 +95,7 @@ void TestUpdateCheck::offersTheNewerVersion() {
     UpdateCheck check(settings_);
     waitForWindow(check);
     QCOMPARE(check.window()->thread(), QThread::currentThread());
-    QCOMPARE(check.window()->downloadURL(), server_->baseUrl() + QStringLiteral("/setup.run"));
+    QCOMPARE(check.window()->downloadURL(), server_->baseUrl() + QStringLiteral("/setup.deb"));
     QTRY_COMPARE(check.thread().phase(), Phase::Ended);
     QCOMPARE(server_->requests().size(), 1);
 }
@@ -138,8 +138,9 @@ void TestUpdateCheck::logsWhatEndsTheCheck() {
 
     // Nobody listens at all.
     server_->close();
-    QTest::ignoreMessage(QtWarningMsg,
-                         "The update server's document was not read: Connection refused");
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        QRegularExpression(QStringLiteral("The update server's document was not read: .*connect")));
     QTest::ignoreMessage(QtWarningMsg,
                          "The version check ended: the version \"\" has fewer than four parts");
     UpdateCheck unanswered(settings_);
@@ -228,6 +229,7 @@ void TestUpdateCheck::stopsInTheMiddleOfADownload() {
     check.stop();
     QTRY_VERIFY(!server_->connection());
     QVERIFY(opened.isEmpty());
+    QVERIFY(check.waitForDownloads(std::chrono::seconds(20)));
     QVERIFY(QDir(downloads_->path())
                 .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
                 .isEmpty());
@@ -245,7 +247,7 @@ void TestUpdateCheck::downloadsOpensAndAsksToQuit() {
     });
     check.window()->findChild<QPushButton*>(QStringLiteral("okBtn"))->click();
     QTRY_COMPARE(heard, 1);
-    QCOMPARE(opened_, {QUrl::fromLocalFile(downloads_->filePath(QStringLiteral("setup.run")))});
+    QCOMPARE(opened_, {QUrl::fromLocalFile(downloads_->filePath(QStringLiteral("setup.deb")))});
     QVERIFY(!check.window());
 }
 

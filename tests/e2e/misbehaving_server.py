@@ -17,6 +17,7 @@ ENDLESS = {
     "trailer": (CHUNKED + b"0\r\n", b"X-More: " + b"x" * 1000 + b"\r\n"),
     "provisional_answers": (b"", b"HTTP/1.1 103 Early Hints\r\n\r\n" * 1000),
     "body": (OK + b"\r\n", b" " * 65536),
+    "body_of_a_stated_length": (OK + b"Content-Length: 2000000000\r\n\r\n", b" " * 65536),
     "body_of_tiny_chunks": (CHUNKED, b"1;" + b"x" * 60 + b"\r\n \r\n"),
 }
 

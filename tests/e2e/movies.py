@@ -1,8 +1,12 @@
 """Makes HEVC movies with ffmpeg and looks into finished ones with ffprobe."""
 
+import atexit
+import functools
 import json
 import os
+import shutil
 import subprocess
+import tempfile
 
 
 def _run(command):
@@ -14,21 +18,43 @@ def _run(command):
     return result.stdout.decode()
 
 
-def make_hevc(path, size="640x480", seconds=4, repeat=1, title=None, source="testsrc2"):
-    """An HEVC movie with AAC sound; `repeat` strings that many copies together, which is quick."""
-    os.makedirs(os.path.dirname(path), exist_ok=True)
-    once = path if repeat == 1 else path + ".once.mp4"
-    named = ["-metadata", "title=" + title] if title else []
+@functools.lru_cache
+def _store():
+    """Where the movies are that everything is made of: with ctest they outlive the tests, because
+    to encode one takes longer than much of what a test does with it."""
+    kept = os.environ.get("REELSHIFT_E2E_MOVIES")
+    if kept:
+        os.makedirs(kept, exist_ok=True)
+        return kept
+    folder = tempfile.mkdtemp(prefix="pieces-")
+    atexit.register(shutil.rmtree, folder, ignore_errors=True)
+    return folder
+
+
+def _piece(size, seconds, source):
+    path = os.path.join(_store(), f"{source}-{size}-{seconds}.mp4")
+    if os.path.exists(path):
+        return path
+    part = f"{path}.{os.getpid()}.mp4"  # another test may be making it, too
     _run(["ffmpeg", "-y", "-v", "error",
           "-f", "lavfi", "-i", f"{source}=size={size}:rate=25",
           "-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000",
           "-t", str(seconds), "-c:v", "libx265", "-preset", "ultrafast",
           "-x265-params", "log-level=error", "-tag:v", "hvc1", "-pix_fmt", "yuv420p",
-          "-c:a", "aac", *named, once])
-    if repeat > 1:
-        _run(["ffmpeg", "-y", "-v", "error", "-stream_loop", str(repeat - 1), "-i", once,
-              "-c", "copy", *named, path])
-        os.remove(once)
+          "-c:a", "aac", part])
+    os.replace(part, path)
+    return path
+
+
+def make_hevc(path, size="640x480", seconds=1, repeat=1, title=None, source="testsrc2"):
+    """An HEVC movie with AAC sound; `repeat` strings that many copies together, which is quick."""
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    piece = _piece(size, seconds, source)
+    if repeat == 1 and title is None and path.endswith(".mp4"):
+        return shutil.copyfile(piece, path)
+    named = [] if title is None else ["-metadata", "title=" + title]
+    _run(["ffmpeg", "-y", "-v", "error", "-stream_loop", str(repeat - 1), "-i", piece,
+          "-c", "copy", "-tag:v", "hvc1", *named, path])
     return path
 
 

@@ -61,7 +61,7 @@ class Walk(ProgramTest):
         """Headers, descriptions and keys that a reader asks for."""
         table = self.app.table()
         self.assertEqual(text("IDS_TXT_EMPTY_LIST"), table.get_description())
-        self.app.add_all(make_hevc(self.movie_path("a.mp4"), seconds=1))
+        self.app.add_all(make_hevc(self.movie_path("a.mp4")))
         self.assertEqual(text("IDS_TIP_TABLE"), table.get_description())
         for column, key in enumerate(("IDS_A11Y_COLUMN_CHECK", "IDS_TXT_FILENAME",
                                       "IDS_TXT_DURATION", "IDS_TXT_AUDIO", "IDS_TXTFLD_RESOLUTION",
@@ -78,7 +78,7 @@ class Walk(ProgramTest):
                 self.assertNotEqual("", node.get_name(), node.get_role())
 
     def test_the_focus_is_a_cell(self):
-        self.app.add_all(make_hevc(self.movie_path("a.mp4"), seconds=1))
+        self.app.add_all(make_hevc(self.movie_path("a.mp4")))
         ear = Ear(self, self.app)
         letter = mnemonic("IDS_TXT_FILELIST")
         subprocess.run(["xdotool", "key", "alt+" + letter], check=True)
@@ -90,7 +90,7 @@ class Walk(ProgramTest):
 
     def test_what_is_said_of_a_run(self):
         ear = Ear(self, self.app)
-        first = make_hevc(self.movie_path("a.mp4"), "1280x720", 8)
+        first = make_hevc(self.movie_path("a.mp4"), "1280x720", 2, repeat=4)
         second = shutil.copy(first, self.movie_path("b.mp4"))
         self.app.add_all(first, second)
         self.keep("list.txt", window.describe(self.app.window()))

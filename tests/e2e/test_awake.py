@@ -99,7 +99,7 @@ class Awake(ProgramTest):
         window.do_action(self.app.cell(row, "im"), "Press")
 
     def test_a_run_and_its_end(self):
-        movie = make_hevc(self.movie_path("a.mp4"), "1280x720", 5, repeat=4)
+        movie = make_hevc(self.movie_path("a.mp4"), "1280x720", 2, repeat=10)
         self.begin(movie)
         inhibitions = self.desktop.calls(self.desktop.portal, "Inhibit")
         self.assertEqual([12], [int(arguments[1]) for arguments in inhibitions])
@@ -127,7 +127,7 @@ class Awake(ProgramTest):
         self.close_summary()
 
     def test_a_pause_lets_the_machine_sleep(self):
-        movie = make_hevc(self.movie_path("long.mp4"), "1280x720", 5, repeat=60)
+        movie = make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=60)
         self.begin(movie)
         window.wait_for(lambda: self.app.cell_text(0, "progress").endswith("%"), "a percentage")
         self.press_row_button(0)
@@ -143,7 +143,7 @@ class Awake(ProgramTest):
         self.assertEqual([], self.desktop.calls(self.desktop.notifications, "Notify"))
 
     def test_an_end_by_force_leaves_no_lock(self):
-        movie = make_hevc(self.movie_path("long.mp4"), "1280x720", 5, repeat=60)
+        movie = make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=60)
         self.begin(movie)
         self.app.process.kill()
         self.app.wait_until_ended()
@@ -152,7 +152,7 @@ class Awake(ProgramTest):
 
 class NotAwake(ProgramTest):
     def test_nobody_to_ask(self):
-        self.app.add_all(make_hevc(self.movie_path("long.mp4"), "1280x720", 5, repeat=60))
+        self.app.add_all(make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=60))
         line = text("IDS_TXT_NOT_KEPT_AWAKE")
 
         def shown():

@@ -20,7 +20,7 @@ class ControlsTest(ProgramTest):
     def setUpClass(cls):
         cls.store = tempfile.mkdtemp(prefix="movies-")
         cls.addClassCleanup(shutil.rmtree, cls.store, ignore_errors=True)
-        make_hevc(os.path.join(cls.store, "long.mp4"), "1920x1080", 4, repeat=20)
+        make_hevc(os.path.join(cls.store, "long.mp4"), "1920x1080", 2, repeat=40)
         make_hevc(os.path.join(cls.store, "short.mp4"), "640x480", 1)
 
     def movie(self, kind, name=None):

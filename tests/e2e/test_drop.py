@@ -92,8 +92,8 @@ class DropTest(ProgramTest):
 
 class DropFromAnotherProgram(DropTest):
     def test_movies_are_added_and_stay_where_they_are(self):
-        paths = [make_hevc(self.movie_path("Videos", "clip 1.MOV"), seconds=1),
-                 make_hevc(self.movie_path("Videos", "\u00fcber.mp4"), "1280x720", 1)]
+        paths = [make_hevc(self.movie_path("Videos", "clip 1.MOV")),
+                 make_hevc(self.movie_path("Videos", "\u00fcber.mp4"), "1280x720", 2)]
         before = [(os.stat(path).st_ino, os.stat(path).st_mtime_ns) for path in paths]
         source = self.source(*paths)
         # The source asks for a move; the answer is a copy, so it deletes nothing.
@@ -110,7 +110,7 @@ class DropFromAnotherProgram(DropTest):
                          sorted(os.listdir(self.movie_path("Videos"))))
 
     def test_what_is_no_movie_is_told_once(self):
-        movie = make_hevc(self.movie_path("a.mp4"), seconds=1)
+        movie = make_hevc(self.movie_path("a.mp4"))
         source = self.source(self.documents, self.movie_path("missing.mp4"), movie)
         self.drop_on_table(source, "no_movies")
         box = self.app.box()
@@ -123,7 +123,7 @@ class DropFromAnotherProgram(DropTest):
         self.assertTrue(os.path.isdir(self.documents))
 
     def test_broken_data_of_the_private_type_moves_nothing(self):
-        first = make_hevc(self.movie_path("a.mp4"), seconds=1)
+        first = make_hevc(self.movie_path("a.mp4"))
         self.app.add_all(first)
         self.app.add_all(shutil.copy(first, self.movie_path("b.mp4")))
         far = "5253525700000002" + "00000000" + "7fffffff"
@@ -140,7 +140,7 @@ class DropFromAnotherProgram(DropTest):
         self.assertEqual(["a.mp4", "b.mp4", "c.mp4"], self.app.column("name"))
 
     def test_a_drop_during_a_run_is_refused(self):
-        long = make_hevc(self.movie_path("long.mp4"), "1280x720", 5, repeat=60)
+        long = make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=60)
         self.app.add_all(long)
         self.app.convert()
         window.wait_for(lambda: self.app.encoders(), "an encoder to run")
@@ -168,7 +168,7 @@ class DropFromAnotherProgram(DropTest):
 
 class DragOfRows(DropTest):
     def test_the_order_changes_with_the_next_add(self):
-        first = make_hevc(self.movie_path("a.mp4"), seconds=1)
+        first = make_hevc(self.movie_path("a.mp4"))
         for path in (first, self.movie_path("b.mp4"), self.movie_path("c.mp4")):
             self.app.add_all(path if path == first else shutil.copy(first, path))
         x, y, width, height = self.extents(self.app.cell(2, "name"))
@@ -188,7 +188,7 @@ class DragOfRows(DropTest):
         self.screen("moved")
 
     def test_the_program_ends_while_rows_are_dragged(self):
-        self.app.add_all(make_hevc(self.movie_path("a.mp4"), seconds=1))
+        self.app.add_all(make_hevc(self.movie_path("a.mp4")))
         x, y, width, height = self.extents(self.app.cell(0, "name"))
         line = (x + width // 2, y, 1, 4)
         before = pixels(*line)

@@ -68,7 +68,7 @@ class Keyboard(ProgramTest):
         window.wait_for(is_open, "the list of the cell")
 
     def test_a_whole_run(self):
-        long = make_hevc(self.movie_path("long.mp4"), "1920x1080", 4, repeat=12)
+        long = make_hevc(self.movie_path("long.mp4"), "1920x1080", 2, repeat=24)
         short = make_hevc(self.movie_path("short.mp4"), "640x480", 1)
         extra = shutil.copy(short, self.movie_path("extra.mp4"))
         self.add(long, short, extra)

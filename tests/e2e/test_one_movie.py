@@ -39,7 +39,7 @@ class OneMovie(MovieTest):
         self.assertEqual(self.documents, self.app.output_folder())
 
     def test_two_movies_become_h264(self):
-        sources = [make_hevc(self.movie_path("Videos", "Holiday Video.mp4"), "1280x720", 3,
+        sources = [make_hevc(self.movie_path("Videos", "Holiday Video.mp4"), "1280x720", 2,
                              title="trial and error"),
                    make_hevc(self.movie_path("Videos", "Audio, Duration", "b.mp4"), "720x1280", 2)]
         os.utime(sources[1], ns=(1_234_567_890_123_456_789, 1_234_567_890_123_456_789))
@@ -67,7 +67,7 @@ class OneMovie(MovieTest):
         self.assertEqual(0, self.app.wait_until_ended())
 
     def test_a_second_run_in_the_same_window(self):
-        first = make_hevc(self.movie_path("a.mp4"), seconds=1)
+        first = make_hevc(self.movie_path("a.mp4"))
         second = shutil.copy(first, self.movie_path("b.mp4"))
         for source, output in ((first, "a_HQ_640x480.mp4"), (second, "b_HQ_640x480.mp4")):
             self.app.add_all(source)
@@ -108,7 +108,7 @@ class EndInTheMiddle(ProgramTest):
 
     def setUp(self):
         super().setUp()
-        self.source = make_hevc(self.movie_path("long.mp4"), "1280x720", 5, repeat=60)
+        self.source = make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=60)
         self.output = os.path.join(self.documents, "long_HQ_1280x720.mp4")
         self.app.add_all(self.source)
         self.app.convert()

@@ -42,9 +42,9 @@ class LaterRelease(ControlsTest, MovieTest):
                   "the encoder and its filter to end")
 
     def test_converts(self):
-        sources = [make_hevc(self.movie_path("Videos", "Holiday Video.mp4"), "1280x720", 3,
+        sources = [make_hevc(self.movie_path("Videos", "Holiday Video.mp4"), "1280x720", 2,
                              title="frame= 1 Lsize= trial and error"),
-                   make_hevc(self.movie_path("Videos", "b.mp4"), "640x480", 2)]
+                   make_hevc(self.movie_path("Videos", "b.mp4"), "640x480", 1)]
         self.app.add_all(*sources)
         self.app.convert()
         self.app.box(limit=90)

@@ -15,6 +15,18 @@
 
 // What the tests of a run look at again and again. Main thread.
 
+// Of a list of one movie.
+inline const QString soleMovie = QStringLiteral("a.mp4");
+inline const QString soleOutput = QStringLiteral("a_HQ_640x480.mp4");
+
+// Of the conversion error.
+inline constexpr int stopError = 1000;
+inline constexpr int skipError = 1001;
+// Of the two boxes about a source.
+inline constexpr int tryAgain = 1001;
+// Of the name conflict.
+inline constexpr int replaceAnswer = 1003;
+
 [[nodiscard]] inline QByteArray contentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

@@ -5,6 +5,19 @@
 
 #include <functional>
 
+// Names of movies, and a size that some of them are given.
+inline const QString a = QStringLiteral("a");
+inline const QString b = QStringLiteral("b");
+inline const QString c = QStringLiteral("c");
+inline const QString d = QStringLiteral("d");
+inline const QString half = QStringLiteral("640x360");
+
+/// An encode that says a position and nothing more.
+[[nodiscard]] inline QStringList silent() {
+    return {QStringLiteral("create"), QStringLiteral("write 100"), QStringLiteral("progress 1"),
+            QStringLiteral("hang")};
+}
+
 /// A program in the middle of a run whose encoders go on step by step, as the test tells them:
 /// each says 10 %, waits for step 1, says 20 %, waits for step 2, says 30 %, waits for step 3,
 /// writes its output and ends. All of them must find themselves alone.

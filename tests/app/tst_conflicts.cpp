@@ -10,14 +10,9 @@ namespace {
 constexpr int cancelAnswer = 1000;
 constexpr int duplicateAnswer = 1001;
 constexpr int skipAnswer = 1002;
-constexpr int replaceAnswer = 1003;
 
 // Of the two boxes about a source.
 constexpr int skipSource = 1000;
-constexpr int tryAgain = 1001;
-
-// Of the conversion error.
-constexpr int skipError = 1001;
 
 } // namespace
 

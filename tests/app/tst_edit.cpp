@@ -9,15 +9,6 @@
 #include <QLineEdit>
 #include <QTest>
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-const QString half = QStringLiteral("640x360");
-
-} // namespace
-
 /// Editing in the main window: the table's cells and the main quality list, by hand, by keyboard
 /// and through the accessibility tree, before a run and during one.
 class TestEdit final : public QObject {

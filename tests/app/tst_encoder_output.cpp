@@ -5,12 +5,6 @@
 #include <QApplication>
 #include <QElapsedTimer>
 
-namespace {
-
-const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
-
-} // namespace
-
 /// What an encoder prints on its good road, and what a run reads from it.
 class TestEncoderOutput final : public QObject {
     Q_OBJECT
@@ -281,7 +275,7 @@ void TestEncoderOutput::noSecondForWhatHasNoPosition() {
     program.click("btnConvertFile");
     QTRY_VERIFY(asked);
     program.quit();
-    QVERIFY(!QFile::exists(program.output(outputName)));
+    QVERIFY(!QFile::exists(program.output(soleOutput)));
 }
 
 void TestEncoderOutput::shortOfADurationThatIsZero() {

@@ -6,14 +6,7 @@
 
 namespace {
 
-constexpr int stopError = 1000;
-constexpr int skipError = 1001;
 constexpr int endRun = 1000;
-constexpr int tryAgain = 1001;
-constexpr int replaceAnswer = 1003;
-
-const QString movieName = QStringLiteral("a.mp4");
-const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
 
 } // namespace
 
@@ -58,7 +51,7 @@ QString TestFailures::errorMessage(const QString& name) {
 
 /// A movie a.mp4 that is encoded like this, and a good one, b.mp4.
 void TestFailures::addOne(ControllerFixture& program, std::initializer_list<const char*> encode) {
-    program.add({program.movie(movieName).encode(encode).write(),
+    program.add({program.movie(soleMovie).encode(encode).write(),
                  program.movie(QStringLiteral("b.mp4")).write()});
     QCOMPARE(program.files().rowCount(), 2);
 }
@@ -78,7 +71,7 @@ void TestFailures::errorAndSkip() {
     QFETCH(QString, line);
     ControllerFixture program;
     const QString movie =
-        program.movie(movieName)
+        program.movie(soleMovie)
             .encode(QStringList{QStringLiteral("create"), QStringLiteral("header"),
                                 QStringLiteral("progress 1"), QStringLiteral("write 10"),
                                 QStringLiteral("print ") + line +
@@ -96,7 +89,7 @@ void TestFailures::errorAndSkip() {
     QVERIFY(program.runToEnd());
     QCOMPARE(program.boxes.messages(),
              QStringList(
-                 {errorMessage(movieName), getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+                 {errorMessage(soleMovie), getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
     QCOMPARE(program.boxes.seen[0].buttons, textsOf({"IDS_BTN_STOP", "IDS_BTN_POPUP_SKIP"}));
     QCOMPARE(program.boxes.seen[0].checkBox, getLocalString("IDS_TXT_POPUP_DOFORERROR"));
     QCOMPARE(statusUnderTheBox, status::STATPR);
@@ -171,7 +164,7 @@ void TestFailures::failedConversion_data() {
 void TestFailures::failedConversion() {
     QFETCH(QStringList, encode);
     ControllerFixture program;
-    program.add({program.movie(movieName).encode(encode).write(),
+    program.add({program.movie(soleMovie).encode(encode).write(),
                  program.movie(QStringLiteral("b.mp4")).write()});
     bool errorIsSet = false;
     program.boxes.promise(skipError, false, [&] { errorIsSet = program.state().error; });
@@ -179,7 +172,7 @@ void TestFailures::failedConversion() {
     QVERIFY(program.runToEnd());
     QCOMPARE(program.boxes.messages(),
              QStringList(
-                 {errorMessage(movieName), getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
+                 {errorMessage(soleMovie), getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
     QVERIFY(errorIsSet);
     QCOMPARE(program.files().rowCount(), 1);
     QVERIFY(isWaiting(0, program));
@@ -206,7 +199,7 @@ void TestFailures::anEncoderThatCannotBeStarted() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QCOMPARE(program.boxes.messages(),
-             QStringList({errorMessage(movieName), errorMessage(QStringLiteral("b.mp4")),
+             QStringList({errorMessage(soleMovie), errorMessage(QStringLiteral("b.mp4")),
                           getLocalString("IDS_TXT_POPUP_OPERATION_SUCCESSFUL")}));
     QVERIFY(isWaiting(0, program));
     QVERIFY(isWaiting(1, program));
@@ -220,7 +213,7 @@ void TestFailures::aSizeWithoutAHeightFailsTheJob() {
     program.boxes.promise(skipError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(program.boxes.messages().first(), errorMessage(movieName));
+    QCOMPARE(program.boxes.messages().first(), errorMessage(soleMovie));
     QCOMPARE(program.encodes().size(), 1);
     QVERIFY(isWaiting(0, program));
 }
@@ -254,7 +247,7 @@ void TestFailures::theSourceIsGoneAndTriedAgain() {
     addOne(program,
            {"create", "header", "progress 1", "write 10", "unlink a.mp4",
             "print Input/output error\\nframe=   60 time=00:00:02.00 bitrate=\\r", "hang"});
-    program.boxes.promise(tryAgain, false, [&] { (void)program.movie(movieName).write(); });
+    program.boxes.promise(tryAgain, false, [&] { (void)program.movie(soleMovie).write(); });
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     // No conflict: the first try's output is gone before the second begins.
@@ -263,7 +256,7 @@ void TestFailures::theSourceIsGoneAndTriedAgain() {
     QCOMPARE(program.encodes().size(), 3);
     QCOMPARE(program.encodes()[1].arguments, program.encodes()[0].arguments);
     QCOMPARE(program.files().rowCount(), 0);
-    QCOMPARE(contentOf(program.output(outputName)).size(), 4096);
+    QCOMPARE(contentOf(program.output(soleOutput)).size(), 4096);
 }
 
 void TestFailures::theSourceIsGoneAndStaysAway() {
@@ -319,7 +312,7 @@ void TestFailures::theConflictsMarkWithoutAStoredErrorAsks() {
     QStringList movies;
     for (const char* name : {"a.mp4", "b.mp4"})
         movies += program.movie(QString::fromLatin1(name)).encode({"exit 1"}).write();
-    writeContent(program.output(outputName), "old");
+    writeContent(program.output(soleOutput), "old");
     program.add(movies);
     QCOMPARE(program.state().resultStoredForConversionError, 0);
     program.boxes.promise(replaceAnswer, true);
@@ -333,11 +326,11 @@ void TestFailures::theConflictsMarkWithoutAStoredErrorAsks() {
 
 void TestFailures::aStoredErrorAnswerOutlivesItsRun() {
     ControllerFixture program;
-    program.add({program.movie(movieName).encode({"exit 1"}).write()});
+    program.add({program.movie(soleMovie).encode({"exit 1"}).write()});
     program.boxes.promise(stopError, true);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    writeContent(program.output(outputName), "old");
+    writeContent(program.output(soleOutput), "old");
     program.boxes.promise(replaceAnswer, true);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
@@ -381,7 +374,7 @@ void TestFailures::writeFailure() {
     ControllerFixture program;
     QStringList steps{QStringLiteral("create"), QStringLiteral("header"),
                       QStringLiteral("progress 1"), QStringLiteral("write 10")};
-    program.add({program.movie(movieName).encode(steps + end).write(),
+    program.add({program.movie(soleMovie).encode(steps + end).write(),
                  program.movie(QStringLiteral("b.mp4")).write()});
     bool lockedUnderTheSummary = false;
     program.boxes.promise(okAnswer);
@@ -432,7 +425,7 @@ void TestFailures::anEncoderThatHangsAfterItsSummaryIsKilled() {
     program.boxes.promise(skipError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(program.boxes.messages().first(), errorMessage(movieName));
+    QCOMPARE(program.boxes.messages().first(), errorMessage(soleMovie));
     QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
     QVERIFY(isWaiting(0, program));
     QVERIFY(noEncoderLives(program.encodes()));
@@ -446,7 +439,7 @@ void TestFailures::anInterruptedEncoderThatGoesOnIsKilled() {
     program.boxes.promise(skipError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(program.boxes.messages().first(), errorMessage(movieName));
+    QCOMPARE(program.boxes.messages().first(), errorMessage(soleMovie));
     QVERIFY(noEncoderLives(program.encodes()));
 }
 
@@ -476,7 +469,7 @@ void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun() {
     ControllerFixture program(std::chrono::seconds(1));
     program.app().engine().setPatience({std::chrono::seconds(1), std::chrono::seconds(1)});
     program.add(
-        {program.movie(movieName)
+        {program.movie(soleMovie)
              .encode(QStringList{QStringLiteral("ignore-term"), QStringLiteral("create"),
                                  QStringLiteral("print ") + line +
                                      QStringLiteral("\\nframe=  1 time=00:00:01.00 bitrate=\\r"),

@@ -3,6 +3,7 @@
 #include "app/ControllerFixture.h"
 #include "app/FolderFiles.h"
 #include "app/PanelDriver.h"
+#include "app/RunChecks.h"
 
 #include <QApplication>
 #include <QDir>
@@ -16,12 +17,6 @@ namespace {
 
 const QString outputFile = QStringLiteral("default_hevc_path.txt");
 const QString addFile = QStringLiteral("add_hevc_file_path.txt");
-
-void writeFile(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(content), qint64{content.size()});
-}
 
 QByteArray readFile(const QString& path) {
     QFile file(path);
@@ -95,8 +90,9 @@ void TestFolders::reading() {
     QFETCH(QString, expected);
     for (const char* name : {"there", " there ", "\xc3\xa9t\xc3\xa9 \xf0\x9f\x8e\xac"})
         QVERIFY(QDir().mkpath(at(QString::fromUtf8(name))));
-    writeFile(at("plain"), "no folder");
-    writeFile(at("docs/") + outputFile, content.replace("F/", (folder_->path() + u'/').toUtf8()));
+    writeContent(at("plain"), "no folder");
+    writeContent(at("docs/") + outputFile,
+                 content.replace("F/", (folder_->path() + u'/').toUtf8()));
     expected.replace(QStringLiteral("F/"), folder_->path() + u'/');
     QCOMPARE(folders().readDefaultFilePath(outputFile),
              expected.isEmpty() ? at("home/Documents") : expected);
@@ -113,7 +109,7 @@ void TestFolders::readingWhatMayNotBeRead() {
     QCOMPARE(folders().readDefaultFilePath(outputFile), at("home/Documents"));
     QVERIFY(QFile::remove(pipe));
 
-    writeFile(at("docs/") + outputFile, folder_->path().toUtf8());
+    writeContent(at("docs/") + outputFile, folder_->path().toUtf8());
     QCOMPARE(folders().readDefaultFilePath(outputFile), folder_->path());
     QVERIFY(QFile::setPermissions(at("docs/") + outputFile, {}));
     openToAll();
@@ -162,7 +158,7 @@ void TestFolders::placesOfTheUser() {
     QCOMPARE(readFile(at("home/Documents/") + outputFile), QByteArray("a"));
 
     // The user's own place for documents counts for the files, not for the default folder.
-    writeFile(at("home/config/user-dirs.dirs"), "XDG_DOCUMENTS_DIR=\"$HOME/Papers\"\n");
+    writeContent(at("home/config/user-dirs.dirs"), "XDG_DOCUMENTS_DIR=\"$HOME/Papers\"\n");
     const PersistedFolders moved;
     QCOMPARE(moved.defaultFolder(), at("home/Documents"));
     moved.remeberFolderPath(QStringLiteral("c"), QStringLiteral("d"));
@@ -181,7 +177,7 @@ void TestFolders::writing() {
 }
 
 void TestFolders::writingReplacesAnOlderFileAsAWhole() {
-    writeFile(at("docs/") + outputFile, QByteArray(5000, 'x'));
+    writeContent(at("docs/") + outputFile, QByteArray(5000, 'x'));
     QFile reader(at("docs/") + outputFile);
     QVERIFY(reader.open(QIODevice::ReadOnly));
     folders().remeberFolderPath(QStringLiteral("/new"), QStringLiteral("/add"));
@@ -206,7 +202,7 @@ void TestFolders::writingWithoutADocumentsFolder() {
     QVERIFY(QDir(at("docs")).removeRecursively());
     folders().remeberFolderPath(QStringLiteral("/out"), QStringLiteral("/add"));
     QVERIFY(!QFile::exists(at("docs")));
-    writeFile(at("docs"), "a file in the folder's place");
+    writeContent(at("docs"), "a file in the folder's place");
     folders().remeberFolderPath(QStringLiteral("/out"), QStringLiteral("/add"));
     QCOMPARE(readFile(at("docs")), QByteArray("a file in the folder's place"));
     PersistedFolders(QString(), at("home")).remeberFolderPath(QStringLiteral("/out"), QString());
@@ -228,8 +224,8 @@ void TestFolders::writingIntoAReadOnlyFolder() {
 void TestFolders::theStartReadsBoth() {
     ControllerFixture program;
     program.quit();
-    writeFile(program.output(outputFile), program.movies().toUtf8());
-    writeFile(program.output(addFile), program.resources().toUtf8());
+    writeContent(program.output(outputFile), program.movies().toUtf8());
+    writeContent(program.output(addFile), program.resources().toUtf8());
     program.restart();
     QCOMPARE(program.app().persistedOutputFolder(), program.movies());
     QCOMPARE(program.widget<QLineEdit>("outputFolderPath")->text(), program.movies());
@@ -242,13 +238,13 @@ void TestFolders::anUntouchedOutputFolderIsWrittenBack() {
     QCOMPARE(readFile(program.output(outputFile)), program.documents().toUtf8());
     QCOMPARE(readFile(program.output(addFile)), program.documents().toUtf8());
 
-    writeFile(program.output(outputFile), program.movies().toUtf8());
+    writeContent(program.output(outputFile), program.movies().toUtf8());
     program.restart();
     program.quit();
     QCOMPARE(readFile(program.output(outputFile)), program.movies().toUtf8());
 
     // What names nothing is forgotten for good.
-    writeFile(program.output(outputFile), program.path(QStringLiteral("gone")).toUtf8());
+    writeContent(program.output(outputFile), program.path(QStringLiteral("gone")).toUtf8());
     program.restart();
     program.quit();
     QCOMPARE(readFile(program.output(outputFile)), program.documents().toUtf8());
@@ -257,7 +253,7 @@ void TestFolders::anUntouchedOutputFolderIsWrittenBack() {
 void TestFolders::theAddFolderIsCarriedThrough() {
     ControllerFixture program;
     program.quit();
-    writeFile(program.output(addFile), program.resources().toUtf8());
+    writeContent(program.output(addFile), program.resources().toUtf8());
     program.restart();
     // Neither adding nor a choice of the output folder changes it.
     program.add({program.movie(QStringLiteral("a.mp4")).write()});

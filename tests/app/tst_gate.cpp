@@ -13,15 +13,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-const QString half = QStringLiteral("640x360");
-
-} // namespace
-
 /// What reaches the main window although no user could press it just then: under a box, inside a
 /// wait, through the accessibility tree.
 class TestGate final : public QObject {

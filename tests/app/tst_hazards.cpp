@@ -13,14 +13,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-
-} // namespace
-
 /// What goes wrong where one encoder, one row or one run stands beside the next.
 class TestHazards final : public QObject {
     Q_OBJECT

@@ -18,14 +18,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-
-} // namespace
-
 /// The window in the hands of somebody without a mouse.
 class TestKeys final : public QObject {
     Q_OBJECT

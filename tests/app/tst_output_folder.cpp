@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
+#include "app/RunChecks.h"
 
 #include <QApplication>
 #include <QDir>
@@ -8,16 +9,6 @@
 #include <QLineEdit>
 #include <QScopeGuard>
 #include <QTest>
-
-namespace {
-
-void writeFile(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), qint64{content.size()});
-}
-
-} // namespace
 
 /// The choice of the output folder, in the real panel, and its showing.
 class TestOutputFolder final : public QObject {
@@ -93,7 +84,7 @@ void TestOutputFolder::choosingByName() {
 
 void TestOutputFolder::aFileIsNotAFolder() {
     ControllerFixture program;
-    writeFile(program.path(QStringLiteral("plain")), "no folder");
+    writeContent(program.path(QStringLiteral("plain")), "no folder");
     oncePanelOpen([&](QFileDialog& panel) {
         typeIntoPanel(panel, program.path(QStringLiteral("plain")));
         confirmPanel(panel);
@@ -219,7 +210,7 @@ void TestOutputFolder::showingTheFolder() {
 void TestOutputFolder::showingAFile() {
     ControllerFixture program;
     const QString file = program.path(QStringLiteral("plain"));
-    writeFile(file, "no folder");
+    writeContent(file, "no folder");
     program.widget<QLineEdit>("outputFolderPath")->setText(file);
     program.click("btnOpenFolder");
     QCOMPARE(program.fileManager.shown, QStringList{file});

@@ -7,11 +7,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int skipConflict = 1002;
-constexpr int replaceAnswer = 1003;
-constexpr int stopError = 1000;
-
-const QString movieName = QStringLiteral("a.mp4");
-const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
 
 constexpr timespec taken{1'234'567'890, 123'456'789};
 constexpr timespec earlier{1'000'000'000, 5};
@@ -45,7 +40,7 @@ private:
 
 QString TestOutputTime::scripted(ControllerFixture& program,
                                  std::initializer_list<const char*> encode) {
-    const QString path = program.movie(movieName).encode(encode).write();
+    const QString path = program.movie(soleMovie).encode(encode).write();
     if (!setModificationTime(path, taken))
         qFatal("the time cannot be set");
     return path;
@@ -57,8 +52,8 @@ void TestOutputTime::isTheSourcesOwn() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.allKept());
-    QVERIFY(hasTime(program.output(outputName), taken));
-    QVERIFY(hasTime(program.movies() + u'/' + movieName, taken));
+    QVERIFY(hasTime(program.output(soleOutput), taken));
+    QVERIFY(hasTime(program.movies() + u'/' + soleMovie, taken));
 }
 
 // From the summary the user goes to look at the folder.
@@ -67,7 +62,7 @@ void TestOutputTime::isThereUnderTheSummary() {
     program.add({scripted(program, {"create", "header", "write 10", "summary 10"})});
     bool isThere = false;
     program.boxes.promise(okAnswer, false,
-                          [&] { isThere = hasTime(program.output(outputName), taken); });
+                          [&] { isThere = hasTime(program.output(soleOutput), taken); });
     QVERIFY(program.runToEnd());
     QVERIFY(isThere);
 }
@@ -80,43 +75,43 @@ void TestOutputTime::isThatOfTheStart() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.allKept());
-    QVERIFY(!QFile::exists(program.movies() + u'/' + movieName));
-    QVERIFY(hasTime(program.output(outputName), taken));
+    QVERIFY(!QFile::exists(program.movies() + u'/' + soleMovie));
+    QVERIFY(hasTime(program.output(soleOutput), taken));
 }
 
 void TestOutputTime::ofAReplacedOne() {
     ControllerFixture program;
     program.add({scripted(program, {"create", "header", "write 10", "summary 10"})});
-    QVERIFY(setModificationTime(writeContent(program.output(outputName), "old"), earlier));
+    QVERIFY(setModificationTime(writeContent(program.output(soleOutput), "old"), earlier));
     program.boxes.promise(replaceAnswer);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.allKept());
-    QCOMPARE(contentOf(program.output(outputName)).size(), 10);
-    QVERIFY(hasTime(program.output(outputName), taken));
+    QCOMPARE(contentOf(program.output(soleOutput)).size(), 10);
+    QVERIFY(hasTime(program.output(soleOutput), taken));
 }
 
 void TestOutputTime::ofASkippedOneStays() {
     ControllerFixture program;
     program.add({scripted(program, {"create", "header", "write 10", "summary 10"})});
-    QVERIFY(setModificationTime(writeContent(program.output(outputName), "old"), earlier));
+    QVERIFY(setModificationTime(writeContent(program.output(soleOutput), "old"), earlier));
     program.boxes.promise(skipConflict);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
-    QVERIFY(hasTime(program.output(outputName), earlier));
+    QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("old"));
+    QVERIFY(hasTime(program.output(soleOutput), earlier));
 }
 
 void TestOutputTime::ofAnUntouchedOneStays() {
     ControllerFixture program;
     program.add({scripted(program, {"header", "exit 1"})});
-    QVERIFY(setModificationTime(writeContent(program.output(outputName), "old"), earlier));
+    QVERIFY(setModificationTime(writeContent(program.output(soleOutput), "old"), earlier));
     program.boxes.promise(replaceAnswer);
     program.boxes.promise(stopError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
-    QVERIFY(hasTime(program.output(outputName), earlier));
+    QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("old"));
+    QVERIFY(hasTime(program.output(soleOutput), earlier));
 }
 
 void TestOutputTime::aSecondRunThatFailsLeavesTheFirstOnesFile_data() {
@@ -136,7 +131,7 @@ void TestOutputTime::aSecondRunThatFailsLeavesTheFirstOnesFile() {
     program.add({good});
     // The same name from another folder.
     QVERIFY(QDir(program.movies()).mkpath(QStringLiteral("other")));
-    program.add({ScriptedMovie(program.movies() + QStringLiteral("/other"), movieName)
+    program.add({ScriptedMovie(program.movies() + QStringLiteral("/other"), soleMovie)
                      .encode(second)
                      .write()});
     QCOMPARE(program.files().rowCount(), 2);
@@ -145,9 +140,9 @@ void TestOutputTime::aSecondRunThatFailsLeavesTheFirstOnesFile() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.allKept());
-    QCOMPARE(QFile::exists(program.output(outputName)), stays);
+    QCOMPARE(QFile::exists(program.output(soleOutput)), stays);
     if (stays)
-        QVERIFY(hasTime(program.output(outputName), taken));
+        QVERIFY(hasTime(program.output(soleOutput), taken));
 }
 
 // Byte for byte as long, in the same file, and in the end of the same time.
@@ -161,7 +156,7 @@ void TestOutputTime::aSecondRunOfTheSameSizeConverts() {
     QVERIFY(program.boxes.allKept());
     QCOMPARE(program.encodes().size(), 2);
     QCOMPARE(program.files().rowCount(), 0);
-    QVERIFY(hasTime(program.output(outputName), taken));
+    QVERIFY(hasTime(program.output(soleOutput), taken));
 }
 
 void TestOutputTime::anOutputThatIsGoneIsNotConverted() {

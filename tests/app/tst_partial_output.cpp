@@ -7,15 +7,6 @@
 
 #include <thread>
 
-namespace {
-
-constexpr int stopError = 1000;
-constexpr int replaceAnswer = 1003;
-
-const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
-
-} // namespace
-
 /// What becomes of the output of an encoder that did not finish, and of what stood in its place.
 class TestPartialOutput final : public QObject {
     Q_OBJECT
@@ -42,23 +33,23 @@ void TestPartialOutput::addOne(ControllerFixture& program,
 void TestPartialOutput::anOlderOutputThatWasNotTouchedStays() {
     ControllerFixture program;
     addOne(program, {"header", "exit 1"});
-    writeContent(program.output(outputName), "old");
+    writeContent(program.output(soleOutput), "old");
     program.boxes.promise(replaceAnswer);
     program.boxes.promise(stopError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
+    QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("old"));
 }
 
 void TestPartialOutput::anOlderOutputThatWasTouchedGoes() {
     ControllerFixture program;
     addOne(program, {"create", "write 3", "exit 1"});
-    writeContent(program.output(outputName), "old");
+    writeContent(program.output(soleOutput), "old");
     program.boxes.promise(replaceAnswer);
     program.boxes.promise(stopError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QVERIFY(!QFile::exists(program.output(outputName)));
+    QVERIFY(!QFile::exists(program.output(soleOutput)));
 }
 
 void TestPartialOutput::anOutputMadeAfterItsDeletionGoesToo() {
@@ -85,7 +76,7 @@ void TestPartialOutput::anOutputBehindASymbolicLinkGoes() {
     ControllerFixture program;
     addOne(program, {"create", "write 10", "exit 1"});
     const QString target = program.path(QStringLiteral("elsewhere.mp4"));
-    QVERIFY(QFile::link(target, program.output(outputName)));
+    QVERIFY(QFile::link(target, program.output(soleOutput)));
     program.boxes.promise(stopError);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
@@ -111,7 +102,7 @@ void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays() {
     ControllerFixture program;
     program.add({program.movie(QStringLiteral("a.mp4")).encode(encode).write()});
     if (replaced) {
-        writeContent(program.output(outputName), "old");
+        writeContent(program.output(soleOutput), "old");
         program.boxes.promise(replaceAnswer);
     }
     program.boxes.promise(stopError, false, [&] {
@@ -122,18 +113,18 @@ void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays() {
         while (!run->output.isJudged() && !deadline.hasExpired())
             std::this_thread::yield();
         QVERIFY(run->output.isJudged() && run->task->end());
-        writeContent(program.output(outputName), "of somebody else");
+        writeContent(program.output(soleOutput), "of somebody else");
     });
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.allKept());
-    QCOMPARE(contentOf(program.output(outputName)), QByteArray("of somebody else"));
+    QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("of somebody else"));
 }
 
 // Whether it ends by itself or at a stop that comes in its last second.
 void TestPartialOutput::anOutputThatWentByItselfIsNotConverted() {
     ControllerFixture program(std::chrono::seconds(5));
-    const QString output = program.output(outputName);
+    const QString output = program.output(soleOutput);
     program.add(
         {program.movie(QStringLiteral("a.mp4"))
              .encode(QStringList{QStringLiteral("create"), QStringLiteral("header"),

@@ -16,13 +16,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-
-} // namespace
-
 /// Pausing and resuming a row, and everything that may happen to it in between.
 class TestPause final : public QObject {
     Q_OBJECT

@@ -6,9 +6,6 @@
 
 namespace {
 
-const QString movieName = QStringLiteral("a.mp4");
-const QString outputName = QStringLiteral("a_HQ_640x480.mp4");
-
 constexpr int timedOut = 99;
 
 } // namespace
@@ -88,7 +85,7 @@ void TestQuit::encoding_data() {
 void TestQuit::encoding() {
     QFETCH(QStringList, encode);
     ControllerFixture program;
-    const QString movie = program.movie(movieName).encode(encode).write();
+    const QString movie = program.movie(soleMovie).encode(encode).write();
     const QString other = program.movie(QStringLiteral("b.mp4")).write();
     const QString older = writeContent(program.output(QStringLiteral("b_HQ_640x480.mp4")), "old");
     const QByteArray source = contentOf(movie);
@@ -107,8 +104,8 @@ void TestQuit::encoding() {
 
 void TestQuit::aReplacedOutputThatWasNotTouchedStays() {
     ControllerFixture program;
-    const QString output = writeContent(program.output(outputName), "old");
-    program.add({program.movie(movieName).encode({"touch begun", "hang"}).write()});
+    const QString output = writeContent(program.output(soleOutput), "old");
+    program.add({program.movie(soleMovie).encode({"touch begun", "hang"}).write()});
     program.boxes.promise(1003);
     program.click("btnConvertFile");
     QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
@@ -119,8 +116,8 @@ void TestQuit::aReplacedOutputThatWasNotTouchedStays() {
 
 void TestQuit::beforeTheLaunch() {
     ControllerFixture program;
-    const QString output = writeContent(program.output(outputName), "old");
-    program.add({program.movie(movieName).write()});
+    const QString output = writeContent(program.output(soleOutput), "old");
+    program.add({program.movie(soleMovie).write()});
     terminateUnderBox(program, 1);
     // The question went without an answer: no launch, not even the one without arguments.
     QVERIFY(program.encodes().isEmpty());
@@ -130,7 +127,7 @@ void TestQuit::beforeTheLaunch() {
 
 void TestQuit::aQuestionAboutTheSource() {
     ControllerFixture program;
-    const QString movie = program.movie(movieName).write();
+    const QString movie = program.movie(soleMovie).write();
     program.add({movie, program.movie(QStringLiteral("b.mp4")).write()});
     QVERIFY(QFile::remove(movie));
     terminateUnderBox(program, 1);
@@ -140,7 +137,7 @@ void TestQuit::aQuestionAboutTheSource() {
 
 void TestQuit::aQuestionAboutAnError() {
     ControllerFixture program;
-    program.add({program.movie(movieName)
+    program.add({program.movie(soleMovie)
                      .encode({"create", "write 10", "header",
                               "print an error\\nframe=  1 time=00:00:01.00 bitrate=\\r", "hang"})
                      .write(),
@@ -184,7 +181,7 @@ void TestQuit::aFileThatIsNotWhole() {
     QFETCH(bool, stays);
     ControllerFixture program(underTheBox ? std::chrono::milliseconds(50)
                                           : std::chrono::minutes(1));
-    program.add({program.movie(movieName).encode(encode).write()});
+    program.add({program.movie(soleMovie).encode(encode).write()});
     if (underTheBox) {
         terminateUnderBox(program, 1);
     } else {
@@ -196,21 +193,21 @@ void TestQuit::aFileThatIsNotWhole() {
             std::chrono::seconds(20)));
         program.quit();
     }
-    QCOMPARE(QFile::exists(program.output(outputName)), stays);
+    QCOMPARE(QFile::exists(program.output(soleOutput)), stays);
     QVERIFY(noEncoderLives(program.encodes()));
 }
 
 void TestQuit::underTheSummary() {
     ControllerFixture program;
-    program.add({program.movie(movieName).write()});
+    program.add({program.movie(soleMovie).write()});
     terminateUnderBox(program, 1);
     // What was converted stays.
-    QCOMPARE(contentOf(program.output(outputName)).size(), 4096);
+    QCOMPARE(contentOf(program.output(soleOutput)).size(), 4096);
 }
 
 void TestQuit::betweenTwoJobs() {
     ControllerFixture program(std::chrono::minutes(1));
-    const QString movie = program.movie(movieName).write();
+    const QString movie = program.movie(soleMovie).write();
     program.add({movie, program.movie(QStringLiteral("b.mp4")).write()});
     QVERIFY(QFile::remove(movie));
     program.boxes.promise(1000); // skip: the second between the jobs begins
@@ -226,7 +223,7 @@ void TestQuit::betweenTwoJobs() {
 
 void TestQuit::pausedAndSuspended() {
     ControllerFixture program;
-    program.add({program.movie(movieName)
+    program.add({program.movie(soleMovie)
                      .encode({"create", "write 10", "header", "progress 1", "touch begun",
                               "loop 1000", "progress 2", "wait 20", "end"})
                      .write()});
@@ -241,8 +238,8 @@ void TestQuit::pausedAndSuspended() {
 
 void TestQuit::theLaunchWithoutArguments() {
     ControllerFixture program;
-    writeContent(program.output(outputName), "old");
-    program.add({program.movie(movieName).write(),
+    writeContent(program.output(soleOutput), "old");
+    program.add({program.movie(soleMovie).write(),
                  program.movie(QStringLiteral("b.mp4")).encode({"touch begun", "hang"}).write()});
     program.boxes.promise(1002);
     program.click("btnConvertFile");
@@ -250,14 +247,14 @@ void TestQuit::theLaunchWithoutArguments() {
     QTRY_COMPARE(startsWithoutArguments(program), 1);
     program.quit();
     QVERIFY(noEncoderLives(program.starts()));
-    QCOMPARE(contentOf(program.output(outputName)), QByteArray("old"));
+    QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("old"));
 }
 
 void TestQuit::aWaitingRowThatNamesItsOwnSource() {
     ControllerFixture program;
     program.state().outputFolder = program.movies(); // as Select Folder sets it
     const QString movie =
-        program.movie(movieName).encode({"create", "header", "touch begun", "hang"}).write();
+        program.movie(soleMovie).encode({"create", "header", "touch begun", "hang"}).write();
     const QString other = program.movie(QStringLiteral("b.mp4")).write();
     program.add({movie, other});
     QCOMPARE(program.files().recordAt(1)->text(key::path), other);
@@ -272,7 +269,7 @@ void TestQuit::aWaitingRowThatNamesItsOwnSource() {
 
 void TestQuit::theLastWindowClosedKeepsTheFolders() {
     ControllerFixture program;
-    program.add({program.movie(movieName).encode({"create", "touch begun", "hang"}).write()});
+    program.add({program.movie(soleMovie).encode({"create", "touch begun", "hang"}).write()});
     program.click("btnConvertFile");
     QTRY_VERIFY(QFile::exists(program.path(QStringLiteral("movies/begun"))));
     QVERIFY(program.app().applicationShouldTerminateAfterLastWindowClosed());
@@ -284,7 +281,7 @@ void TestQuit::theLastWindowClosedKeepsTheFolders() {
 // The session manager's last word comes as the toolkit's own event.
 void TestQuit::theSessionEndsUnderABox() {
     ControllerFixture program;
-    const QString movie = program.movie(movieName).write();
+    const QString movie = program.movie(soleMovie).write();
     program.add({movie});
     QVERIFY(QFile::remove(movie));
     QTimer::singleShot(0, qApp, [&] { program.click("btnConvertFile"); });

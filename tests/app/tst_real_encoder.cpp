@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int skipError = 1001;
-
 /// The time of a movie that was taken long ago.
 bool setOldTime(const QString& path) {
     return setModificationTime(path, {1'234'567'890, 123'456'789});

@@ -10,9 +10,6 @@
 
 namespace {
 
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-
 /// Process numbers of all that this process has started and that still live, filters and all.
 QList<qint64> descendants(qint64 pid) {
     QList<qint64> found;

@@ -10,11 +10,6 @@
 
 namespace {
 
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-const QString d = QStringLiteral("d");
-
 QString caption(int rows) {
     return text("IDS_TXT_FILELIST") + QStringLiteral("  (%1)").arg(rows);
 }

@@ -11,20 +11,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-const QString d = QStringLiteral("d");
-
-QStringList silent() {
-    return {QStringLiteral("create"), QStringLiteral("write 100"), QStringLiteral("progress 1"),
-            QStringLiteral("hang")};
-}
-
-} // namespace
-
 /// Removing rows during a run, by Remove File and by their own buttons.
 class TestRemoveInARun final : public QObject {
     Q_OBJECT

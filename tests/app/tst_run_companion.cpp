@@ -11,13 +11,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-
-} // namespace
-
 /// What the desktop learns of a run, and what the window says about it.
 class TestRunCompanion final : public QObject {
     Q_OBJECT

@@ -15,15 +15,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-
-QStringList silent() {
-    return {QStringLiteral("create"), QStringLiteral("write 100"), QStringLiteral("progress 1"),
-            QStringLiteral("hang")};
-}
-
 QStringList talking() {
     return {QStringLiteral("create"),      QStringLiteral("write 100"),
             QStringLiteral("loop 100000"), QStringLiteral("progress 1"),

@@ -10,14 +10,6 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-const QString a = QStringLiteral("a");
-const QString b = QStringLiteral("b");
-const QString c = QStringLiteral("c");
-
-} // namespace
-
 /// What the program has and does not call: a second start of a run, and the offer to go on with
 /// paused jobs.
 class TestUncalled final : public QObject {

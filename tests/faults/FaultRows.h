@@ -32,6 +32,13 @@ inline QStringList steps(std::initializer_list<const char*> lines) {
     return result;
 }
 
+/// Two good movies.
+inline QString addBoth(FaultScene& scene) {
+    return scene.addGood(badName) && scene.addGood(goodName)
+               ? QString()
+               : QStringLiteral("no movie could be made");
+}
+
 /// A movie a.mp4 that is encoded like this, and the good one.
 inline std::function<QString(FaultScene&)> scripted(const QStringList& encode) {
     return [encode](FaultScene& scene) {

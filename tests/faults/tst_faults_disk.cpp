@@ -54,7 +54,7 @@ const QString cannotMount = QStringLiteral("nothing can be mounted here");
 const RealMovies::Wish busy{.source =
                                 QStringLiteral("mandelbrot=size=640x480:rate=25,trim=duration=4")};
 
-QString addBoth(FaultScene& scene, const RealMovies::Wish& wish = {}) {
+QString addBusy(FaultScene& scene, const RealMovies::Wish& wish = {}) {
     if (scene.isRealEncoder()) {
         if (!scene.makeReal(badName, wish))
             return QStringLiteral("no movie could be made");
@@ -90,7 +90,7 @@ void TestFaultsDisk::disk() {
 void TestFaultsDisk::full() {
     const auto onDiskOf = [](const std::function<qint64(qint64)>& sizeFor) {
         return [sizeFor](FaultScene& scene) {
-            const QString problem = addBoth(scene, busy);
+            const QString problem = addBusy(scene, busy);
             if (!problem.isEmpty())
                 return problem;
             const QString folder = scene.program.path(QStringLiteral("disk"));
@@ -114,7 +114,7 @@ void TestFaultsDisk::full() {
         {.name = QStringLiteral("the file may not grow (a limit of the system)"),
          .encoder = Encoder::Real,
          .prepare = [](FaultScene& scene) {
-             const QString problem = addBoth(scene, busy);
+             const QString problem = addBusy(scene, busy);
              const QString encoder = scene.program.resources() + QStringLiteral("/ffmpeg");
              QFile::remove(encoder);
              writeContent(encoder, "#!/bin/sh\ntrap '' XFSZ\nulimit -f 200\nexec '" +
@@ -134,7 +134,7 @@ void TestFaultsDisk::folder() {
         const auto separate = [](FaultScene& scene) {
             scene.setOutputFolder(scene.program.path(QStringLiteral("out")));
             QDir().mkpath(scene.outputFolder());
-            return addBoth(scene);
+            return addBusy(scene);
         };
         const auto goes = [](FaultScene& scene) {
             QVERIFY(
@@ -183,7 +183,7 @@ void TestFaultsDisk::folder() {
                                scene.setOutputFolder(folder);
                                if (!disk->makeReadOnly())
                                    return QStringLiteral("nothing can be made read-only here");
-                               return addBoth(scene);
+                               return addBusy(scene);
                            },
                        .boxes = {{errorBox, 1001}, {errorBox, 1001}, {summaryBox}},
                        .waiting = QStringList({badName, goodName})};

@@ -25,12 +25,6 @@ private:
 
 namespace {
 
-QString addBoth(FaultScene& scene) {
-    return scene.addGood(badName) && scene.addGood(goodName)
-               ? QString()
-               : QStringLiteral("no movie could be made");
-}
-
 QString fileOf(const FaultScene& scene, const QString& name) {
     return scene.program.output(name);
 }

@@ -42,12 +42,6 @@ void putBack(FaultScene& scene) {
     QVERIFY(QFile::rename(aside(scene), scene.source(badName)));
 }
 
-QString addBoth(FaultScene& scene) {
-    return scene.addGood(badName) && scene.addGood(goodName)
-               ? QString()
-               : QStringLiteral("no movie could be made");
-}
-
 // Its first encoder says something again and again, the others convert it.
 QString addTalking(FaultScene& scene) {
     scene.program.movie(badName)

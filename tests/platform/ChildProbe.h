@@ -4,7 +4,12 @@
 #include <QFile>
 #include <QString>
 
+#include <chrono>
+
 #include <sys/types.h>
+
+/// More than any child takes that does what it should.
+inline constexpr auto longEnough = std::chrono::seconds(20);
 
 /// What the kernel says about a process or a thread: its state letter ('R', 'S', 'T', 'Z', ...), or
 /// 0 where there is none.

@@ -28,8 +28,6 @@ Q_DECLARE_METATYPE(ProcessEnd::How)
 
 namespace {
 
-constexpr auto longEnough = 20s;
-
 int openDescriptors() {
     return static_cast<int>(QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System).size());
 }

@@ -19,8 +19,6 @@ using Read = ChildProcess::Read;
 
 namespace {
 
-constexpr auto longEnough = 20s;
-
 int bytesInPipe(const ChildProcess& child) {
     int bytes = 0;
     ::ioctl(child.readEnd(), FIONREAD, &bytes);

@@ -18,10 +18,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto longEnough = 20s;
+constexpr auto patience = 20s;
 
 bool isReady(std::future<void>& future) {
-    return future.wait_for(longEnough) == std::future_status::ready;
+    return future.wait_for(patience) == std::future_status::ready;
 }
 
 } // namespace
@@ -52,9 +52,9 @@ void TestWorkerThreads::bodyRunsOnAThreadOfItsOwn() {
     std::promise<std::thread::id> id;
     workers.start([&] { id.set_value(std::this_thread::get_id()); });
     auto future = id.get_future();
-    QVERIFY(future.wait_for(longEnough) == std::future_status::ready);
+    QVERIFY(future.wait_for(patience) == std::future_status::ready);
     QVERIFY(future.get() != std::this_thread::get_id());
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
 }
 
 void TestWorkerThreads::countsThoseThatRun() {
@@ -66,7 +66,7 @@ void TestWorkerThreads::countsThoseThatRun() {
         workers.start([gone] { gone.wait(); });
     QCOMPARE(workers.runningCount(), 50);
     go.set_value();
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
     QCOMPARE(workers.runningCount(), 0);
 }
 
@@ -76,7 +76,7 @@ void TestWorkerThreads::whatABodyHoldsGoesBeforeItCounts() {
         auto held = std::make_shared<int>(0);
         const std::weak_ptr<int> watched = held;
         workers.start([held = std::move(held)] { ++*held; });
-        QVERIFY(workers.waitForAll(longEnough));
+        QVERIFY(workers.waitForAll(patience));
         QVERIFY(watched.expired());
     }
 }
@@ -104,7 +104,7 @@ void TestWorkerThreads::closeEndsASleep() {
     QVERIFY(future.wait_for(30ms) == std::future_status::timeout);
     workers.close();
     QVERIFY(isReady(future));
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
 }
 
 void TestWorkerThreads::closeEndsEverySleep() {
@@ -120,7 +120,7 @@ void TestWorkerThreads::closeEndsEverySleep() {
         });
     }
     workers.close();
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
     QCOMPARE(woken.load(), 20);
 }
 
@@ -142,7 +142,7 @@ void TestWorkerThreads::cancelledEndsAThreadQuietly() {
     WorkerThreads workers;
     for (int i = 0; i < 20; ++i)
         workers.start([] { throw Cancelled(); });
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
 }
 
 void TestWorkerThreads::oneThatCannotBeMadeDoesNotCount() {
@@ -154,7 +154,7 @@ void TestWorkerThreads::oneThatCannotBeMadeDoesNotCount() {
     QCOMPARE(workers.runningCount(), 0);
     QVERIFY(workers.waitForAll(0ms));
     workers.start([] {});
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
 }
 
 void TestWorkerThreads::waitForAllWithoutAny() {
@@ -170,7 +170,7 @@ void TestWorkerThreads::waitForAllHasALimit() {
     QVERIFY(!workers.waitForAll(40ms));
     QVERIFY(std::chrono::steady_clock::now() - before >= 40ms);
     go.set_value();
-    QVERIFY(workers.waitForAll(longEnough));
+    QVERIFY(workers.waitForAll(patience));
 }
 
 void TestWorkerThreads::oneThatHangsIsLeftBehind() {

@@ -1,3 +1,4 @@
+#include "Palettes.h"
 #include "TestProgram.h"
 #include "resources/ApplicationIcon.h"
 #include "resources/DrawnImage.h"
@@ -10,24 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-
-namespace {
-
-double luminance(const QColor& colour) {
-    const auto linear = [](double c) {
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-} // namespace
 
 /// Loads every image out of the resources that the linker put into this very program.
 class TestImages final : public QObject {

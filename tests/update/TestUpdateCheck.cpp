@@ -16,7 +16,7 @@ using Phase = VersionCheckThread::Phase;
 
 namespace {
 
-QByteArray document(const QByteArray& version, const QByteArray& url) {
+QByteArray shortDocument(const QByteArray& version, const QByteArray& url) {
     return "<r><version>" + version + "</version><setupFile><url>" + url + "</url></setupFile></r>";
 }
 
@@ -72,8 +72,8 @@ void TestUpdateCheck::init() {
 }
 
 void TestUpdateCheck::waitForWindow(UpdateCheck& check) {
-    server_->setAnswer(
-        LoopbackServer::whole(document("9.9.9.9", server_->baseUrl().toUtf8() + "/setup.deb")));
+    server_->setAnswer(LoopbackServer::whole(
+        shortDocument("9.9.9.9", server_->baseUrl().toUtf8() + "/setup.deb")));
     check.start();
     QTRY_VERIFY(check.window() && check.window()->isVisible());
 }
@@ -105,11 +105,11 @@ void TestUpdateCheck::showsNothing_data() {
     const auto ok = [](const QByteArray& body) {
         return QByteArray(LoopbackServer::head("200 OK", {}) + body);
     };
-    QTest::newRow("equal") << ok(document("1.0.0.0", "http://127.0.0.1/x"));
-    QTest::newRow("older") << ok(document("0.9.0.0", "http://127.0.0.1/x"));
+    QTest::newRow("equal") << ok(shortDocument("1.0.0.0", "http://127.0.0.1/x"));
+    QTest::newRow("older") << ok(shortDocument("0.9.0.0", "http://127.0.0.1/x"));
     QTest::newRow("no url") << ok("<r><version>9.9.9.9</version></r>");
-    QTest::newRow("url that is not fetched") << ok(document("9.9.9.9", "file:///etc/passwd"));
-    QTest::newRow("three parts") << ok(document("9.9.9", "http://127.0.0.1/x"));
+    QTest::newRow("url that is not fetched") << ok(shortDocument("9.9.9.9", "file:///etc/passwd"));
+    QTest::newRow("three parts") << ok(shortDocument("9.9.9", "http://127.0.0.1/x"));
     QTest::newRow("rubbish") << ok("rubbish");
     QTest::newRow("404") << QByteArray(LoopbackServer::head("404 Not Found", {}));
     QTest::newRow("nothing") << QByteArray();
@@ -129,7 +129,7 @@ void TestUpdateCheck::showsNothing() {
 }
 
 void TestUpdateCheck::logsWhatEndsTheCheck() {
-    server_->setAnswer(LoopbackServer::whole(document("9.9.9", "http://127.0.0.1/x")));
+    server_->setAnswer(LoopbackServer::whole(shortDocument("9.9.9", "http://127.0.0.1/x")));
     QTest::ignoreMessage(
         QtWarningMsg, "The version check ended: the version \"9.9.9\" has fewer than four parts");
     UpdateCheck check(settings_);
@@ -165,7 +165,7 @@ void TestUpdateCheck::lingersOnSystemsOfTheTenthLine_data() {
 void TestUpdateCheck::lingersOnSystemsOfTheTenthLine() {
     QFETCH(QString, release);
     QFETCH(bool, lingers);
-    server_->setAnswer(LoopbackServer::whole(document("1.0.0.0", "http://127.0.0.1/x")));
+    server_->setAnswer(LoopbackServer::whole(shortDocument("1.0.0.0", "http://127.0.0.1/x")));
     settings_.systemVersion = [release] { return parseSystemVersion(release); };
     UpdateCheck check(settings_);
     check.start();

@@ -1,3 +1,4 @@
+#include "Palettes.h"
 #include "TestProgram.h"
 #include "widgets/ProgressCell.h"
 #include "widgets/ProgressObject.h"
@@ -24,7 +25,7 @@ struct Shown {
     QString step;
 };
 
-QPalette darkPalette() {
+QPalette darkBarPalette() {
     QPalette dark(QColor(0x2d, 0x2d, 0x30));
     dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
     dark.setColor(QPalette::Text, Qt::white);
@@ -85,20 +86,6 @@ int countAlike(const QImage& image, int y, const QColor& colour) {
     for (int x = 0; x < image.width(); ++x)
         count += alike(image.pixelColor(x, y), colour);
     return count;
-}
-
-double luminance(const QColor& colour) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const double high = std::max(luminance(a), luminance(b));
-    const double low = std::min(luminance(a), luminance(b));
-    return (high + 0.05) / (low + 0.05);
 }
 
 /// The largest contrast that a pixel of the area has against `ground`.
@@ -323,7 +310,7 @@ void tst_ProgressCell::isReadable() {
     QFETCH(bool, dark);
     QFETCH(bool, selected);
 
-    const QPalette palette = dark ? darkPalette() : lightPalette();
+    const QPalette palette = dark ? darkBarPalette() : lightPalette();
     const QStyle::State state = selected ? QStyle::State_Selected : QStyle::State_None;
     const QRect middle(80, 5, 40, 20);
     for (const int percent : {0, 37, 100}) {
@@ -358,7 +345,7 @@ void tst_ProgressCell::pictures() {
     int x = 0;
     for (const bool dark : {false, true}) {
         for (const auto state : {QStyle::State_None, QStyle::State_Selected}) {
-            const QPalette palette = dark ? darkPalette() : lightPalette();
+            const QPalette palette = dark ? darkBarPalette() : lightPalette();
             int y = 0;
             const Shown all[] = {{QStringLiteral("Waiting"), {}, false, 0, {}},
                                  {{}, QStringLiteral("Failed"), false, 0, {}},

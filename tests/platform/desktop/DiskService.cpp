@@ -8,7 +8,7 @@
 namespace {
 
 const QString root = QStringLiteral("/org/freedesktop/UDisks2");
-const QString connectionName = QStringLiteral("test-disk-service");
+const QString diskConnection = QStringLiteral("test-disk-service");
 
 } // namespace
 
@@ -16,7 +16,7 @@ DiskService::DiskService(const QString& busAddress) {
     moveToThread(&thread_);
     thread_.start();
     const auto appear = [this, busAddress] {
-        QDBusConnection bus = QDBusConnection::connectToBus(busAddress, connectionName);
+        QDBusConnection bus = QDBusConnection::connectToBus(busAddress, diskConnection);
         ready_ = bus.registerVirtualObject(root, this, QDBusConnection::SubPath) &&
                  bus.registerService(QStringLiteral("org.freedesktop.UDisks2"));
     };
@@ -24,7 +24,7 @@ DiskService::DiskService(const QString& busAddress) {
 }
 
 DiskService::~DiskService() {
-    QDBusConnection::disconnectFromBus(connectionName);
+    QDBusConnection::disconnectFromBus(diskConnection);
     thread_.quit();
     thread_.wait();
 }

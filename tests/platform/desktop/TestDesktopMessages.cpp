@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString connectionName = QStringLiteral("test-desktop-messages");
+const QString messagesConnection = QStringLiteral("test-desktop-messages");
 
 } // namespace
 
@@ -93,7 +93,7 @@ void TestDesktopMessages::init() {
     const QString problem = bus_->start();
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
     service_ = std::make_unique<NotificationService>();
-    QDBusConnection bus = QDBusConnection::connectToBus(bus_->address(), connectionName);
+    QDBusConnection bus = QDBusConnection::connectToBus(bus_->address(), messagesConnection);
     QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), service_.get(),
                                QDBusConnection::ExportAllSlots));
     QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
@@ -102,7 +102,7 @@ void TestDesktopMessages::init() {
 }
 
 void TestDesktopMessages::cleanup() {
-    QDBusConnection::disconnectFromBus(connectionName);
+    QDBusConnection::disconnectFromBus(messagesConnection);
     service_.reset();
     bus_.reset();
 }

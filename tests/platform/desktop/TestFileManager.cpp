@@ -80,7 +80,7 @@ private:
 
 namespace {
 
-const QString connectionName = QStringLiteral("test-file-manager");
+const QString fileManagerConnection = QStringLiteral("test-file-manager");
 
 } // namespace
 
@@ -93,7 +93,7 @@ void TestFileManager::init() {
 
 void TestFileManager::cleanup() {
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    QDBusConnection::disconnectFromBus(connectionName);
+    QDBusConnection::disconnectFromBus(fileManagerConnection);
     service_.reset();
     bus_.reset();
 }
@@ -106,7 +106,8 @@ void TestFileManager::startService() {
     bus_ = std::make_unique<PrivateBus>();
     const QString problem = bus_->start();
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
-    QDBusConnection connection = QDBusConnection::connectToBus(bus_->address(), connectionName);
+    QDBusConnection connection =
+        QDBusConnection::connectToBus(bus_->address(), fileManagerConnection);
     QVERIFY(connection.registerObject(QStringLiteral("/org/freedesktop/FileManager1"),
                                       service_.get(), QDBusConnection::ExportAllSlots));
     QVERIFY(connection.registerService(QStringLiteral("org.freedesktop.FileManager1")));
@@ -166,7 +167,7 @@ void TestFileManager::desktopOpensWithoutABus() {
 
 void TestFileManager::desktopOpensWithoutAFileManager() {
     START_SERVICE()
-    QVERIFY(QDBusConnection(connectionName)
+    QVERIFY(QDBusConnection(fileManagerConnection)
                 .unregisterService(QStringLiteral("org.freedesktop.FileManager1")));
     DesktopFileManager manager(bus_->address());
     manager.showFolder(folder_->path());

@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString connectionName = QStringLiteral("test-sleep-services");
+const QString sleepConnection = QStringLiteral("test-sleep-services");
 const QString reason = QStringLiteral("because");
 
 } // namespace
@@ -75,7 +75,7 @@ void TestSleepInhibitor::init() {
     login_ = std::make_unique<LoginManager>();
     portal_ = std::make_unique<Portal>();
     screenSaver_ = std::make_unique<ScreenSaver>();
-    QDBusConnection bus = QDBusConnection::connectToBus(bus_->address(), connectionName);
+    QDBusConnection bus = QDBusConnection::connectToBus(bus_->address(), sleepConnection);
     offer(QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
           login_.get());
     offer(QStringLiteral("org.freedesktop.portal.Desktop"),
@@ -87,13 +87,13 @@ void TestSleepInhibitor::init() {
 }
 
 void TestSleepInhibitor::offer(const QString& service, const QString& path, QObject* object) {
-    QDBusConnection bus(connectionName);
+    QDBusConnection bus(sleepConnection);
     QVERIFY(bus.registerObject(path, object, QDBusConnection::ExportAllSlots));
     QVERIFY(bus.registerService(service));
 }
 
 void TestSleepInhibitor::cleanup() {
-    QDBusConnection::disconnectFromBus(connectionName);
+    QDBusConnection::disconnectFromBus(sleepConnection);
     screenSaver_.reset();
     portal_.reset();
     login_.reset();

@@ -56,7 +56,8 @@ bool readMore(int file, std::string& text, std::size_t length) {
 
 } // namespace
 
-bool isListOfFiles(std::string_view text) {
+bool isListOfFiles(std::string_view beginning) {
+    std::string_view text = beginning;
     // ffmpeg judges by what stands behind the tag.
     for (std::size_t tag = tagLength(text); tag > 0; tag = tagLength(text))
         text.remove_prefix(std::min(tag, text.size()));

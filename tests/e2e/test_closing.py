@@ -18,7 +18,7 @@ HANGS = "600"
 SLOW = "2"
 
 
-class Closing(ProgramTest):
+class SlowExaminations(ProgramTest):
     @classmethod
     def setUpClass(cls):
         cls.store = tempfile.mkdtemp(prefix="movies-")
@@ -75,6 +75,8 @@ class Closing(ProgramTest):
     def by_window_manager(self):
         self.app.close()
 
+
+class Closing(SlowExaminations):
     def by_signal(self):
         self.app.process.send_signal(signal.SIGTERM)
 

@@ -7,6 +7,7 @@ import re
 from drag_source import DragSource
 from harness import ARTIFACTS, ProgramTest, main, window
 from movies import Facts, make_hevc
+from test_closing import HANGS, SlowExaminations
 from texts import text
 import wayland
 
@@ -172,6 +173,20 @@ class WholeRun(WaylandTest):
         self.assertEqual(0, self.app.wait_until_ended())
         self.wait(lambda: not self.app.encoders(), "the encoder to end")
         self.assertEqual(["short_HQ_640x480.mp4"], self.outputs())
+
+
+class Closing(WaylandTest, SlowExaminations):
+    """The window closed by the compositor while it waits for something that does not come."""
+
+    def is_shown(self):
+        return bool(wayland.windows(self.app.process.pid))
+
+    def by_window_manager(self):
+        self.close_by_the_compositor()
+
+    def test_an_examination_that_hangs(self):
+        self.examine(HANGS, "a.mp4")
+        self.check_ends(self.by_window_manager)
 
 
 if __name__ == "__main__":

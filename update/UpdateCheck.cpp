@@ -2,7 +2,18 @@
 
 #include "update/KXDownloadController.h"
 
+#include <QApplication>
+#include <QTimer>
+
 #include <utility>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto betweenTries = 200ms;
+
+} // namespace
 
 UpdateCheck::UpdateCheck(UpdateSettings settings, QObject* parent)
     : QObject(parent), settings_(std::move(settings)), thread_(settings_) {
@@ -23,6 +34,11 @@ void UpdateCheck::stop() {
 void UpdateCheck::showWindow(const QUrl& installer) {
     if (stopped_)
         return;
+    // One after the other: a window that comes under an open box cannot be used.
+    if (QApplication::activeModalWidget()) {
+        QTimer::singleShot(betweenTries, this, [this, installer] { showWindow(installer); });
+        return;
+    }
     window_ = std::make_unique<KXDownloadController>(settings_, downloads_);
     // Queued: whoever quits now may destroy the window.
     connect(window_.get(), &KXDownloadController::installerOpened, this,

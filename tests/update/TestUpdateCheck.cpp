@@ -32,6 +32,7 @@ private Q_SLOTS:
     void init();
     void checksBesideTheMainThread();
     void offersTheNewerVersion();
+    void waitsForAnOpenBox();
     void showsNothing_data();
     void showsNothing();
     void logsWhatEndsTheCheck();
@@ -98,6 +99,21 @@ void TestUpdateCheck::offersTheNewerVersion() {
     QCOMPARE(check.window()->downloadURL(), server_->baseUrl() + QStringLiteral("/setup.deb"));
     QTRY_COMPARE(check.thread().phase(), Phase::Ended);
     QCOMPARE(server_->requests().size(), 1);
+}
+
+void TestUpdateCheck::waitsForAnOpenBox() {
+    server_->setAnswer(
+        LoopbackServer::whole(document("9.9.9.9", server_->baseUrl().toUtf8() + "/setup.deb")));
+    UpdateCheck check(settings_);
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    check.start();
+    QTRY_COMPARE(check.thread().phase(), Phase::Ended);
+    QCoreApplication::processEvents(); // what the thread has sent arrives
+    QVERIFY(!check.window());
+    box.hide();
+    QTRY_VERIFY(check.window() && check.window()->isVisible());
 }
 
 void TestUpdateCheck::showsNothing_data() {

@@ -44,7 +44,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       model_(files_, state_, editing_, gate_),
       announcements_(model_, window_.announcer()),
       engine_({mainThread_, processes_, workers_}, files_, state_, *this, profiles_,
-              surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
+              surroundings.resourceFolder + QStringLiteral("/ffmpeg"), surroundings.stateFolder),
       companion_(engine_.watch(), window_, surroundings.desktop),
       probeRunner_(mainThread_, processes_,
                    surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
@@ -58,7 +58,8 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       rowDrag_(
           {files_, state_, gate_, *this, [this](const QStringList& paths) { addDropped(paths); }}),
       outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
-      update_(surroundings.update) {
+      update_(surroundings.update),
+      interruptedRuns_(mainThread_, workers_, gate_, window_) {
     files_.comboBoxItems = profiles_.comboBoxItems();
     files_.cmbItems = profiles_.cmbItems();
     window_.form().comboBox->addItems(files_.comboBoxItems);
@@ -79,6 +80,7 @@ void AppDelegate::awakeFromNib() {
 
 void AppDelegate::applicationDidFinishLaunching() {
     update_.start();
+    interruptedRuns_.start(surroundings_.stateFolder);
     _outputFolderPath = rememberedFolder(PersistedFolders::DEFAULT_PATH_COMPONENT);
     _addFilePath = rememberedFolder(PersistedFolders::ADD_FILE_COMPONENT);
     window_.form().outputFolderPath->setText(_outputFolderPath);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/InterruptedRunQuestion.h"
 #include "app/MainWindow.h"
 #include "app/OutputFolder.h"
 #include "app/PersistedFolders.h"
@@ -46,6 +47,7 @@ public:
         QString resourceFolder; ///< holds the encoder, a program called ffmpeg
         QString version;        ///< four parts
         PersistedFolders folders;
+        QString stateFolder;                 ///< of the notes of a run; empty for none
         std::shared_ptr<VolumeInfo> volumes; ///< also of threads that may be left behind
         FileManager& fileManager;
         RunCompanion::Desktop desktop;
@@ -163,4 +165,5 @@ private:
     RowDrag rowDrag_;
     OutputFolder outputFolder_;
     UpdateCheck update_;
+    InterruptedRunQuestion interruptedRuns_;
 };

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/Version.h"
+#include "convert/NoteFile.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/QuitSignals.h"
 #include "platform/StandardStreams.h"
@@ -61,6 +62,7 @@ int main(int argc, char* argv[]) {
     AppDelegate controller({resourceFolder,
                             update.version,
                             PersistedFolders(),
+                            NoteFile::stateFolder(),
                             volumes,
                             fileManager,
                             {sleep, notifications, launcher},

@@ -67,7 +67,8 @@ class Bench:
         return os.path.join(self.build, "bench", name)
 
     def environment(self, **more):
-        environment = dict(os.environ, HOME=self.home, **more)
+        environment = dict(os.environ, HOME=self.home,
+                           XDG_STATE_HOME=os.path.join(self.home, "state"), **more)
         # As on a desktop where nobody has asked for assistive technology.
         environment.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", None)
         return environment

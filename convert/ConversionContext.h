@@ -39,6 +39,8 @@ struct ConversionContext final {
     RunWatch& watch;
     const ProfileCatalogue& profiles;
     const QString encoderPath;
+    /// Where the notes of jobs that are under way lie; empty for no notes.
+    const QString stateFolder;
     /// The deliberate wait of a run; any thread.
     const std::chrono::milliseconds second;
     EncoderPatience patience;

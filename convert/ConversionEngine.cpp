@@ -4,7 +4,7 @@
 
 ConversionEngine::ConversionEngine(Services services, FileList& files, SharedState& state,
                                    RunWindow& window, const ProfileCatalogue& profiles,
-                                   const QString& encoderPath)
+                                   const QString& encoderPath, const QString& stateFolder)
     : dialogs_(state, window),
       watch_(files),
       context_{services.mainThread,
@@ -17,6 +17,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                watch_,
                profiles,
                encoderPath,
+               stateFolder,
                state.second,
                {},
                {},

@@ -21,7 +21,8 @@ public:
     };
 
     ConversionEngine(Services services, FileList& files, SharedState& state, RunWindow& window,
-                     const ProfileCatalogue& profiles, const QString& encoderPath);
+                     const ProfileCatalogue& profiles, const QString& encoderPath,
+                     const QString& stateFolder);
     Q_DISABLE_COPY_MOVE(ConversionEngine)
 
     [[nodiscard]] const ConversionContext& context() const { return context_; }

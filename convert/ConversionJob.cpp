@@ -107,6 +107,8 @@ void ConversionJob::bgConvertWork(const EncoderRunPtr& run) {
         return;
     const ProfileKind profile = context_.profiles.kindOf(order.profile);
     run->output = PartialOutput(output->path);
+    run->note.write({context_.workers, context_.stateFolder, context_.second}, run->source,
+                    run->output);
     launch(run, encoderArguments(profile, order.source, order.resolution, output->path,
                                  output->overwrite));
 }

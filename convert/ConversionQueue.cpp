@@ -98,6 +98,7 @@ void ConversionQueue::changeConvertingIndex() {
 bool ConversionQueue::settle(const EncoderRunPtr& run) {
     auto& live = context_.liveRuns;
     live.erase(std::remove(live.begin(), live.end(), run), live.end());
+    run->note.drop();
     if (!run->life.settle())
         return false;
     context_.watch.jobEnds(*run);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/EncoderLife.h"
+#include "convert/JobNote.h"
 #include "convert/PartialOutput.h"
 #include "filelist/JobRecord.h"
 
@@ -92,6 +93,7 @@ struct EncoderRun final {
     std::shared_ptr<ChildProcess> task;
     ReaderSignals reader;
     EncoderWords words;
+    JobNote note;
 
     /// Asks for the end: the reader carries it out at the next piece, or a second later.
     void ask(EncoderLife::Request request);

@@ -37,7 +37,6 @@ bool isUnchanged(const struct stat& before, const struct stat& now) {
 PartialOutput::PartialOutput(const QString& path)
     : path_(path), before_(statOf(path)), wasLink_(isLink(path)) {}
 
-// The file that is there, where it is not the one of before.
 std::optional<struct stat> PartialOutput::madeByNow() const {
     const auto now = statOf(path_);
     if (!now || !S_ISREG(now->st_mode))

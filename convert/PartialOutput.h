@@ -26,6 +26,11 @@ public:
     bool judge() const;
     [[nodiscard]] bool isJudged() const;
 
+    /// What stood there before the launch.
+    [[nodiscard]] std::optional<struct stat> before() const { return before_; }
+    /// The file that is there, where it is not the one of before.
+    [[nodiscard]] std::optional<struct stat> madeByNow() const;
+
     /// Deletes the file if `exists()`. Only for an encoder that did not finish.
     void remove() const;
 
@@ -36,7 +41,6 @@ private:
         std::optional<struct stat> left; ///< nothing where the encoder left no file
     };
 
-    [[nodiscard]] std::optional<struct stat> madeByNow() const;
     [[nodiscard]] bool isOfTheEncoder(const struct stat& now) const;
 
     QString path_;

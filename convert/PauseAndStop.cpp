@@ -274,8 +274,10 @@ void PauseAndStop::quit() {
 void PauseAndStop::finishQuit() {
     using namespace std::chrono_literals;
     for (const EncoderRunPtr& run : context_.liveRuns) {
-        if (!run->task)
+        if (!run->task) {
+            run->note.drop();
             continue;
+        }
         if (!run->task->waitForEnd(1s)) {
             run->task->kill();
             (void)run->task->waitForEnd(1s);
@@ -284,5 +286,9 @@ void PauseAndStop::finishQuit() {
         if (hasFinished(*run))
             (void)run->words.waitForLastWord(1s);
         removeUnfinishedOutput(*run);
+        if (run->outputIsOutOfReach)
+            run->note.leave(); // it may still be there when the share answers again
+        else
+            run->note.drop();
     }
 }

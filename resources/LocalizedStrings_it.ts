@@ -144,6 +144,10 @@
         <source>Keep &amp;Both</source>
         <translation>&amp;Mantieni entrambi</translation>
     </message>
+    <message id="IDS_BTN_POPUP_TRASH">
+        <source>Move to &amp;Trash</source>
+        <translation>Sposta nel &amp;cestino</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -251,6 +255,21 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
         <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
         <translation>Il filmato non è stato convertito. Libera spazio o scegli un’altra cartella, poi premi di nuovo «Converti».</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_INTERRUPTED">
+        <extracomment>First line; a path follows, then IDS_TXT_POPUP_WANTTOTRASH.</extracomment>
+        <source>The last conversion was interrupted. It has left an unfinished movie that cannot be played:</source>
+        <translation>L’ultima conversione è stata interrotta. Ha lasciato un filmato incompleto che non può essere riprodotto:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOTRASH">
+        <extracomment>Last line, after the path of IDS_TXT_POPUP_INTERRUPTED. Buttons: Cancel, Move to Trash.</extracomment>
+        <source>Do you want to move it to the trash? The original movie was not touched.</source>
+        <translation>Vuoi spostarlo nel cestino? Il filmato originale non è stato toccato.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_NOTTRASHED">
+        <extracomment>First line; a path follows.</extracomment>
+        <source>This file could not be moved to the trash. It stays where it is:</source>
+        <translation>Impossibile spostare questo file nel cestino. Resta dov’è:</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

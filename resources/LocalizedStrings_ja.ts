@@ -144,6 +144,10 @@
         <source>Keep &amp;Both</source>
         <translation>両方を残す(&amp;B)</translation>
     </message>
+    <message id="IDS_BTN_POPUP_TRASH">
+        <source>Move to &amp;Trash</source>
+        <translation>ゴミ箱に移動(&amp;T)</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -251,6 +255,21 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
         <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
         <translation>動画は変換されませんでした。空き容量を増やすか別のフォルダーを選んでから、もう一度「変換」を押してください。</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_INTERRUPTED">
+        <extracomment>First line; a path follows, then IDS_TXT_POPUP_WANTTOTRASH.</extracomment>
+        <source>The last conversion was interrupted. It has left an unfinished movie that cannot be played:</source>
+        <translation>前回の変換が中断されました。再生できない未完成の動画が残っています:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOTRASH">
+        <extracomment>Last line, after the path of IDS_TXT_POPUP_INTERRUPTED. Buttons: Cancel, Move to Trash.</extracomment>
+        <source>Do you want to move it to the trash? The original movie was not touched.</source>
+        <translation>ゴミ箱に移動しますか? 元の動画は変更されていません。</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_NOTTRASHED">
+        <extracomment>First line; a path follows.</extracomment>
+        <source>This file could not be moved to the trash. It stays where it is:</source>
+        <translation>このファイルをゴミ箱に移動できませんでした。元の場所に残っています:</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

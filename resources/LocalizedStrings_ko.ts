@@ -144,6 +144,10 @@
         <source>Keep &amp;Both</source>
         <translation>둘 다 유지(&amp;B)</translation>
     </message>
+    <message id="IDS_BTN_POPUP_TRASH">
+        <source>Move to &amp;Trash</source>
+        <translation>휴지통으로 이동(&amp;T)</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -251,6 +255,21 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
         <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
         <translation>동영상이 변환되지 않았습니다. 공간을 확보하거나 다른 폴더를 선택한 다음 “변환”을 다시 누르십시오.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_INTERRUPTED">
+        <extracomment>First line; a path follows, then IDS_TXT_POPUP_WANTTOTRASH.</extracomment>
+        <source>The last conversion was interrupted. It has left an unfinished movie that cannot be played:</source>
+        <translation>지난번 변환이 중단되었습니다. 재생할 수 없는 미완성 동영상이 남아 있습니다:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOTRASH">
+        <extracomment>Last line, after the path of IDS_TXT_POPUP_INTERRUPTED. Buttons: Cancel, Move to Trash.</extracomment>
+        <source>Do you want to move it to the trash? The original movie was not touched.</source>
+        <translation>휴지통으로 이동하시겠습니까? 원본 동영상은 변경되지 않았습니다.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_NOTTRASHED">
+        <extracomment>First line; a path follows.</extracomment>
+        <source>This file could not be moved to the trash. It stays where it is:</source>
+        <translation>이 파일을 휴지통으로 이동할 수 없습니다. 원래 위치에 그대로 있습니다:</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

@@ -144,6 +144,10 @@
         <source>Keep &amp;Both</source>
         <translation>Manter &amp;ambos</translation>
     </message>
+    <message id="IDS_BTN_POPUP_TRASH">
+        <source>Move to &amp;Trash</source>
+        <translation>Mover para a &amp;lixeira</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -251,6 +255,21 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
         <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
         <translation>O filme não foi convertido. Libere espaço ou escolha outra pasta e pressione “Converter” novamente.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_INTERRUPTED">
+        <extracomment>First line; a path follows, then IDS_TXT_POPUP_WANTTOTRASH.</extracomment>
+        <source>The last conversion was interrupted. It has left an unfinished movie that cannot be played:</source>
+        <translation>A última conversão foi interrompida. Ela deixou um filme incompleto que não pode ser reproduzido:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOTRASH">
+        <extracomment>Last line, after the path of IDS_TXT_POPUP_INTERRUPTED. Buttons: Cancel, Move to Trash.</extracomment>
+        <source>Do you want to move it to the trash? The original movie was not touched.</source>
+        <translation>Deseja movê-lo para a lixeira? O filme original não foi alterado.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_NOTTRASHED">
+        <extracomment>First line; a path follows.</extracomment>
+        <source>This file could not be moved to the trash. It stays where it is:</source>
+        <translation>Não foi possível mover este arquivo para a lixeira. Ele continua onde está:</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

@@ -144,6 +144,10 @@
         <source>Keep &amp;Both</source>
         <translation>İkisini de &amp;Tut</translation>
     </message>
+    <message id="IDS_BTN_POPUP_TRASH">
+        <source>Move to &amp;Trash</source>
+        <translation>Çöpe &amp;Taşı</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -251,6 +255,21 @@ Tamam, dönüştürmeyi sonlandırır. Devam etmek için videoyu yerine koyun ve
         <extracomment>Second line, after IDS_TXT_POPUP_MEMORYFULL.</extracomment>
         <source>The movie was not converted. Please make room or choose another folder, then press Convert again.</source>
         <translation>Video dönüştürülmedi. Lütfen yer açın veya başka bir klasör seçin, ardından yeniden Dönüştür düğmesine basın.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_INTERRUPTED">
+        <extracomment>First line; a path follows, then IDS_TXT_POPUP_WANTTOTRASH.</extracomment>
+        <source>The last conversion was interrupted. It has left an unfinished movie that cannot be played:</source>
+        <translation>Son dönüştürme yarıda kesildi. Geriye oynatılamayan, tamamlanmamış bir video kaldı:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_WANTTOTRASH">
+        <extracomment>Last line, after the path of IDS_TXT_POPUP_INTERRUPTED. Buttons: Cancel, Move to Trash.</extracomment>
+        <source>Do you want to move it to the trash? The original movie was not touched.</source>
+        <translation>Çöp kutusuna taşınsın mı? Özgün videoya dokunulmadı.</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_NOTTRASHED">
+        <extracomment>First line; a path follows.</extracomment>
+        <source>This file could not be moved to the trash. It stays where it is:</source>
+        <translation>Bu dosya çöp kutusuna taşınamadı. Bulunduğu yerde kalıyor:</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

@@ -84,7 +84,7 @@ void ControllerFixture::start() {
         resources(), update.version,
         ofTheUser ? PersistedFolders()
                   : PersistedFolders(documents(), path(QStringLiteral("home"))),
-        sharedVolumes, fileManager, desktop.parts(), update, second_});
+        stateFolder(), sharedVolumes, fileManager, desktop.parts(), update, second_});
     controller_->awakeFromNib();
     controller_->applicationDidFinishLaunching();
     controller_->window().show();

@@ -78,6 +78,8 @@ public:
     [[nodiscard]] QString documents() const { return path(QStringLiteral("home/Documents")); }
     [[nodiscard]] QString movies() const { return path(QStringLiteral("movies")); }
     [[nodiscard]] QString resources() const { return path(QStringLiteral("resources")); }
+    /// Where the notes of its runs are.
+    [[nodiscard]] QString stateFolder() const { return path(QStringLiteral("state/reelshift")); }
     [[nodiscard]] QString output(const QString& name) const { return documents() + u'/' + name; }
     /// A movie for the fake encoder, not written yet.
     [[nodiscard]] ScriptedMovie movie(const QString& name) const;

@@ -58,7 +58,7 @@ TestStart::Bare::Bare(const QString& updateServer) {
     update.version = QStringLiteral("2.3.4.5");
     controller = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         folder.path(), update.version, PersistedFolders(path("home/Documents"), path("home")),
-        std::make_shared<FakeVolumes>(), fileManager, desktop.parts(), update});
+        path("state"), std::make_shared<FakeVolumes>(), fileManager, desktop.parts(), update});
 }
 
 void TestStart::beforeTheStart() {

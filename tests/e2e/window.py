@@ -252,7 +252,9 @@ class Application:
     def __init__(self, program, home, log):
         self.program = os.path.abspath(program)
         self.home = home
-        environment = dict(os.environ, HOME=home, LC_ALL="C.UTF-8", LANGUAGE=texts.language)
+        environment = dict(os.environ, HOME=home, LC_ALL="C.UTF-8", LANGUAGE=texts.language,
+                           XDG_STATE_HOME=os.path.join(home, ".local", "state"),
+                           XDG_DATA_HOME=os.path.join(home, ".local", "share"))
         environment.pop("NO_AT_BRIDGE", None)
         os.makedirs(os.path.join(home, "Documents"), exist_ok=True)
         with open(log, "ab") as file:

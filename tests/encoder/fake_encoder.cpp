@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -65,6 +66,7 @@ private:
     void reactToSignal();
     void holdPipe(long milliseconds);
     void holdAlone(const std::string& path) const;
+    void listFolder(const std::string& text) const;
 
     std::vector<std::string> arguments_;
     fake::Release release_;
@@ -311,6 +313,8 @@ bool Encoder::playFile(const fake::Step& step) {
         ::close(::open(beside(step.text).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
     else if (step.command == "unlink")
         ::unlink(beside(step.text).c_str());
+    else if (step.command == "list")
+        listFolder(step.text);
     else if (step.command == "log")
         logStart(beside(step.text));
     else if (step.command == "alone")
@@ -423,6 +427,16 @@ void Encoder::holdAlone(const std::string& path) const {
     const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
     if (file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0)
         appendLine(path, std::to_string(::getpid()), 0);
+}
+
+void Encoder::listFolder(const std::string& text) const {
+    const std::size_t blank = text.find(' ');
+    std::string lines;
+    std::error_code none;
+    for (const auto& entry : std::filesystem::directory_iterator(text.substr(0, blank), none))
+        lines +=
+            std::to_string(entry.file_size(none)) + ' ' + entry.path().filename().string() + '\n';
+    appendLine(beside(text.substr(blank + 1)), lines, O_CREAT);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "convert/RunNote.h"
 #include "faults/FaultRows.h"
 #include "platform/DeadShare.h"
 
@@ -39,6 +40,8 @@ private Q_SLOTS:
     void stopWhileTheSourceOfAFailureIsLookedFor_data();
     void stopWhileTheSourceOfAFailureIsLookedFor();
     void aStoppedRunAsksNothingInTheNextOne();
+    void startAfterADeathInARunThere();
+    void aStateFolderThatDoesNotAnswer();
     void theShareComesBackInTime_data();
     void theShareComesBackInTime();
 
@@ -388,6 +391,56 @@ void TestFaultsShare::theShareComesBackInTime() {
     QVERIFY(scene.isUntouched());
     report("the output's share dies and comes back", stop ? "Stop button, OK" : "OK",
            stop ? QStringLiteral("a.mp4 waiting") : QStringLiteral("a converted, b converted"));
+}
+
+// The window is up and can be used meanwhile.
+void TestFaultsShare::startAfterADeathInARunThere() {
+    ControllerFixture program;
+    program.quit();
+    const QString share = program.path(QStringLiteral("share"));
+    RunNote note;
+    note.output = QFile::encodeName(share + QStringLiteral("/a.mp4"));
+    note.source = QFile::encodeName(program.movies() + QStringLiteral("/a.mp4"));
+    QDir().mkpath(program.stateFolder());
+    writeContent(program.stateFolder() + QStringLiteral("/run-1.note"), note.text());
+    {
+        const DeadShare dead(share);
+        QElapsedTimer clock;
+        clock.start();
+        program.restart();
+        QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+        QTRY_VERIFY(DeadShare::hangingCalls() > 0);
+        program.add({program.movie(goodName).write()});
+        program.boxes.promise(okAnswer);
+        QVERIFY(program.runToEnd());
+        QCOMPARE(program.boxes.seen.size(), 1);
+        clock.start();
+        program.app().applicationShouldTerminateAfterLastWindowClosed();
+        QVERIFY(!program.app().finish()); // main() then leaves the thread behind
+        QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
+    }
+    QVERIFY(program.app().finish());
+    QCOMPARE(program.boxes.seen.size(), 1);
+    report("the output of an interrupted run is on a dead share", "none asked",
+           QStringLiteral("started, a movie converted"));
+}
+
+void TestFaultsShare::aStateFolderThatDoesNotAnswer() {
+    ControllerFixture program;
+    const QString state = program.path(QStringLiteral("state"));
+    QDir().mkpath(state);
+    program.add({program.movie(goodName).write()});
+    program.boxes.promise(okAnswer);
+    {
+        const DeadShare share(state);
+        QVERIFY(program.runToEnd());
+        QVERIFY(DeadShare::hangingCalls() > 0);
+        QVERIFY(program.boxes.allKept());
+        QVERIFY(QFile::exists(program.output(goodOutput)));
+    }
+    program.quit();
+    QVERIFY(namesIn(program.stateFolder()).isEmpty());
+    report("the state folder is on a dead share", "none asked", QStringLiteral("a converted"));
 }
 
 REELSHIFT_TEST(tst_faults_share, TestFaultsShare, QApplication)

@@ -95,6 +95,12 @@ int access(const char* path, int mode) noexcept {
     return next(path, mode);
 }
 
+int mkdir(const char* path, mode_t mode) noexcept {
+    reach(path);
+    static auto* const next = original<int(const char*, mode_t)>("mkdir");
+    return next(path, mode);
+}
+
 int unlink(const char* path) noexcept {
     reach(path);
     static auto* const next = original<int(const char*)>("unlink");

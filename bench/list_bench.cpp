@@ -232,7 +232,8 @@ int main(int argc, char* argv[]) {
     update.baseUrl = QStringLiteral("http://127.0.0.1:1");
     update.version = QStringLiteral("1.0.0.0");
     AppDelegate controller({QStringLiteral(REELSHIFT_BENCH_RESOURCES), update.version,
-                            PersistedFolders(home.path(), home.path()), volumes, fileManager,
+                            PersistedFolders(home.path(), home.path()),
+                            home.path() + QStringLiteral("/state"), volumes, fileManager,
                             desktop.parts(), update});
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();

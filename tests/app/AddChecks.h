@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QString>
 
+/// A stream that is none of the wanted kind, as a report names it.
+inline const QString h264 = QStringLiteral("h264 (High)");
+
 /// Whether the lists have an entry for every row; of progress records there may be more.
 inline bool areInStep(const FileList& files) {
     const size_t rows = files.fileInfoArr.size();

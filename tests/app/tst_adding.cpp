@@ -12,7 +12,6 @@
 
 namespace {
 
-const QString h264 = QStringLiteral("h264 (High)");
 const QString hevc = QStringLiteral("hevc");
 
 } // namespace

@@ -12,8 +12,6 @@
 
 namespace {
 
-const QString h264 = QStringLiteral("h264 (High)");
-
 QString endedAt(const QString& name, int notLookedAt) {
     const QString line = text("IDS_TXT_ADD_ENDED").arg(name);
     return notLookedAt == 0

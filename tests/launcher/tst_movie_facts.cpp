@@ -181,7 +181,7 @@ void TestMovieFacts::lists_data() {
     QTest::newRow("an MP4 that speaks of lists")
         << QByteArray("\0\0\0\x18"
                       "ftypmp42\nffconcat version 1.0\n#EXTM3U",
-                      48)
+                      41)
         << false;
     QTest::newRow("stream") << QByteArray("G@\0\x10<MPD", 8) << false;
     QTest::newRow("subtitles") << QByteArray("1\n00:00:01,000 --> 00:00:02,000\nffconcat\n")

@@ -66,9 +66,9 @@ void TestImages::screensGetTheDrawingOfTheirDensity() {
     const QIcon icon = drawnImage(name);
     // Decided by the application's own density: the test also runs with others. A drawing that
     // is too small would come in its own size, for the screen to blow up.
-    const QPixmap drawn = icon.pixmap(QSize(side, side), qApp->devicePixelRatio());
-    QCOMPARE(drawn.size(), QSize(side, side) * qApp->devicePixelRatio());
-    QCOMPARE(drawn.devicePixelRatio(), qApp->devicePixelRatio());
+    const QPixmap drawn = icon.pixmap(QSize(side, side), qGuiApp->devicePixelRatio());
+    QCOMPARE(drawn.size(), QSize(side, side) * qGuiApp->devicePixelRatio());
+    QCOMPARE(drawn.devicePixelRatio(), qGuiApp->devicePixelRatio());
 }
 
 void TestImages::rowButtonsStandOutOnLightAndDark_data() {

@@ -64,8 +64,12 @@ void addSubtitles(const MovieFacts& movie, const EncoderAbilities&, Additions& a
                                  " (subtitles that are pictures) is left out");
         }
     }
-    if (any)
-        add.output({"-codec:s", "mov_text"});
+    if (!any)
+        return;
+    // Those of old movies may be in any encoding: they are passed on as they are, for ffmpeg would
+    // take them for damage.
+    add.beforeInput.insert(add.beforeInput.end(), {"-sub_charenc_mode:s", "ignore"});
+    add.output({"-codec:s", "mov_text"});
 }
 
 void addTags(const MovieFacts& movie, const EncoderAbilities&, Additions& add) {

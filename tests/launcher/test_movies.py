@@ -181,6 +181,23 @@ class Tracks(MadeMovies):
                          ["mov_text"])
         self.assertEqual(result.chapters, 1)
 
+    def test_subtitles_in_an_old_encoding(self):
+        text, old = self.path("a.srt"), self.path("old.mkv")
+        with open(text, "w", encoding="utf-8") as file:
+            file.write("1\n00:00:00,000 --> 00:00:00,300\nCafX\n")
+        # Written into the movie afterwards: ffmpeg itself refuses to.
+        with open(self.make("a.mkv", "-i", text, "-map", "0", "-map", "1", "-c:s", "srt"),
+                  "rb") as source, open(old, "wb") as file:
+            file.write(source.read().replace(b"CafX", b"Caf\xe9"))
+        result = self.convert(old)
+        self.assertEqual([t.facts["codec_name"] for t in result.tracks if t.kind == "subtitle"],
+                         ["mov_text"])
+        with open(result.path, "rb") as file:
+            self.assertIn(b"Caf\xe9", file.read())
+        converting = self.said.split("Stream mapping:")[1]
+        self.assertNotIn("Invalid", converting)
+        self.assertNotIn("error", converting)
+
 
 @unittest.skipUnless(shutil.which("exiftool"), "there is no exiftool")
 class Tags(MadeMovies):

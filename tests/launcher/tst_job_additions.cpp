@@ -95,6 +95,7 @@ private Q_SLOTS:
     void nothingKnown();
     void tracks_data();
     void tracks();
+    void subtitlesInAnOldEncoding();
     void losses();
     void tags();
     void aDateThatIsToldTwice();
@@ -197,6 +198,14 @@ void TestJobAdditions::tracks_data() {
 void TestJobAdditions::tracks() {
     QFETCH(const std::vector<TrackFacts>, tracks);
     QTEST(added(tracks), "expected");
+}
+
+void TestJobAdditions::subtitlesInAnOldEncoding() {
+    const auto asked = [](const char* codec) {
+        return textsOf(completed({picture(), subtitles(1, codec)}).arguments).join(u' ');
+    };
+    QVERIFY(asked("subrip").contains(u" -sub_charenc_mode:s ignore -i "_s));
+    QVERIFY(!asked("hdmv_pgs_subtitle").contains(u"charenc"_s));
 }
 
 void TestJobAdditions::losses() {

@@ -150,11 +150,13 @@ EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& ru
         [&] { return isSourceThere ? answerAboutFailure(run, *isSourceThere) : Answer::NotAsked; });
 }
 
-// A share that hangs must not hold a stop up: the thread that looks is left behind.
+// A share that hangs must not hold a stop up: the thread that looks is left behind. It also sees
+// which file the encoder writes, before others can put theirs there under the question.
 std::optional<bool> EncoderOutcomes::lookForSource(const EncoderRunPtr& run) {
     enum Found { Nothing, There, Gone };
     const auto found = std::make_shared<std::atomic<Found>>(Nothing);
     const auto look = [run, found] {
+        run->output.note();
         *found = QFileInfo::exists(run->source) ? There : Gone;
         run->reader.wake();
     };

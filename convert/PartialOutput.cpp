@@ -27,9 +27,12 @@ bool hasSameContent(const struct stat& before, const struct stat& now) {
            before.st_mtim.tv_nsec == now.st_mtim.tv_nsec;
 }
 
+bool isSame(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
 bool isUnchanged(const struct stat& before, const struct stat& now) {
-    return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
-           hasSameContent(before, now);
+    return isSame(before, now) && hasSameContent(before, now);
 }
 
 } // namespace
@@ -55,11 +58,18 @@ bool PartialOutput::exists() const {
 bool PartialOutput::isOfTheEncoder(const struct stat& now) const {
     const std::lock_guard lock(judgement_->mutex);
     if (!judgement_->isMade)
-        return true;
+        return !judgement_->noted || isSame(*judgement_->noted, now);
     const auto& left = judgement_->left;
     // Either is enough: some network folders change the one or the other by themselves.
     return left && left->st_dev == now.st_dev &&
            (left->st_ino == now.st_ino || hasSameContent(*left, now));
+}
+
+void PartialOutput::note() const {
+    const auto now = madeByNow(); // without the lock: it may hang
+    const std::lock_guard lock(judgement_->mutex);
+    if (!judgement_->isMade)
+        judgement_->noted = now;
 }
 
 bool PartialOutput::isJudged() const {
@@ -73,8 +83,10 @@ bool PartialOutput::judge() const {
         if (judgement_->isMade)
             return judgement_->left.has_value();
     }
-    const auto now = madeByNow(); // without the lock: it may hang
+    auto now = madeByNow(); // without the lock: it may hang
     const std::lock_guard lock(judgement_->mutex);
+    if (now && judgement_->noted && !isSame(*judgement_->noted, *now))
+        now.reset();
     if (!std::exchange(judgement_->isMade, true))
         judgement_->left = now;
     return judgement_->left.has_value();
@@ -89,5 +101,5 @@ void PartialOutput::remove() const {
 bool isSameFile(const QString& one, const QString& other) {
     const auto first = statOf(one);
     const auto second = statOf(other);
-    return first && second && first->st_dev == second->st_dev && first->st_ino == second->st_ino;
+    return first && second && isSame(*first, *second);
 }

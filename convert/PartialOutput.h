@@ -21,6 +21,9 @@ public:
     /// Whether there is a file now that was not there then, or differs in inode, size or time; once
     /// it was judged, whether the file that the encoder left is still there.
     [[nodiscard]] bool exists() const;
+    /// The encoder still writes: the file that is there now is its own, and none that takes its
+    /// place.
+    void note() const;
     /// The encoder has ended: what others put there from now on is none of its own. The first time
     /// counts. Answers whether the encoder left a file.
     bool judge() const;
@@ -38,7 +41,8 @@ private:
     struct Judgement {
         std::mutex mutex;
         bool isMade = false;
-        std::optional<struct stat> left; ///< nothing where the encoder left no file
+        std::optional<struct stat> noted; ///< while the encoder wrote
+        std::optional<struct stat> left;  ///< nothing where the encoder left no file
     };
 
     [[nodiscard]] bool isOfTheEncoder(const struct stat& now) const;

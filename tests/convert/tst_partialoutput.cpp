@@ -25,6 +25,8 @@ private Q_SLOTS:
     void longerFileIsPartial();
     void sameSizeAtAnotherTimeIsPartial();
     void sameSizeAndTimeInAnotherFileIsPartial();
+    void fileInPlaceOfTheNotedOneStays();
+    void notedFileIsPartialAsItGrows();
     void vanishedFileIsNone();
     void folderIsNeverPartial();
     void folderIsMissing();
@@ -131,6 +133,31 @@ void TestPartialOutput::sameSizeAndTimeInAnotherFileIsPartial() {
     QVERIFY(QFile::remove(output.path()));
     QVERIFY(QFile::rename(path(u"b.mp4"_s), output.path()));
     QVERIFY(output.exists());
+}
+
+void TestPartialOutput::fileInPlaceOfTheNotedOneStays() {
+    const PartialOutput output(path(u"a.mp4"_s));
+    QFile encoders(output.path()); // open until its encoder ends
+    QVERIFY(encoders.open(QIODevice::WriteOnly));
+    output.note();
+    QVERIFY(QFile::remove(output.path()));
+    write(output.path(), "others");
+    QVERIFY(!output.exists());
+    output.remove();
+    QVERIFY(!output.judge());
+    output.remove();
+    QVERIFY(QFile::exists(output.path()));
+}
+
+void TestPartialOutput::notedFileIsPartialAsItGrows() {
+    const PartialOutput output(path(u"a.mp4"_s));
+    write(output.path(), "some");
+    output.note();
+    write(output.path(), "some and more");
+    QVERIFY(output.exists());
+    QVERIFY(output.judge());
+    output.remove();
+    QVERIFY(!QFile::exists(output.path()));
 }
 
 void TestPartialOutput::vanishedFileIsNone() {

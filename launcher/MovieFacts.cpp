@@ -168,3 +168,31 @@ MovieFacts movieFactsFrom(std::string_view answer) {
     }
     return facts;
 }
+
+bool mayBeHlg(const TrackFacts& picture) {
+    return picture.transfer == "bt2020-10" || picture.transfer == "bt2020-12";
+}
+
+std::vector<std::string> questionsAboutFirstPicture(const TrackFacts& picture) {
+    return {"-select_streams",
+            std::to_string(picture.index),
+            "-read_intervals",
+            "%+#1",
+            "-show_entries",
+            "frame=color_transfer",
+            "-of",
+            "flat"};
+}
+
+void takeFirstPicture(MovieFacts& facts, std::string_view answer) {
+    constexpr std::string_view hlg = "arib-std-b67";
+    const TrackFacts* const picture = facts.picture();
+    if (!picture)
+        return;
+    bool isHlg = false;
+    forEachEntry(answer, [&](std::string_view key, std::string_view value) {
+        isHlg |= key == "frames.frame.0.color_transfer" && value == hlg;
+    });
+    if (isHlg)
+        facts.tracks[static_cast<std::size_t>(picture - facts.tracks.data())].transfer = hlg;
+}

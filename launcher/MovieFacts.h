@@ -61,5 +61,13 @@ struct MovieFacts final {
 /// What is asked of ffprobe, but for the movie.
 [[nodiscard]] const std::vector<std::string>& questionsAboutMovie();
 
+/// Whether its pictures may be HLG though the track says otherwise: broadcasts name a light that
+/// old televisions know, and tell the truth beside each picture.
+[[nodiscard]] bool mayBeHlg(const TrackFacts& picture);
+/// What is asked then.
+[[nodiscard]] std::vector<std::string> questionsAboutFirstPicture(const TrackFacts& picture);
+/// Takes over what the answer says of the movie's picture.
+void takeFirstPicture(MovieFacts& facts, std::string_view answer);
+
 /// From ffprobe's answer in its format "flat". What is missing or makes no sense stays unknown.
 [[nodiscard]] MovieFacts movieFactsFrom(std::string_view answer);

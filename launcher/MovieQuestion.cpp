@@ -7,12 +7,11 @@ namespace {
 
 constexpr std::chrono::seconds patience{10};
 
-Arguments probeArguments(const std::string& movie) {
-    Arguments arguments{"-v", "quiet", "-show_program_version"};
-    const auto& questions = questionsAboutMovie();
+std::string probed(const MovieProbe& probe, Arguments arguments, const Arguments& questions,
+                   const std::string& movie) {
     arguments.insert(arguments.end(), questions.begin(), questions.end());
     arguments.insert(arguments.end(), {"-i", movie});
-    return arguments;
+    return answerOf(probe.path, arguments, patience, Streams::StandardOutput);
 }
 
 } // namespace
@@ -22,8 +21,11 @@ Findings askAbout(const std::string& movie, const std::string& encoder,
     Findings findings;
     if (const auto probe = findMovieProbe(encoder, searchPath)) {
         const std::string answer =
-            answerOf(probe->path, probeArguments(movie), patience, Streams::StandardOutput);
+            probed(*probe, {"-v", "quiet", "-show_program_version"}, questionsAboutMovie(), movie);
         findings.movie = movieFactsFrom(answer);
+        if (const TrackFacts* picture = findings.movie.picture(); picture && mayBeHlg(*picture))
+            takeFirstPicture(findings.movie, probed(*probe, {"-v", "quiet"},
+                                                    questionsAboutFirstPicture(*picture), movie));
         if (probe->isOfEncoder)
             findings.encoder = abilitiesFrom(answer);
     }

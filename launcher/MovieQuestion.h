@@ -16,6 +16,7 @@ struct Findings final {
 };
 
 /// Asks ffprobe about the movie and, as it is of the same build, about ffmpeg; one process, some
-/// 50 ms. Only where that leaves something open ffmpeg is asked too. Ten seconds at most each.
+/// 50 ms. Only where that leaves something open ffprobe is asked again, or ffmpeg too. Ten seconds
+/// at most each.
 [[nodiscard]] Findings askAbout(const std::string& movie, const std::string& encoder,
                                 std::string_view searchPath);

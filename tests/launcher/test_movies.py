@@ -282,6 +282,12 @@ class Colours(MadeMovies):
         grey = hlg(0.18 * 0.265)
         self.assert_ordinary(self.bright("a.mp4", "arib-std-b67", [grey, 0.75, 0, 1]), 4)
 
+    def test_hlg_under_the_name_of_another_light(self):
+        grey = hlg(0.18 * 0.265)
+        source = self.bright("a.mp4", "bt2020-10", [grey, 0.75, 0, 1], ":atc-sei=18")
+        self.assertEqual(Movie(source).colours[0], "bt2020-10")
+        self.assert_ordinary(source, 4)
+
     def test_pq(self):
         screen = (":hdr10=1:max-cll=1000,400:master-display="
                   "G(13250,34500)B(7500,3000)R(34000,16000)WP(15635,16450)L(10000000,50)")

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void nonsense_data();
     void nonsense();
     void whichPicture();
+    void lightOfTheFirstPicture();
     void phoneTags_data();
     void phoneTags();
     void dates_data();
@@ -127,6 +128,25 @@ void TestMovieFacts::whichPicture() {
     QVERIFY(facts.picture());
     QCOMPARE(facts.picture()->index, 3);
     QVERIFY(!movieFactsFrom("").picture());
+}
+
+void TestMovieFacts::lightOfTheFirstPicture() {
+    constexpr char start[] = "streams.stream.0.index=0\nstreams.stream.0.codec_type=\"video\"\n"
+                             "streams.stream.0.codec_name=\"hevc\"\nstreams.stream.0.width=640\n"
+                             "streams.stream.0.height=360\nstreams.stream.0.color_transfer=";
+    QVERIFY(!mayBeHlg(*movieFactsFrom(std::string(start) + "\"bt709\"\n").picture()));
+    MovieFacts facts = movieFactsFrom(std::string(start) + "\"bt2020-10\"\n");
+    QVERIFY(mayBeHlg(*facts.picture()));
+    for (const char* other : {"", "frames.frame.0.color_transfer=\"bt2020-10\"\n",
+                              "frames.frame.0.side=\"arib-std-b67\"\n"}) {
+        takeFirstPicture(facts, other);
+        QCOMPARE(facts.picture()->transfer, std::string("bt2020-10"));
+    }
+    takeFirstPicture(facts, "frames.frame.0.color_transfer=\"arib-std-b67\"\n");
+    QCOMPARE(facts.picture()->transfer, std::string("arib-std-b67"));
+    MovieFacts nothing;
+    takeFirstPicture(nothing, "frames.frame.0.color_transfer=\"arib-std-b67\"\n");
+    QVERIFY(nothing.tracks.empty());
 }
 
 void TestMovieFacts::phoneTags_data() {

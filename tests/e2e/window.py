@@ -376,7 +376,8 @@ class Application:
     def window_numbers(self):
         """The window manager's numbers of the main window, where it is on the screen."""
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name",
-                                f"^{APP_NAME} [0-9]"], check=False, stdout=subprocess.PIPE)
+                                f"^{APP_NAME} [0-9]"], check=False, stdout=subprocess.PIPE,
+                               stderr=subprocess.DEVNULL)  # windows go while it looks at them
         return found.stdout.decode().split()
 
     def wait_until_ended(self, limit=LIMIT):
@@ -392,8 +393,9 @@ class Application:
         """The process numbers of the encoders that run for this program's user."""
         return self.processes("ffmpeg")
 
-    def processes(self, name):
-        """The process numbers of the programs of that name that run for this program's user."""
+    def processes(self, name=None):
+        """The process numbers of the programs of that name, or of all, that run for this program's
+        user."""
         mark = b"HOME=" + os.fsencode(self.home)
         found = []
         for pid in filter(str.isdigit, os.listdir("/proc")):
@@ -404,6 +406,7 @@ class Application:
                     head, tail = file.read().rsplit(b")", 1)
             except OSError:
                 continue
-            if ours and head.endswith(b"(" + name.encode()) and tail.split()[0] != b"Z":
+            named = name is None or head.endswith(b"(" + name.encode())
+            if ours and named and tail.split()[0] != b"Z":
                 found.append(int(pid))
         return found

@@ -32,6 +32,17 @@ SharedState freshState(std::chrono::milliseconds second) {
     return state;
 }
 
+// The panel goes before anything is done with the movies: it looks at its folder as long as it
+// lives, and where the folder hangs its end would, too.
+std::optional<QStringList> pickMovies(QWidget* parent) {
+    QFileDialog panel(parent, getLocalString("IDS_TXT_PANEL_ADD"));
+    panel.setFileMode(QFileDialog::ExistingFiles);
+    panel.setNameFilter(getLocalString("IDS_TXT_PANEL_FILTER"));
+    if (panel.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return panel.selectedFiles();
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(const Surroundings& surroundings)
@@ -202,12 +213,9 @@ void AppDelegate::windowWasClosed() {
 }
 
 void AppDelegate::addData() {
-    QFileDialog panel(&window_, getLocalString("IDS_TXT_PANEL_ADD"));
-    panel.setFileMode(QFileDialog::ExistingFiles);
-    panel.setNameFilter(getLocalString("IDS_TXT_PANEL_FILTER"));
     addFiles_.beforePanel();
-    if (panel.exec() == QDialog::Accepted)
-        addPicked(panel.selectedFiles());
+    if (const auto paths = pickMovies(&window_))
+        addPicked(*paths);
     else
         addFiles_.close();
 }

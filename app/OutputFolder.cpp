@@ -31,7 +31,10 @@ QString withTildeExpanded(const QString& path) {
     return path;
 }
 
-std::optional<QString> OutputFolder::selectFolder(const QString& current, QWidget* parent) {
+namespace {
+
+// The panel has gone when this returns: it looks at its folder as long as it lives.
+std::optional<QString> pickFolder(const QString& current, QWidget* parent) {
     QFileDialog panel(parent, getLocalString("IDS_TXT_PANEL_FOLDER"), withTildeExpanded(current));
     panel.setFileMode(QFileDialog::Directory);
     panel.setOption(QFileDialog::ShowDirsOnly);
@@ -40,10 +43,14 @@ std::optional<QString> OutputFolder::selectFolder(const QString& current, QWidge
     const QList<QUrl> chosen = panel.selectedUrls();
     if (chosen.isEmpty() || !chosen.first().isLocalFile())
         return std::nullopt;
-    const QString folder = chosen.first().toLocalFile();
-    if (!isTaken(folder, parent))
-        return std::nullopt;
-    return folder;
+    return chosen.first().toLocalFile();
+}
+
+} // namespace
+
+std::optional<QString> OutputFolder::selectFolder(const QString& current, QWidget* parent) {
+    const auto folder = pickFolder(current, parent);
+    return folder && isTaken(*folder, parent) ? folder : std::nullopt;
 }
 
 bool OutputFolder::isTaken(const QString& folder, QWidget* parent) {

@@ -7,7 +7,10 @@ import shutil
 import signal
 import tempfile
 import time
+import unittest
+import unittest.mock
 
+from hanging_share import PRELOADED, HangingShare
 from harness import ProgramTest, main, window
 from movies import make_hevc
 from texts import text
@@ -98,6 +101,26 @@ class Closing(SlowExaminations):
         self.assertEqual([], self.app.dialogs())
         self.app.panel(text("IDS_TXT_PANEL_FOLDER")).cancel()
         self.assertEqual(1, self.app.row_count())
+
+
+@unittest.skipUnless(PRELOADED, "nothing makes a share hang")
+class ClosingBesideAShare(Closing):
+    def start(self):
+        self.share = HangingShare(self.movie_path("share"), self.movie_path("hangs"))
+        self.addCleanup(self.share.answer)
+        os.mkdir(self.share.folder)
+        with unittest.mock.patch.dict(os.environ, self.share.environment):
+            return super().start()
+
+    def test_a_folder_that_the_panel_has_shown_hangs(self):
+        with open(os.path.join(self.bin, "seconds"), "w", encoding="utf-8") as file:
+            file.write("0\n")
+        self.app.add_all(shutil.copy(self.short, os.path.join(self.share.folder, "0.mp4")))
+        os.unlink(self.started)
+        self.examine("4", "a.mp4")
+        # The file that this makes in the home has a panel that is still there look at the share.
+        self.share.hang()
+        self.check_ends(self.by_window_manager)
 
 
 if __name__ == "__main__":

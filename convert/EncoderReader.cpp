@@ -82,7 +82,8 @@ std::optional<EncoderPiece> EncoderReader::cutAtEnd() {
 std::optional<EncoderPiece> EncoderReader::noted(std::optional<EncoderPiece> piece) {
     if (piece) {
         const EncoderMarkers marks = markersOf(piece->text);
-        run_->words.note(marks.hasSummary, marks.hasWriteFailure);
+        run_->words.note(marks.hasSummary,
+                         marks.hasWriteFailure || marks.hasNoPicture || piece->hasDamage);
     }
     return piece;
 }

@@ -42,7 +42,7 @@ void ReaderSignals::close() {
 
 bool EncoderWords::allowWholeFile() const {
     const std::lock_guard lock(mutex_);
-    return !writeFailure_ && (summary_ || !isLastRead_);
+    return !failure_ && (summary_ || !isLastRead_);
 }
 
 bool EncoderWords::waitForLastWord(std::chrono::milliseconds limit) const {
@@ -50,10 +50,10 @@ bool EncoderWords::waitForLastWord(std::chrono::milliseconds limit) const {
     return changed_.wait_for(lock, limit, [this] { return isLastRead_; });
 }
 
-void EncoderWords::note(bool summary, bool writeFailure) {
+void EncoderWords::note(bool summary, bool failure) {
     const std::lock_guard lock(mutex_);
     summary_ = summary_ || summary;
-    writeFailure_ = writeFailure_ || writeFailure;
+    failure_ = failure_ || failure;
 }
 
 void EncoderWords::noteLastWord() {

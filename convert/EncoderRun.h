@@ -54,14 +54,15 @@ public:
     /// False when there was no last word within `limit`.
     bool waitForLastWord(std::chrono::milliseconds limit) const;
 
-    void note(bool summary, bool writeFailure);
+    /// `failure`: the file is no converted movie, whatever else is said.
+    void note(bool summary, bool failure);
     void noteLastWord();
 
 private:
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     bool summary_ = false;
-    bool writeFailure_ = false;
+    bool failure_ = false;
     bool isLastRead_ = false;
 };
 

@@ -167,6 +167,13 @@ void TestQuit::aFileThatIsNotWhole_data() {
         << QStringList{QStringLiteral("create"), QStringLiteral("header"),
                        QStringLiteral("progress 1"), QStringLiteral("write 10")}
         << false << false;
+    const QStringList begun{QStringLiteral("create"), QStringLiteral("header"),
+                            QStringLiteral("progress 1"), QStringLiteral("write 10")};
+    QTest::newRow("no picture, before that is read")
+        << begun + QStringList{QStringLiteral("summary 0")} << false << false;
+    QTest::newRow("damage, before that is read")
+        << begun + QStringList{QStringLiteral("damage"), QStringLiteral("summary 10")} << false
+        << false;
     QTest::newRow("whole, before that is read")
         << QStringList{QStringLiteral("create"), QStringLiteral("header"),
                        QStringLiteral("progress 1"), QStringLiteral("write 10"),

@@ -176,8 +176,10 @@ class Dialog:
         wait_for(self.is_gone, f"the dialog to go after {names}")
 
     def _button(self, *names):
-        return next(n for n in descendants(self.node) if n.get_role() == Role.PUSH_BUTTON
-                    and n.get_name().replace("&", "") in names)
+        def look():
+            return next((n for n in descendants(self.node) if n.get_role() == Role.PUSH_BUTTON
+                         and n.get_name().replace("&", "") in names), None)
+        return wait_for(look, f"one of the buttons {names}")
 
 
 class MessageBox(Dialog):
@@ -213,9 +215,8 @@ class FilePanel(Dialog):
             self._type(folder)
             press(self._button("Open"))
             names = {os.path.basename(path) for path in paths}
-            files = wait_for(lambda: self._listed(names), f"the panel to list {names}")
             for path in paths:
-                self._select(files[os.path.basename(path)], path is not paths[0])
+                self._select(os.path.basename(path), names, path is not paths[0])
         self.press("Open", "Choose")
 
     def _listed(self, names):
@@ -223,18 +224,19 @@ class FilePanel(Dialog):
         files = {node.get_name(): node for node in descendants(find(self.node, Role.TREE, "Files"))}
         return files if names <= files.keys() else None
 
-    @staticmethod
-    def _select(file, more):
+    def _select(self, name, names, more):
         # With the mouse: of several names typed at once the panel can lose the first. On a busy
-        # machine the panel still sorts its list when the first click comes.
+        # machine the panel still fills or sorts its list when the first click comes, and what was
+        # listed before is none of its files any more.
         def pick():
+            file = wait_for(lambda: self._listed(names), f"the panel to list {names}")[name]
             with held("Control") if more else contextlib.nullcontext():
                 click(file)
             try:
                 return wait_for(lambda: has_state(file, Atspi.StateType.SELECTED), "it", limit=3)
-            except Timeout:
+            except (GLib.Error, Timeout):
                 return False
-        wait_for(pick, "the file to be selected")
+        wait_for(pick, f"{name} to be selected")
 
     def _type(self, path):
         # What the panel finds in the folder on show it shortens to the bare name.

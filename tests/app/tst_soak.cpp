@@ -1,4 +1,5 @@
 #include "TestProgram.h"
+#include "app/RunChecks.h"
 #include "app/RunScene.h"
 #include "filelist/FileTableView.h"
 
@@ -43,11 +44,6 @@ qint64 memoryInUse() {
         return 0;
     const QList<QByteArray> pages = file.readAll().split(' ');
     return (pages.value(1).toLongLong() - pages.value(2).toLongLong()) * sysconf(_SC_PAGESIZE);
-}
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 #ifdef __SANITIZE_ADDRESS__

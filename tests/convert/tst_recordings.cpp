@@ -13,8 +13,6 @@
 
 using namespace Qt::StringLiterals;
 
-Q_DECLARE_METATYPE(EncoderLife::Verdict)
-
 namespace {
 
 const QString clip = u"/home/u/Videos/clip.mp4"_s;

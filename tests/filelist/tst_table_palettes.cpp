@@ -18,8 +18,8 @@ constexpr double least = 4.5;     // for text
 constexpr double leastSign = 3.0; // for images, and for what is locked
 
 /// A converting row, a paused one, a converted one and a waiting one.
-struct Scene : TableWindow {
-    Scene() : TableWindow(4) {
+struct PaintedTable : TableWindow {
+    PaintedTable() : TableWindow(4) {
         const auto mark = [this](int row, const char* text, const QString& image) {
             f.list.recordAt(row)->set(key::progress, getLocalString(text));
             f.list.recordAt(row)->set(key::image, image);
@@ -110,7 +110,7 @@ void TestTablePalettes::check(const QImage& picture, double wanted, const char* 
 }
 
 void TestTablePalettes::textStandsOut() {
-    Scene s;
+    PaintedTable s;
     s.save(QTest::currentDataTag());
     for (const TableColumn each : {TableColumn::Name, TableColumn::Duration, TableColumn::Audio,
                                    TableColumn::Res, TableColumn::Cmb, TableColumn::Progress}) {
@@ -120,7 +120,7 @@ void TestTablePalettes::textStandsOut() {
 }
 
 void TestTablePalettes::selectedTextStandsOut() {
-    Scene s;
+    PaintedTable s;
     s.view.selectAll();
     s.save(qPrintable(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral("-selected")));
     const double wanted = allowed(QPalette::HighlightedText, QPalette::Highlight, least);
@@ -130,7 +130,7 @@ void TestTablePalettes::selectedTextStandsOut() {
 }
 
 void TestTablePalettes::lockedTextCanBeRead() {
-    Scene s;
+    PaintedTable s;
     s.f.state.isConversionRunning = true;
     s.f.model.editLockChanged();
     for (const TableColumn each : {TableColumn::Res, TableColumn::Cmb}) {
@@ -146,7 +146,7 @@ void TestTablePalettes::lockedTextCanBeRead() {
 }
 
 void TestTablePalettes::theBarCanBeRead() {
-    Scene s;
+    PaintedTable s;
     for (const bool isSelected : {false, true}) {
         if (isSelected)
             s.view.selectAll();
@@ -163,7 +163,7 @@ void TestTablePalettes::theBarCanBeRead() {
 }
 
 void TestTablePalettes::theButtonsStandOut() {
-    Scene s;
+    PaintedTable s;
     for (const int row : {0, 1, 2})
         check(s.picture(row, TableColumn::Im), leastSign, "button");
     s.view.selectAll();
@@ -172,7 +172,7 @@ void TestTablePalettes::theButtonsStandOut() {
 }
 
 void TestTablePalettes::theCheckBoxesStandOut() {
-    Scene s;
+    PaintedTable s;
     s.f.list.check = {0, 1, 0, 1};
     s.f.model.reload();
     for (const int row : {0, 1}) {
@@ -189,7 +189,7 @@ void TestTablePalettes::theQuietTextCanBeRead() {
 }
 
 void TestTablePalettes::theFocusStandsOut() {
-    Scene s;
+    PaintedTable s;
     s.view.clearFocus();
     s.view.setFocus(Qt::TabFocusReason);
     for (const bool isSelected : {false, true}) {
@@ -213,10 +213,10 @@ void TestTablePalettes::theFocusStandsOut() {
 
 void TestTablePalettes::aChangeOfThePaletteReachesAll() {
     for (const palettes::Named& next : palettes::all) {
-        Scene old;
+        PaintedTable old;
         QApplication::setPalette(next.make());
         QCoreApplication::processEvents();
-        Scene fresh;
+        PaintedTable fresh;
         old.view.clearFocus();
         fresh.view.clearFocus();
         QApplication::setActiveWindow(nullptr);

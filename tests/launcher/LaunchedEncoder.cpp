@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int longEnough = 20000; // milliseconds
+constexpr int answerLimit = 20000; // milliseconds
 
 QByteArray nameOf(const QByteArray& pid) {
     QFile file(QStringLiteral("/proc/") + QString::fromLatin1(pid) + QStringLiteral("/comm"));
@@ -83,7 +83,7 @@ int LaunchedEncoder::bytesWaiting() const {
 
 bool LaunchedEncoder::readSome() {
     pollfd waited{readEnd_, POLLIN, 0};
-    if (isAtEnd_ || ::poll(&waited, 1, longEnough) <= 0)
+    if (isAtEnd_ || ::poll(&waited, 1, answerLimit) <= 0)
         return false;
     std::array<char, 65536> bytes;
     const ssize_t got = ::read(readEnd_, bytes.data(), bytes.size());

@@ -15,8 +15,6 @@
 
 #include <memory>
 
-Q_DECLARE_METATYPE(LoopbackServer::Answer)
-
 /// The update window before every test: a server of its own, an empty Downloads folder, and notes
 /// of what was opened. Base of the tests of the window.
 class DownloadWindowFixture : public QObject {

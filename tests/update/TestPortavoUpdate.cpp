@@ -52,8 +52,6 @@ template <typename F> auto beside(F f) {
 
 } // namespace
 
-Q_DECLARE_METATYPE(LoopbackServer::Answer)
-
 class TestPortavoUpdate final : public QObject {
     Q_OBJECT
 

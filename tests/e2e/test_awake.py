@@ -101,7 +101,9 @@ class Awake(ProgramTest):
     def test_a_run_and_its_end(self):
         movie = make_hevc(self.movie_path("a.mp4"), "1280x720", 2, repeat=10)
         self.begin(movie)
-        inhibitions = self.desktop.calls(self.desktop.portal, "Inhibit")
+        # The session is asked after the login manager.
+        inhibitions = window.wait_for(lambda: self.desktop.calls(self.desktop.portal, "Inhibit"),
+                                      "the session to be asked")
         self.assertEqual([12], [int(arguments[1]) for arguments in inhibitions])
         # The user looks at something else: another window of the kind.
         other = self.start()

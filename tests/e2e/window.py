@@ -214,29 +214,39 @@ class FilePanel(Dialog):
         else:
             self._type(folder)
             press(self._button("Open"))
+            # The press takes effect a moment later: a file that was selected before would be opened.
+            field = find(self.node, Role.TEXT)
+            wait_for(lambda: content(field) == "", f"the panel to enter {folder}")
             names = {os.path.basename(path) for path in paths}
+            files = self._files(names)
             for path in paths:
-                self._select(os.path.basename(path), names, path is not paths[0])
+                files = self._select(os.path.basename(path), files, path is not paths[0])
         self.press("Open", "Choose")
 
     def _listed(self, names):
         """The files of those names in the panel's list, once all of them are there."""
         files = {node.get_name(): node for node in descendants(find(self.node, Role.TREE, "Files"))}
-        return files if names <= files.keys() else None
+        return files if set(names) <= files.keys() else None
 
-    def _select(self, name, names, more):
+    def _files(self, names):
+        return wait_for(lambda: self._listed(names), f"the panel to list {names}")
+
+    def _select(self, name, files, more):
         # With the mouse: of several names typed at once the panel can lose the first. On a busy
         # machine the panel still fills or sorts its list when the first click comes, and what was
-        # listed before is none of its files any more.
+        # listed before may be none of its files any more: then they are looked up again.
         def pick():
-            file = wait_for(lambda: self._listed(names), f"the panel to list {names}")[name]
+            nonlocal files
             with held("Control") if more else contextlib.nullcontext():
-                click(file)
+                click(files[name])
             try:
-                return wait_for(lambda: has_state(file, Atspi.StateType.SELECTED), "it", limit=3)
-            except (GLib.Error, Timeout):
+                return wait_for(lambda: has_state(files[name], Atspi.StateType.SELECTED), "it",
+                                limit=3)
+            except Timeout:
+                files = self._files(files.keys())
                 return False
         wait_for(pick, f"{name} to be selected")
+        return files
 
     def _type(self, path):
         # What the panel finds in the folder on show it shortens to the bare name.

@@ -1,5 +1,6 @@
 #include "app/InterruptedRunQuestion.h"
 
+#include "convert/ConversionDialogs.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
@@ -19,7 +20,6 @@ namespace {
 // start.
 constexpr auto longestLook = 10s;
 constexpr auto betweenTries = 100ms;
-constexpr int secondButton = 1001;
 constexpr qsizetype longestPath = 300;
 
 QString shownPath(const QString& path) {
@@ -81,7 +81,7 @@ void InterruptedRunQuestion::askNext() {
         {getLocalString("IDS_TXT_POPUP_INTERRUPTED") + u'\n' + shownPath(run->output()) + u'\n' +
              getLocalString("IDS_TXT_POPUP_WANTTOTRASH"),
          getLocalString("IDS_BTN_POPUP_CANCEL"), getLocalString("IDS_BTN_POPUP_TRASH")});
-    carryOut(run, answer == secondButton);
+    carryOut(run, answer == ConversionDialogs::secondButton);
 }
 
 void InterruptedRunQuestion::carryOut(const std::shared_ptr<InterruptedRun>& run, bool moves) {

@@ -14,6 +14,7 @@
 #include <QLoggingCategory>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <system_error>
 
@@ -150,25 +151,30 @@ EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& ru
         [&] { return isSourceThere ? answerAboutFailure(run, *isSourceThere) : Answer::NotAsked; });
 }
 
-// A share that hangs must not hold a stop up: the thread that looks is left behind. It also sees
-// which file the encoder writes, before others can put theirs there under the question.
 std::optional<bool> EncoderOutcomes::lookForSource(const EncoderRunPtr& run) {
-    enum Found { Nothing, There, Gone };
-    const auto found = std::make_shared<std::atomic<Found>>(Nothing);
-    const auto look = [run, found] {
+    const auto isThere = std::make_shared<std::atomic<bool>>(false);
+    const bool isKnown =
+        doBeforeBox(run, [run, isThere] { *isThere = QFileInfo::exists(run->source); });
+    return isKnown ? std::optional(isThere->load()) : std::nullopt;
+}
+
+// A share that hangs must not hold a stop up: the thread that looks is left behind. It also sees
+// which file the encoder writes, before others can put theirs there under the box.
+bool EncoderOutcomes::doBeforeBox(const EncoderRunPtr& run, const std::function<void()>& work) {
+    const auto isDone = std::make_shared<std::atomic<bool>>(false);
+    const auto all = [run, work, isDone] {
         run->output.note();
-        *found = QFileInfo::exists(run->source) ? There : Gone;
+        work();
+        *isDone = true;
         run->reader.wake();
     };
     try {
-        context_.workers.start(look);
+        context_.workers.start(all);
     } catch (const std::system_error&) {
-        look();
+        all();
     }
-    run->reader.waitUntil([&] { return *found != Nothing; });
-    if (*found == Nothing)
-        return std::nullopt;
-    return *found == There;
+    run->reader.waitUntil([&] { return isDone->load(); });
+    return *isDone;
 }
 
 EncoderOutcomes::Answer EncoderOutcomes::answerAboutFailure(const EncoderRunPtr& run,
@@ -197,6 +203,7 @@ void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reade
     MainThread& mainThread = context_.mainThread;
     logFailure(*run, &reader);
     judgeAtItsEnd(run);
+    (void)doBeforeBox(run, [] {});
     const bool isTold = mainThread.onMainThread([&] {
         if (!mayAsk(*run))
             return false;

@@ -2,6 +2,9 @@
 
 #include "convert/EncoderRun.h"
 
+#include <functional>
+#include <optional>
+
 class ConversionQueue;
 class EncoderReader;
 struct ConversionContext;
@@ -43,6 +46,9 @@ private:
     [[nodiscard]] Answer askAfterFailure(const EncoderRunPtr& run);
     /// Whether the source is there; nothing when the end was asked for before that was known.
     [[nodiscard]] std::optional<bool> lookForSource(const EncoderRunPtr& run);
+    /// Notes the encoder's file and does the work, both of which may hang; false when the end was
+    /// asked for before they were done.
+    [[nodiscard]] bool doBeforeBox(const EncoderRunPtr& run, const std::function<void()>& work);
     [[nodiscard]] Answer answerAboutFailure(const EncoderRunPtr& run, bool isSourceThere);
     [[nodiscard]] int answerToConversionError(const EncoderRunPtr& run);
     void settleStopped(const EncoderRunPtr& run);

@@ -17,7 +17,6 @@ class TestFailures final : public QObject {
 private Q_SLOTS:
     void errorAndSkip_data();
     void errorAndSkip();
-    void fileThatIsPutThereUnderTheQuestion();
     void errorAndStop();
     void failedConversion_data();
     void failedConversion();
@@ -100,27 +99,6 @@ void TestFailures::errorAndSkip() {
     QVERIFY(isWaiting(0, program));
     QCOMPARE(namesIn(program.documents()), QStringList(QStringLiteral("b_HQ_640x480.mp4")));
     QVERIFY(noEncoderLives(program.encodes()));
-}
-
-void TestFailures::fileThatIsPutThereUnderTheQuestion() {
-    ControllerFixture program;
-    addOne(program,
-           {"create", "header", "progress 1", "write 10",
-            "print an error while decoding\\nframe=   60 time=00:00:02.00 bitrate=\\r", "hang"});
-    const QString output = QDir(program.documents()).filePath(QStringLiteral("a_HQ_640x480.mp4"));
-    program.boxes.promise(skipError, false, [&] {
-        QVERIFY(QFile::remove(output));
-        QFile others(output);
-        QVERIFY(others.open(QIODevice::WriteOnly));
-        QCOMPARE(others.write("others"), 6);
-    });
-    program.boxes.promise(okAnswer);
-    QVERIFY(program.runToEnd());
-    QVERIFY(program.boxes.allKept());
-    QVERIFY(noEncoderLives(program.encodes()));
-    QFile others(output);
-    QVERIFY(others.open(QIODevice::ReadOnly));
-    QCOMPARE(others.readAll(), QByteArray("others"));
 }
 
 void TestFailures::errorAndStop() {

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void anOutputBehindASymbolicLinkGoes();
     void whatOthersPutThereUnderTheQuestionStays_data();
     void whatOthersPutThereUnderTheQuestionStays();
+    void whatOthersPutInPlaceOfItStays_data();
+    void whatOthersPutInPlaceOfItStays();
     void anOutputThatWentByItselfIsNotConverted();
 
 private:
@@ -118,6 +120,44 @@ void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays() {
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QVERIFY(program.boxes.allKept());
+    QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("of somebody else"));
+}
+
+void TestPartialOutput::whatOthersPutInPlaceOfItStays_data() {
+    QTest::addColumn<QStringList>("encode");
+    QTest::addColumn<int>("answer");
+    const auto row = [](const char* name, const char* words, int answer) {
+        QTest::newRow(name) << QStringList{QStringLiteral("create"),
+                                           QStringLiteral("header"),
+                                           QStringLiteral("progress 1"),
+                                           QStringLiteral("write 10"),
+                                           QStringLiteral("print ") + QLatin1String(words) +
+                                               QStringLiteral("\\nframe=   60 time=00:00:02.00 "
+                                                              "bitrate=\\r"),
+                                           QStringLiteral("hang")}
+                            << answer;
+    };
+    row("damage", "an error while decoding", stopError);
+    row("a full disk", "No space left on device", okAnswer);
+}
+
+// Under the box of an encoder that is still there.
+void TestPartialOutput::whatOthersPutInPlaceOfItStays() {
+    QFETCH(QStringList, encode);
+    QFETCH(int, answer);
+    ControllerFixture program;
+    program.app().engine().setPatience(
+        {std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
+    program.add({program.movie(soleMovie).encode(encode).write()});
+    program.boxes.promise(answer, false, [&] {
+        QVERIFY(!program.app().engine().context().currentRun->task->end());
+        QVERIFY(QFile::remove(program.output(soleOutput)));
+        writeContent(program.output(soleOutput), "of somebody else");
+    });
+    program.boxes.promise(okAnswer);
+    QVERIFY(program.runToEnd());
+    QVERIFY(program.boxes.allKept());
+    QVERIFY(noEncoderLives(program.encodes()));
     QCOMPARE(contentOf(program.output(soleOutput)), QByteArray("of somebody else"));
 }
 

@@ -3,6 +3,8 @@
 // in the encoders, too, as it does in the kernel where a share's server has gone. A process that
 // hangs can still be killed.
 
+#include "platform/ReachedCalls.h"
+
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -10,9 +12,6 @@
 #include <cstring>
 
 #include <dirent.h>
-#include <dlfcn.h>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/syscall.h>
 #include <time.h>
@@ -29,38 +28,21 @@ bool isDead(const char* path) {
            ::syscall(SYS_faccessat, AT_FDCWD, mark, F_OK) == 0;
 }
 
-void reach(const char* path) {
+} // namespace
+
+static void reach(const char* path) {
     const int before = errno;
     while (isDead(path))
         ::nanosleep(&interval, nullptr);
     errno = before;
 }
 
-template <typename Function> Function* original(const char* name) {
-    // POSIX lets a pointer to a function come out of dlsym.
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-}
-
-} // namespace
-
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the library's are reserved.
 extern "C" {
-
-int stat(const char* path, struct stat* result) noexcept {
-    reach(path);
-    static auto* const next = original<int(const char*, struct stat*)>("stat");
-    return next(path, result);
-}
 
 int stat64(const char* path, struct stat64* result) noexcept {
     reach(path);
     static auto* const next = original<int(const char*, struct stat64*)>("stat64");
-    return next(path, result);
-}
-
-int lstat(const char* path, struct stat* result) noexcept {
-    reach(path);
-    static auto* const next = original<int(const char*, struct stat*)>("lstat");
     return next(path, result);
 }
 
@@ -70,35 +52,10 @@ int lstat64(const char* path, struct stat64* result) noexcept {
     return next(path, result);
 }
 
-int statx(int folder, const char* path, int flags, unsigned mask, struct statx* result) noexcept {
-    reach(path);
-    static auto* const next =
-        original<int(int, const char*, int, unsigned, struct statx*)>("statx");
-    return next(folder, path, flags, mask, result);
-}
-
 int statvfs64(const char* path, struct statvfs64* result) noexcept {
     reach(path);
     static auto* const next = original<int(const char*, struct statvfs64*)>("statvfs64");
     return next(path, result);
-}
-
-int access(const char* path, int mode) noexcept {
-    reach(path);
-    static auto* const next = original<int(const char*, int)>("access");
-    return next(path, mode);
-}
-
-int unlink(const char* path) noexcept {
-    reach(path);
-    static auto* const next = original<int(const char*)>("unlink");
-    return next(path);
-}
-
-int mkdir(const char* path, mode_t mode) noexcept {
-    reach(path);
-    static auto* const next = original<int(const char*, mode_t)>("mkdir");
-    return next(path, mode);
 }
 
 int rename(const char* path, const char* other) noexcept {
@@ -142,16 +99,6 @@ int open(const char* path, int flags, ...) {
     const int mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, int) : 0;
     va_end(rest);
     static auto* const next = original<int(const char*, int, ...)>("open");
-    return next(path, flags, mode);
-}
-
-int open64(const char* path, int flags, ...) {
-    reach(path);
-    va_list rest;
-    va_start(rest, flags);
-    const int mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(rest, int) : 0;
-    va_end(rest);
-    static auto* const next = original<int(const char*, int, ...)>("open64");
     return next(path, flags, mode);
 }
 

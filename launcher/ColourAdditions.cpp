@@ -11,8 +11,8 @@ namespace {
 //    HLG 75 %) is 0.8, which is 216 of 16 to 235, and 18 % grey comes to 101.
 // 2. tonemap: light up to 0.8 is taken as it is. What is brighter shares the room above, along a
 //    hyperbola that goes on smoothly and ends in 1 at the brightest light there is. Red, green and
-//    blue are made smaller alike. (A curve for each of them would take half the time, but skies turn cyan
-//    and orange turns yellow.)
+//    blue are made smaller alike. (A curve for each of them would take half the time, but skies
+//    turn cyan and orange turns yellow.)
 // 3. zscale: with BT.709's curve, as Y, U and V, limited range.
 constexpr char toLight[] = "t=linear:npl=254:p=bt709";
 constexpr char toRoom[] = "tonemap=mobius:param=0.8:desat=0:peak=";

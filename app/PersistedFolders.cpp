@@ -1,18 +1,16 @@
 #include "app/PersistedFolders.h"
 
+#include "app/AppLog.h"
 #include "app/FolderText.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QSaveFile>
 #include <QStandardPaths>
 
 #include <filesystem>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.app")
 
 // Not for the toolkit, which finds its own resources, too, under names like ":/images".
 bool isThere(const QString& path) {
@@ -50,6 +48,6 @@ QString PersistedFolders::filePath(const QString& fileName) const {
 void PersistedFolders::write(const QString& fileName, const QString& folder) const {
     QSaveFile file(filePath(fileName));
     if (!file.open(QIODevice::WriteOnly) || file.write(folder.toUtf8()) < 0 || !file.commit())
-        qCWarning(log, "%s was not written: %s", qPrintable(fileName),
+        qCWarning(lcApp, "%s was not written: %s", qPrintable(fileName),
                   qPrintable(file.errorString()));
 }

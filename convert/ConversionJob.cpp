@@ -3,6 +3,7 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
+#include "convert/ConvertLog.h"
 #include "convert/EncoderCommand.h"
 #include "convert/EncoderMonitor.h"
 #include "convert/EncoderOutcomes.h"
@@ -23,15 +24,12 @@
 #include "widgets/ProgressObject.h"
 
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QTimer>
 
 #include <algorithm>
 #include <system_error>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 const QString none = QStringLiteral("None");
 
@@ -61,7 +59,7 @@ void ConversionJob::start(const EncoderRunPtr& run) {
     try {
         context_.workers.start([this, run, id = run->jobId] { work(run, id); });
     } catch (const std::system_error& failure) {
-        qCWarning(log, "job %d found no thread: %s", run->jobId, failure.what());
+        qCWarning(lcConvert, "job %d found no thread: %s", run->jobId, failure.what());
         run->source = run->record->text(key::srcpath);
         // Not now: whoever began the job comes to its own end first.
         QTimer::singleShot(0, &context_.mainThread, [this, run] {
@@ -74,9 +72,9 @@ void ConversionJob::work(const EncoderRunPtr& run, int jobId) {
     try {
         bgConvertWork(run);
     } catch (const Abandoned&) {
-        qCDebug(log, "job %d was given up before its encoder was launched", jobId);
+        qCDebug(lcConvert, "job %d was given up before its encoder was launched", jobId);
     } catch (const std::exception& failure) {
-        qCWarning(log, "job %d could not be started: %s", jobId, failure.what());
+        qCWarning(lcConvert, "job %d could not be started: %s", jobId, failure.what());
         failBeforeReading(run);
     }
 }
@@ -98,7 +96,7 @@ void ConversionJob::bgConvertWork(const EncoderRunPtr& run) {
     if (dropWithoutDuration(run, order))
         return;
     run->total = secondsOfTimecode(order.duration);
-    qCDebug(log, "Executable path: %s", qPrintable(context_.encoderPath));
+    qCDebug(lcConvert, "Executable path: %s", qPrintable(context_.encoderPath));
     if (!sourceIsThere(run))
         return;
     run->sourceTime = modificationTime(run->source);
@@ -160,7 +158,7 @@ std::optional<ConversionJob::Output> ConversionJob::settleOutput(const EncoderRu
     const ProfileKind profile = context_.profiles.kindOf(order.profile);
     const QString base = outputBase(order.outputFolder, order.source);
     if (profile == ProfileKind::Normal)
-        qCDebug(log, "bit rate %dk", static_cast<int>(leadingDecimal(order.bitrate)));
+        qCDebug(lcConvert, "bit rate %dk", static_cast<int>(leadingDecimal(order.bitrate)));
     const QString candidate = outputName(profile, base, order.resolution);
     if (!QFileInfo::exists(candidate))
         return Output{candidate};
@@ -254,5 +252,5 @@ void ConversionJob::startEncoder(const EncoderRunPtr& run, const QStringList& ar
     if (row >= 0 && row < static_cast<int>(context_.files.progressObjects.size()))
         run->progress = context_.files.progressObjects[static_cast<size_t>(row)];
     else
-        qCDebug(log, "exception--> no progress record for row %d", row);
+        qCDebug(lcConvert, "exception--> no progress record for row %d", row);
 }

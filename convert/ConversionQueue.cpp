@@ -2,6 +2,7 @@
 
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
+#include "convert/ConvertLog.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
@@ -10,15 +11,8 @@
 #include "platform/MainThread.h"
 
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <algorithm>
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
-
-} // namespace
 
 ConversionQueue::ConversionQueue(ConversionContext& context, RunSummary& summary)
     : context_(context), summary_(summary) {}
@@ -36,7 +30,7 @@ void ConversionQueue::convert() {
     }
     for (const JobRecordPtr& record : files.fileInfoArr) {
         // Kept: the status alone decides, an unchecked row is converted too.
-        qCDebug(log, "row %d is checked: %d", record->id(), record->number(key::check));
+        qCDebug(lcConvert, "row %d is checked: %d", record->id(), record->number(key::check));
         if (record->text(key::status) != status::STATWT)
             continue;
         files.conversionTaskList.push_back(record->id());

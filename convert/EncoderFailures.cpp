@@ -3,6 +3,7 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
+#include "convert/ConvertLog.h"
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
 #include "filelist/FileList.h"
@@ -11,7 +12,6 @@
 #include "platform/WorkerThreads.h"
 
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <atomic>
 #include <functional>
@@ -19,8 +19,6 @@
 #include <system_error>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 QString endText(const std::optional<ProcessEnd>& end) {
     if (!end)
@@ -123,7 +121,7 @@ void EncoderOutcomes::judgeAtItsEnd(const EncoderRunPtr& run) {
             run->output.judge();
         });
     } catch (const std::system_error& failure) {
-        qCWarning(log, "nobody waits for the end of an encoder: %s", failure.what());
+        qCWarning(lcConvert, "nobody waits for the end of an encoder: %s", failure.what());
     }
 }
 
@@ -131,13 +129,13 @@ void EncoderOutcomes::judgeAtItsEnd(const EncoderRunPtr& run) {
 void EncoderOutcomes::logFailure(const EncoderRun& run, const EncoderReader* reader) {
     const QString movie = onOneLine(QFileInfo(run.source).fileName());
     if (!reader) {
-        qCWarning(log).noquote() << movie % u": not converted, no encoder was launched";
+        qCWarning(lcConvert).noquote() << movie % u": not converted, no encoder was launched";
         return;
     }
-    qCWarning(log).noquote() << movie % u": not converted, " % endText(run.task->end());
+    qCWarning(lcConvert).noquote() << movie % u": not converted, " % endText(run.task->end());
     const QStringList lines = reader->lastWords();
     for (const QString& line : lines)
-        qCWarning(log).noquote() << movie % u": " % onOneLine(line);
+        qCWarning(lcConvert).noquote() << movie % u": " % onOneLine(line);
 }
 
 EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {

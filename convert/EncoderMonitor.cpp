@@ -2,6 +2,7 @@
 
 #include "convert/ConversionContext.h"
 #include "convert/ConversionQueue.h"
+#include "convert/ConvertLog.h"
 #include "convert/EncoderMarkers.h"
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
@@ -13,14 +14,6 @@
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
 #include "widgets/ProgressObject.h"
-
-#include <QLoggingCategory>
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
-
-} // namespace
 
 EncoderMonitor::EncoderMonitor(ConversionContext& context, ConversionQueue& queue,
                                EncoderOutcomes& outcomes)
@@ -81,7 +74,8 @@ EncoderMonitor::Step EncoderMonitor::handle(const EncoderRunPtr& run, const Enco
         context_.workers.sleep(context_.second);
         return context_.mainThread.onMainThread([&] { return afterASecond(run, piece); });
     } catch (const std::exception& failure) {
-        qCWarning(log, "a piece of the encoder's output could not be read: %s", failure.what());
+        qCWarning(lcConvert, "a piece of the encoder's output could not be read: %s",
+                  failure.what());
         if (run->task->interrupt())
             context_.mainThread.onMainThread([&] { run->life.toldToEnd(); });
         return Step::AwaitEnd;

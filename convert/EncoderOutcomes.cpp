@@ -2,6 +2,7 @@
 
 #include "convert/ConversionContext.h"
 #include "convert/ConversionQueue.h"
+#include "convert/ConvertLog.h"
 #include "convert/EncoderReader.h"
 #include "convert/FileTime.h"
 #include "convert/RowStates.h"
@@ -12,15 +13,7 @@
 #include "platform/WorkerThreads.h"
 #include "widgets/ProgressObject.h"
 
-#include <QLoggingCategory>
-
 using namespace std::chrono_literals;
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
-
-} // namespace
 
 void EncoderOutcomes::conclude(const EncoderRunPtr& run, EncoderReader& reader) {
     const auto verdict = context_.mainThread.onMainThread([&] { return run->life.verdict(); });
@@ -72,8 +65,8 @@ void EncoderOutcomes::takeOverTime(const EncoderRun& run) {
     if (!run.sourceTime || setModificationTime(run.output.path(), *run.sourceTime))
         return;
     const QString reason = qt_error_string();
-    qCWarning(log).noquote() << onOneLine(run.output.path()) %
-                                    u": could not be given its movie's time: " % reason;
+    qCWarning(lcConvert).noquote()
+        << onOneLine(run.output.path()) % u": could not be given its movie's time: " % reason;
 }
 
 void EncoderOutcomes::endAsAsked(const EncoderRunPtr& run, EncoderReader& reader) {

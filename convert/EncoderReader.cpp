@@ -1,18 +1,15 @@
 #include "convert/EncoderReader.h"
 
 #include "convert/ConversionContext.h"
+#include "convert/ConvertLog.h"
 #include "convert/EncoderMarkers.h"
 #include "platform/MainThread.h"
-
-#include <QLoggingCategory>
 
 #include <algorithm>
 
 using namespace std::chrono_literals;
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 using Clock = ReaderSignals::Clock;
 
@@ -59,7 +56,7 @@ void EncoderReader::take(const QByteArray& bytes) {
     cutter_.add(bytes);
     lastWords_.add(bytes);
     for (const QString& remark : remarks_.add(bytes))
-        qCDebug(log, "job %d: %s", run_->jobId, qPrintable(onOneLine(remark)));
+        qCDebug(lcConvert, "job %d: %s", run_->jobId, qPrintable(onOneLine(remark)));
 }
 
 bool EncoderReader::isRestDue() {

@@ -1,11 +1,11 @@
 #include "convert/InterruptedRun.h"
 
+#include "convert/ConvertLog.h"
 #include "convert/LastWords.h"
 #include "convert/NoteFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -14,15 +14,13 @@
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
-
 // A disk that has not come back by then is not waited for.
 constexpr qint64 longestKept = 90LL * 24 * 60 * 60;
 
 void logFound(const RunNote& note, Leftover found) {
-    qCInfo(log).noquote() << onOneLine(QFile::decodeName(note.output)) %
-                                 u": its conversion was interrupted, what is there now: " %
-                                 QLatin1String(nameOf(found));
+    qCInfo(lcConvert).noquote() << onOneLine(QFile::decodeName(note.output)) %
+                                       u": its conversion was interrupted, what is there now: " %
+                                       QLatin1String(nameOf(found));
 }
 
 bool mayComeBack(const RunNote& note, Leftover found) {

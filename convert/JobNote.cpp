@@ -1,5 +1,6 @@
 #include "convert/JobNote.h"
 
+#include "convert/ConvertLog.h"
 #include "convert/Leftover.h"
 #include "convert/NoteFile.h"
 #include "convert/RunNote.h"
@@ -7,7 +8,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <condition_variable>
 #include <ctime>
@@ -17,8 +17,6 @@
 using namespace std::chrono_literals;
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 constexpr auto longestWrite = 2s;
 
@@ -70,7 +68,7 @@ void JobNote::write(const Place& place, const QString& source, const PartialOutp
             place.workers.start(work);
             return true;
         } catch (const std::system_error& failure) {
-            qCWarning(log, "no thread for the note of a job: %s", failure.what());
+            qCWarning(lcConvert, "no thread for the note of a job: %s", failure.what());
             return false;
         }
     };
@@ -82,7 +80,7 @@ void JobNote::write(const Place& place, const QString& source, const PartialOutp
     std::unique_lock lock(shared_->mutex);
     if (!shared_->changed.wait_for(
             lock, longestWrite, [this] { return shared_->isTried || shared_->end != End::None; }))
-        qCWarning(log, "the note of a job could not be written in time");
+        qCWarning(lcConvert, "the note of a job could not be written in time");
 }
 
 void JobNote::drop() {
@@ -97,7 +95,7 @@ void JobNote::keep(const std::shared_ptr<Shared>& shared, const QString& folder,
                    const QByteArray& text) {
     std::unique_ptr<NoteFile> file = NoteFile::create(folder);
     if (!file || !file->add(text)) {
-        qCWarning(log, "the note of a job could not be written in %s: %s", qPrintable(folder),
+        qCWarning(lcConvert, "the note of a job could not be written in %s: %s", qPrintable(folder),
                   qPrintable(qt_error_string()));
         if (file)
             file->remove();

@@ -1,14 +1,13 @@
 #include "convert/PartialOutput.h"
 
+#include "convert/ConvertLog.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <utility>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 std::optional<struct stat> statOf(const QString& path) {
     struct stat result {};
@@ -95,7 +94,7 @@ bool PartialOutput::judge() const {
 void PartialOutput::remove() const {
     // Behind a symbolic link it is the file that was written, not the link.
     if (exists() && !QFile::remove(QFileInfo(path_).canonicalFilePath()))
-        qCWarning(log, "the partial output could not be deleted: %s", qPrintable(path_));
+        qCWarning(lcConvert, "the partial output could not be deleted: %s", qPrintable(path_));
 }
 
 bool isSameFile(const QString& one, const QString& other) {

@@ -3,6 +3,7 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
+#include "convert/ConvertLog.h"
 #include "convert/RowStates.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
@@ -15,15 +16,12 @@
 #include "widgets/ActionGate.h"
 
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QTimer>
 
 #include <algorithm>
 #include <system_error>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.convert")
 
 // On a dead share the deletion of a file does not come back.
 constexpr auto longestRemoval = std::chrono::seconds(1);
@@ -53,7 +51,7 @@ void PauseAndStop::setConvertingIndexForResume(int row) {
     const int id = files.idList.at(static_cast<size_t>(row));
     context_.state.noOfconvertingFileList.add(id);
     for (const int paused : files.filePausedId)
-        qCDebug(log, "paused: %d", paused);
+        qCDebug(lcConvert, "paused: %d", paused);
     const auto entry =
         std::find_if(files.pausedList.begin(), files.pausedList.end(),
                      [id](const PausedTask& each) { return each.selectedrowid == id; });
@@ -242,7 +240,7 @@ void PauseAndStop::removeUnfinishedOutput(EncoderRun& run) const {
         removal(); // no thread can be had: better late than never
     }
     if (run.outputIsOutOfReach)
-        qCWarning(log, "the partial output could not be deleted in time: %s",
+        qCWarning(lcConvert, "the partial output could not be deleted in time: %s",
                   qPrintable(run.output.path()));
 }
 

@@ -2,6 +2,7 @@
 
 #include "filelist/FileCount.h"
 #include "filelist/FileList.h"
+#include "filelist/FileListLog.h"
 #include "filelist/ListWindow.h"
 #include "filelist/MovieProbe.h"
 #include "filelist/StatusWords.h"
@@ -14,13 +15,10 @@
 #include "widgets/PopUpBoxes.h"
 
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <stdexcept>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.filelist")
 
 constexpr int cancelAnswer = 1000;
 // A position of the encoder has 11 characters; a shorter text means that none was read yet.
@@ -108,7 +106,8 @@ bool AddFiles::volumeIsRefused(const QString& path) {
         const QFileInfo file(path);
         return FileFacts{file.size(), volumes->facts(file.path())};
     });
-    qCDebug(log, "%s: %.2lfM", qPrintable(path), static_cast<double>(facts.size) / 1'000'000.0);
+    qCDebug(lcFileList, "%s: %.2lfM", qPrintable(path),
+            static_cast<double>(facts.size) / 1'000'000.0);
     if (!facts.volume.removable)
         return false;
     if (parts_.isCloseAsked())

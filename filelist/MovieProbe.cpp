@@ -1,19 +1,16 @@
 #include "filelist/MovieProbe.h"
 
 #include "filelist/FileList.h"
+#include "filelist/FileListLog.h"
 #include "media/EncoderBuild.h"
 #include "media/ReportBlanking.h"
 #include "media/ReportText.h"
 #include "media/RetryProbeReader.h"
 
-#include <QLoggingCategory>
-
 #include <memory>
 #include <vector>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.filelist")
 
 /// A second look. Its reader's thread owns it until the probe is over, or for good where the
 /// program closes before that.
@@ -39,7 +36,7 @@ ProbeRunner::Result MovieProbe::run(const QString& moviePath, ProbeRunner::Chunk
     encoderMissing_ = result == ProbeRunner::Result::FailedToStart;
     gaveUp_ = result == ProbeRunner::Result::Silent;
     if (gaveUp_)
-        qCWarning(log, "the examination of a movie was given up: %s", qPrintable(moviePath));
+        qCWarning(lcFileList, "the examination of a movie was given up: %s", qPrintable(moviePath));
     return result;
 }
 
@@ -71,6 +68,6 @@ void MovieProbe::getVideoInfo(const QString& moviePath, int rowNumber) {
     for (const RetryFindings& each : look->findings) {
         putInto(*record, each);
         if (!each.log.isEmpty())
-            qCWarning(log, "%s", qPrintable(each.log));
+            qCWarning(lcFileList, "%s", qPrintable(each.log));
     }
 }

@@ -1,19 +1,13 @@
 #include "platform/WorkerThreads.h"
 
 #include "platform/MainThreadCalls.h"
+#include "platform/PlatformLog.h"
 
-#include <QLoggingCategory>
 #include <QScopeGuard>
 
 #include <condition_variable>
 #include <mutex>
 #include <thread>
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.platform")
-
-} // namespace
 
 struct WorkerThreads::Shared {
     std::mutex mutex;
@@ -50,7 +44,7 @@ void WorkerThreads::start(std::function<void()> body) {
             body();
         } catch (const Cancelled&) {
         } catch (const std::exception& failure) {
-            qCWarning(log, "a thread ended early: %s", failure.what());
+            qCWarning(lcPlatform, "a thread ended early: %s", failure.what());
         }
         // What it captured goes before the thread counts as ended.
         body = nullptr;

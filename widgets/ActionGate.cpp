@@ -1,28 +1,22 @@
 #include "widgets/ActionGate.h"
 
 #include "platform/MainThread.h"
+#include "widgets/WidgetsLog.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 
 #include <utility>
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.widgets")
-
-} // namespace
 
 bool runGuarded(const std::function<void()>& action) {
     try {
         action();
         return true;
     } catch (const Cancelled&) {
-        qCDebug(log, "an action was cut short: the program closes");
+        qCDebug(lcWidgets, "an action was cut short: the program closes");
     } catch (const std::exception& failure) {
-        qCWarning(log, "an action ended early: %s", failure.what());
+        qCWarning(lcWidgets, "an action ended early: %s", failure.what());
     } catch (...) {
-        qCWarning(log, "an action ended early");
+        qCWarning(lcWidgets, "an action ended early");
     }
     return false;
 }

@@ -1,21 +1,18 @@
 #include "widgets/PopUpBoxes.h"
 
 #include "widgets/MessageBox.h"
-
-#include <QLoggingCategory>
+#include "widgets/WidgetsLog.h"
 
 #include <stdexcept>
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "reelshift.widgets")
 
 MessageBox::Answer ask(const QStringList& texts, const QString& checkBox, QWidget* parent) {
     if (texts.isEmpty())
         throw std::out_of_range("a box without a message");
     const MessageBox::Answer answer = MessageBox::ask(
         {QStringLiteral("Quorvex Reelshift"), texts.first(), texts.mid(1), checkBox}, parent);
-    qCDebug(log, "%ld", static_cast<long>(answer.code));
+    qCDebug(lcWidgets, "%ld", static_cast<long>(answer.code));
     return answer;
 }
 
@@ -30,7 +27,7 @@ QStringList PopUpBoxes::PopUpMesgWithCheckBox(const QStringList& request) {
         throw std::out_of_range("a box without a message");
     const MessageBox::Answer answer =
         ask(request.mid(0, request.size() - 1), request.last(), parent_);
-    qCDebug(log, "%s", answer.ticked ? "Check box state is on" : "Check box state is off");
+    qCDebug(lcWidgets, "%s", answer.ticked ? "Check box state is on" : "Check box state is off");
     return {QString::number(answer.code),
             answer.ticked ? QStringLiteral("1") : QStringLiteral("0")};
 }

@@ -1,0 +1,3 @@
+#include "filelist/FileListLog.h"
+
+Q_LOGGING_CATEGORY(lcFileList, "reelshift.filelist")

@@ -18,7 +18,7 @@ namespace {
 
 // A question that comes later would come in the middle of something else: it waits for the next
 // start.
-constexpr auto longestLook = 10s;
+constexpr auto longestSearch = 10s;
 constexpr auto betweenTries = 100ms;
 constexpr qsizetype longestPath = 300;
 
@@ -43,7 +43,7 @@ void InterruptedRunQuestion::start(const QString& stateFolder) {
     runGuarded([&] {
         workers_.start([this, stateFolder, begin = std::chrono::steady_clock::now()] {
             const InterruptedRun::Found found = InterruptedRun::findAll(stateFolder);
-            if (found.empty() || std::chrono::steady_clock::now() - begin > longestLook)
+            if (found.empty() || std::chrono::steady_clock::now() - begin > longestSearch)
                 return;
             mainThread_.onMainThread([&] {
                 found_ = found;

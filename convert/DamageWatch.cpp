@@ -1,5 +1,7 @@
 #include "convert/DamageWatch.h"
 
+#include "media/LineEnd.h"
+
 #include <algorithm>
 
 namespace {
@@ -7,10 +9,6 @@ namespace {
 constexpr QStringView beginOfConverting = u"Stream mapping:";
 constexpr QStringView shortestMark = u"error";
 constexpr QStringView longestMark = u"Invalid";
-
-bool isLineEnd(QChar c) {
-    return c == u'\n' || c == u'\r';
-}
 
 bool holdsComplaint(QStringView text) {
     return text.contains(shortestMark) || text.contains(longestMark);

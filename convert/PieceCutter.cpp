@@ -1,6 +1,7 @@
 #include "convert/PieceCutter.h"
 
 #include "convert/EncoderMarkers.h"
+#include "media/LineEnd.h"
 
 #include <utility>
 
@@ -8,10 +9,6 @@ namespace {
 
 // More than any line of a real encoder.
 constexpr qsizetype longestLine = 1 << 20;
-
-bool isLineEnd(QChar c) {
-    return c == u'\n' || c == u'\r';
-}
 
 qsizetype startOfProgress(const QString& text, bool beginsLine) {
     const QString word = QStringLiteral("frame=");

@@ -14,10 +14,6 @@
 
 namespace {
 
-TableColumn columnOf(const QModelIndex& index) {
-    return static_cast<TableColumn>(index.column());
-}
-
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
     if (className != QLatin1String(FileTableView::staticMetaObject.className()))
         return nullptr;

@@ -1,11 +1,21 @@
 #pragma once
 
+#include <QModelIndex>
 #include <QString>
 
 /// Columns of the list, from left to right.
 enum class TableColumn { Check, Name, Duration, Audio, Res, Cmb, Progress, Im };
 
 inline constexpr int tableColumnCount = 8;
+
+/// Of a cell; and where a column stands, for what counts columns.
+[[nodiscard]] inline TableColumn columnOf(const QModelIndex& index) {
+    return static_cast<TableColumn>(index.column());
+}
+
+[[nodiscard]] inline int section(TableColumn column) {
+    return static_cast<int>(column);
+}
 
 /// The identifiers by which the columns are told apart.
 namespace column {

@@ -1,6 +1,7 @@
 #include "filelist/FileTableView.h"
 
 #include "filelist/FileTableAccessible.h"
+#include "filelist/FileTableColumns.h"
 #include "filelist/FileTableDelegates.h"
 #include "filelist/FileTableKeys.h"
 #include "filelist/FileTableModel.h"
@@ -18,18 +19,6 @@
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-TableColumn columnOf(const QModelIndex& index) {
-    return static_cast<TableColumn>(index.column());
-}
-
-int section(TableColumn column) {
-    return static_cast<int>(column);
-}
-
-} // namespace
 
 FileTableView::FileTableView(QWidget* parent)
     : QTableView(parent),

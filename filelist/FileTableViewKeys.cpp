@@ -11,14 +11,6 @@
 #include <QMenu>
 #include <QPainter>
 
-namespace {
-
-int section(TableColumn column) {
-    return static_cast<int>(column);
-}
-
-} // namespace
-
 void FileTableView::focusInEvent(QFocusEvent* event) {
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
         event->reason() == Qt::ShortcutFocusReason)

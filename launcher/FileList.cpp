@@ -17,10 +17,6 @@ char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-bool startsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
 bool containsAnyCase(std::string_view text, std::string_view word) {
     return std::search(text.begin(), text.end(), word.begin(), word.end(),
                        [](char one, char other) { return lower(one) == lower(other); }) !=
@@ -29,7 +25,7 @@ bool containsAnyCase(std::string_view text, std::string_view word) {
 
 /// Length of the ID3 tag that the text begins with, 0 without one.
 std::size_t tagLength(std::string_view text) {
-    if (text.size() < tagHeader || !startsWith(text, "ID3"))
+    if (text.size() < tagHeader || !text.starts_with("ID3"))
         return 0;
     std::size_t length = 0;
     for (std::size_t i = 6; i < tagHeader; ++i)
@@ -61,7 +57,7 @@ bool isListOfFiles(std::string_view beginning) {
     // ffmpeg judges by what stands behind the tag.
     for (std::size_t tag = tagLength(text); tag > 0; tag = tagLength(text))
         text.remove_prefix(std::min(tag, text.size()));
-    if (startsWith(text, "ffconcat version 1.0") || startsWith(text, "#EXTM3U"))
+    if (text.starts_with("ffconcat version 1.0") || text.starts_with("#EXTM3U"))
         return true;
     const std::string_view words = text.substr(0, text.find('\0'));
     return containsAnyCase(words, "<MPD") || containsAnyCase(words, "<CompositionPlaylist");
@@ -76,7 +72,7 @@ bool namesOtherFiles(const std::string& path) {
     std::string text;
     readMore(file.number(), text, firstLook);
     // A movie's first bytes hold a zero: nothing more of it is read.
-    if (text.find('\0') == std::string::npos || startsWith(text, "ID3"))
+    if (text.find('\0') == std::string::npos || text.starts_with("ID3"))
         readMore(file.number(), text, decidingLength);
     return isListOfFiles(text);
 }

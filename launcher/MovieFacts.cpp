@@ -12,10 +12,6 @@ namespace {
 constexpr int mostTracks = 200;
 constexpr int largestSide = 65535;
 
-bool startsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
 /// 0 for what is no number, a negative one, or one that is too large.
 int number(std::string_view text) {
     int value = 0;
@@ -82,12 +78,12 @@ void takeOfTrack(TrackFacts& track, std::string_view key, std::string_view value
     const auto found = fields().find(key);
     if (found != fields().end())
         found->second(track, value);
-    else if (startsWith(key, "side_data_list.") && key.substr(key.rfind('.')) == ".dv_profile")
+    else if (key.starts_with("side_data_list.") && key.substr(key.rfind('.')) == ".dv_profile")
         track.dolbyVisionProfile = number(value);
 }
 
 bool isPhoneTag(std::string_view key) {
-    return startsWith(key, "com_apple") || startsWith(key, "com_android") || key == "make" ||
+    return key.starts_with("com_apple") || key.starts_with("com_android") || key == "make" ||
            key == "model";
 }
 
@@ -114,7 +110,7 @@ void takeTag(MovieFacts& facts, std::string_view key, std::string_view value) {
 /// The number of the track and the rest of a key such as `streams.stream.0.width`.
 bool takeTrack(std::string_view& key, int& track) {
     constexpr std::string_view start = "streams.stream.";
-    if (!startsWith(key, start))
+    if (!key.starts_with(start))
         return false;
     key.remove_prefix(start.size());
     const std::size_t dot = key.find('.');
@@ -159,7 +155,7 @@ MovieFacts movieFactsFrom(std::string_view answer) {
         int track = 0;
         if (takeTrack(key, track))
             takeOfTrack(tracks[track], key, value);
-        else if (startsWith(key, tags))
+        else if (key.starts_with(tags))
             takeTag(facts, key.substr(tags.size()), value);
     });
     for (auto& [position, track] : tracks) {

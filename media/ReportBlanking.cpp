@@ -1,5 +1,7 @@
 #include "media/ReportBlanking.h"
 
+#include "media/LineEnd.h"
+
 #include <QRegularExpression>
 #include <QStringView>
 
@@ -19,10 +21,6 @@ constexpr qsizetype longestOpenText = 16384;
 // the block's entries begin with.
 constexpr int noEntries = 0;
 constexpr int unknownEntries = -1;
-
-bool isLineEnd(QChar c) {
-    return c == u'\n' || c == u'\r';
-}
 
 qsizetype leadingBlanks(QStringView line) {
     const auto end = std::find_if(line.begin(), line.end(), [](QChar c) { return c != u' '; });

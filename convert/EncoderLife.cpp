@@ -37,13 +37,11 @@ void EncoderLife::ask(Request request) {
     removedWhilePaused_ = request == Request::Remove && phase_ == Phase::Suspended;
 }
 
-void EncoderLife::saw(bool summary, std::optional<double> position, bool writeFailure,
-                      bool noPicture) {
-    summarySeen_ = summarySeen_ || summary;
-    writeFailed_ = writeFailed_ || writeFailure;
-    noPicture_ = noPicture_ || noPicture;
-    if (summary)
-        finalPosition_ = position;
+void EncoderLife::saw(const EncoderPiece& piece) {
+    summarySeen_ = summarySeen_ || piece.marks.hasSummary;
+    writeFailed_ = writeFailed_ || piece.marks.hasWriteFailure;
+    noPicture_ = noPicture_ || piece.marks.hasNoPicture;
+    damageSeen_ = damageSeen_ || piece.hasDamage;
 }
 
 bool EncoderLife::settle() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "convert/EncoderMarkers.h"
 #include "platform/ChildProcess.h"
 
 #include <optional>
@@ -27,8 +28,6 @@ public:
     [[nodiscard]] bool suspendFailed() const { return suspendFailed_; }
     [[nodiscard]] bool isSummarySeen() const { return summarySeen_; }
     [[nodiscard]] bool isDamageSeen() const { return damageSeen_; }
-    /// Seconds in the summary, where it has been seen with a position.
-    [[nodiscard]] std::optional<double> finalPosition() const { return finalPosition_; }
     /// Whether the encoder came to its end by itself, with a summary that counts pictures and
     /// status 0, read everything and wrote everything: its output is a finished file, and was there
     /// at that moment.
@@ -43,12 +42,8 @@ public:
     void resumed();
     /// A removal outweighs a stop; the first of two equal requests stays.
     void ask(Request request);
-    /// What a piece of output said. `position` is in seconds; `noPicture` is the summary's own
-    /// count.
-    void saw(bool summary, std::optional<double> position, bool writeFailure,
-             bool noPicture = false);
-    /// It complained of the movie that it converts.
-    void sawDamage() { damageSeen_ = true; }
+    /// What a piece of its output said.
+    void saw(const EncoderPiece& piece);
     /// A signal that ends it was sent.
     void toldToEnd() { toldToEnd_ = true; }
     /// `hasOutput`: whether it left a file.
@@ -63,7 +58,6 @@ private:
     Phase phase_ = Phase::Preparing;
     Request request_ = Request::None;
     std::optional<ProcessEnd> end_;
-    std::optional<double> finalPosition_;
     bool hasOutput_ = false;
     bool summarySeen_ = false;
     bool writeFailed_ = false;

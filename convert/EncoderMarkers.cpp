@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <limits>
-#include <stdexcept>
 
 namespace {
 
@@ -38,18 +37,6 @@ bool summaryCountsNoPicture(QStringView piece) {
     return number.startsWith(u'0') && (number.size() == 1 || !number.at(1).isDigit());
 }
 
-std::optional<double> positionAfterSummary(const QString& piece) {
-    const qsizetype summary = piece.indexOf(summaryMark);
-    const qsizetype mark = summary < 0 ? -1 : piece.indexOf(positionMark, summary);
-    if (mark < 0)
-        return std::nullopt;
-    try {
-        return secondsOfTimecode(substring(piece, mark + positionMark.size(), positionLength));
-    } catch (const std::out_of_range&) {
-        return std::nullopt;
-    }
-}
-
 } // namespace
 
 EncoderMarkers markersOf(const QString& piece) {
@@ -60,13 +47,7 @@ EncoderMarkers markersOf(const QString& piece) {
     marks.hasWriteFailure = holdsWriteFailure(piece);
     marks.hasSummary = piece.contains(summaryMark);
     marks.hasNoPicture = summaryCountsNoPicture(piece);
-    marks.finalPosition = positionAfterSummary(piece);
     return marks;
-}
-
-bool isWriteFailureWithoutPosition(const QString& piece) {
-    const EncoderMarkers marks = markersOf(piece);
-    return marks.hasWriteFailure && !marks.hasPosition && !marks.hasError;
 }
 
 QString positionText(const QString& piece) {

@@ -106,15 +106,12 @@ void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader
 
 EncoderMonitor::Step EncoderMonitor::takePiece(const EncoderRunPtr& run,
                                                const EncoderPiece& piece) {
-    const EncoderMarkers marks = markersOf(piece.text);
-    run->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure, marks.hasNoPicture);
-    if (piece.hasDamage)
-        run->life.sawDamage();
+    run->life.saw(piece);
     if (run->life.request() != EncoderLife::Request::None)
         return Step::EndAsAsked;
     if (piece.writeFailureAtEnd)
         return Step::WriteFailed;
-    if (!marks.hasPosition && !marks.hasError && !piece.hasDamage)
+    if (!piece.marks.hasPosition && !piece.marks.hasError && !piece.hasDamage)
         return Step::Go;
     return takePosition(run, piece.text);
 }
@@ -138,14 +135,6 @@ EncoderMonitor::Step EncoderMonitor::takePosition(const EncoderRunPtr& run, cons
     }
     if (state.convertingIndex < 0)
         return Step::Go;
-    if (state.stopped) {
-        run->ask(EncoderLife::Request::Stop);
-        return Step::EndAsAsked;
-    }
-    if (state.error) {
-        context_.showWaiting(*run);
-        return Step::Go;
-    }
     if (const auto row = context_.rowOf(*run))
         run->record = context_.files.recordAt(*row);
     run->record->set(key::progress, QString());
@@ -159,7 +148,7 @@ EncoderMonitor::Step EncoderMonitor::afterASecond(const EncoderRunPtr& run,
                                                   const EncoderPiece& piece) {
     if (run->life.request() != EncoderLife::Request::None)
         return Step::EndAsAsked;
-    const EncoderMarkers marks = markersOf(piece.text);
+    const EncoderMarkers& marks = piece.marks;
     // The damage may have been in a piece that a pause took up.
     if (marks.hasError || marks.hasInvalid || run->life.isDamageSeen())
         return Step::Failed;

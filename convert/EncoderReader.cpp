@@ -2,7 +2,6 @@
 
 #include "convert/ConversionContext.h"
 #include "convert/ConvertLog.h"
-#include "convert/EncoderMarkers.h"
 #include "platform/MainThread.h"
 
 #include <algorithm>
@@ -77,11 +76,8 @@ std::optional<EncoderPiece> EncoderReader::cutAtEnd() {
 }
 
 std::optional<EncoderPiece> EncoderReader::noted(std::optional<EncoderPiece> piece) {
-    if (piece) {
-        const EncoderMarkers marks = markersOf(piece->text);
-        run_->words.note(marks.hasSummary,
-                         marks.hasWriteFailure || marks.hasNoPicture || piece->hasDamage);
-    }
+    if (piece)
+        run_->words.note(*piece);
     return piece;
 }
 
@@ -114,13 +110,7 @@ bool EncoderReader::readToEnd(const Deadline& deadline) {
         take(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
         if (auto piece = ended ? cutAtEnd() : cut(false)) {
-            const EncoderMarkers marks = markersOf(piece->text);
-            mainThread_.onMainThread([&] {
-                run_->life.saw(marks.hasSummary, marks.finalPosition, marks.hasWriteFailure,
-                               marks.hasNoPicture);
-                if (piece->hasDamage)
-                    run_->life.sawDamage();
-            });
+            mainThread_.onMainThread([&] { run_->life.saw(*piece); });
         } else if (ended) {
             noteEnd();
             return true;

@@ -50,10 +50,11 @@ bool EncoderWords::waitForLastWord(std::chrono::milliseconds limit) const {
     return changed_.wait_for(lock, limit, [this] { return isLastRead_; });
 }
 
-void EncoderWords::note(bool summary, bool failure) {
+void EncoderWords::note(const EncoderPiece& piece) {
     const std::lock_guard lock(mutex_);
-    summary_ = summary_ || summary;
-    failure_ = failure_ || failure;
+    summary_ = summary_ || piece.marks.hasSummary;
+    failure_ =
+        failure_ || piece.marks.hasWriteFailure || piece.marks.hasNoPicture || piece.hasDamage;
 }
 
 void EncoderWords::noteLastWord() {

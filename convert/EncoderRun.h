@@ -54,15 +54,14 @@ public:
     /// False when there was no last word within `limit`.
     bool waitForLastWord(std::chrono::milliseconds limit) const;
 
-    /// `failure`: the file is no converted movie, whatever else is said.
-    void note(bool summary, bool failure);
+    void note(const EncoderPiece& piece);
     void noteLastWord();
 
 private:
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     bool summary_ = false;
-    bool failure_ = false;
+    bool failure_ = false; ///< the file is no converted movie, whatever else is said
     bool isLastRead_ = false;
 };
 

@@ -1,6 +1,5 @@
 #include "convert/PieceCutter.h"
 
-#include "convert/EncoderMarkers.h"
 #include "media/LineEnd.h"
 
 #include <utility>
@@ -26,19 +25,20 @@ std::optional<EncoderPiece> PieceCutter::next(bool flush) {
     while (!ready_.isEmpty()) {
         const QString taken = takeReady();
         damageHeld_ = damage_.add(taken) || damageHeld_;
-        const QString text = held_ + taken;
-        held_.clear();
-        if (!isWriteFailureWithoutPosition(text))
-            return EncoderPiece{text, std::exchange(damageHeld_, false)};
-        held_ = text;
+        const QString text = std::exchange(held_.text, QString()) + taken;
+        const EncoderMarkers marks = markersOf(text);
+        if (!marks.isWriteFailureAlone())
+            return EncoderPiece{text, marks, std::exchange(damageHeld_, false)};
+        held_ = {text, marks};
     }
     return std::nullopt;
 }
 
 std::optional<EncoderPiece> PieceCutter::last() {
-    if (held_.isEmpty())
+    if (held_.text.isEmpty())
         return std::nullopt;
-    return EncoderPiece{std::exchange(held_, QString()), std::exchange(damageHeld_, false), true};
+    return EncoderPiece{std::exchange(held_.text, QString()), held_.marks,
+                        std::exchange(damageHeld_, false), true};
 }
 
 void PieceCutter::blankWaiting(bool flush) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/DamageWatch.h"
+#include "convert/EncoderMarkers.h"
 #include "media/ReportBlanking.h"
 
 #include <QByteArray>
@@ -9,15 +10,6 @@
 #include <QStringList>
 
 #include <optional>
-
-/// A stretch of the encoder's standard error that is handled at once.
-struct EncoderPiece final {
-    QString text; ///< what the movie says about itself is blanked
-    /// It holds a complaint about the movie that is being converted, with a position or without.
-    bool hasDamage = false;
-    /// A write failure after which the encoder ended without another word.
-    bool writeFailureAtEnd = false;
-};
 
 /// Cuts what an encoder says into pieces: whole lines, all that have come when a piece is asked
 /// for. What stands before the first progress line is kept apart from it, and a write failure
@@ -44,7 +36,7 @@ private:
     QByteArray waiting_;
     QStringDecoder decoder_{QStringConverter::Utf8}; ///< joins a character that a flush has cut
     QString ready_;                                  ///< blanked, in no piece yet
-    QString held_;
+    EncoderPiece held_;                              ///< a write failure alone, or nothing
     DamageWatch damage_;
     bool damageHeld_ = false; ///< since the last piece
     bool inHeader_ = true;

@@ -18,11 +18,10 @@ void require(bool condition) {
 
 /// What the monitor does with a piece.
 void handle(const EncoderPiece& piece) {
-    const EncoderMarkers marks = markersOf(piece.text);
+    const EncoderMarkers& marks = piece.marks;
     require(!piece.text.isEmpty());
-    require(!marks.finalPosition || marks.hasSummary);
     require(!piece.writeFailureAtEnd || marks.hasWriteFailure);
-    require(piece.writeFailureAtEnd || !isWriteFailureWithoutPosition(piece.text));
+    require(piece.writeFailureAtEnd || !marks.isWriteFailureAlone());
     try {
         const QString position = positionText(piece.text);
         require(position.size() == 11);

@@ -30,6 +30,12 @@ Life launchedLife() {
     return life;
 }
 
+EncoderPiece said(const EncoderMarkers& marks) {
+    EncoderPiece piece;
+    piece.marks = marks;
+    return piece;
+}
+
 /// Everything that can have happened to one encoder.
 struct History {
     Request first;
@@ -46,7 +52,7 @@ struct History {
                 life.ask(request);
         }
         if (summary || writeFailure)
-            life.saw(summary, 8.0, writeFailure);
+            life.saw(said({.hasWriteFailure = writeFailure, .hasSummary = summary}));
         if (told)
             life.toldToEnd();
         if (end)
@@ -91,7 +97,6 @@ private Q_SLOTS:
     void withoutAPictureNothingIsConverted();
     void whatWasSeenStaysSeen();
     void damageIsNoConversion();
-    void lastSummaryGivesThePosition();
     void pauseThatCameTooLateStillConverts();
     void settlesOnce();
     void settlesOnceFromEveryPhase();
@@ -104,7 +109,6 @@ void TestEncoderLife::beginsWithoutAnything() {
     QVERIFY(!life.isSettled());
     QVERIFY(!life.isFinished());
     QVERIFY(!life.isSummarySeen());
-    QVERIFY(!life.finalPosition());
     QVERIFY(!life.suspendFailed());
     QVERIFY(!life.wasRemovedWhilePaused());
     // A job whose encoder never came to life is a failed conversion.
@@ -264,7 +268,7 @@ void TestEncoderLife::removalOfAPausedOneIsRemembered() {
 
 void TestEncoderLife::withoutAPictureNothingIsConverted() {
     Life life = launchedLife();
-    life.saw(true, 8.0, false, true);
+    life.saw(said({.hasSummary = true, .hasNoPicture = true}));
     life.ended(statusZero);
     QVERIFY(life.isSummarySeen());
     QVERIFY(!life.isFinished()); // so its output goes, whatever is asked of it
@@ -273,17 +277,16 @@ void TestEncoderLife::withoutAPictureNothingIsConverted() {
     stopped.ask(Request::Stop);
     QCOMPARE(stopped.verdict(), Verdict::Stopped);
     Life full = life;
-    full.saw(false, std::nullopt, true);
+    full.saw(said({.hasWriteFailure = true}));
     QCOMPARE(full.verdict(), Verdict::WriteFailed);
 }
 
 void TestEncoderLife::whatWasSeenStaysSeen() {
     Life life = launchedLife();
-    life.saw(true, 8.0, false);
-    life.saw(false, std::nullopt, true);
-    life.saw(false, 3.0, false);
+    life.saw(said({.hasSummary = true}));
+    life.saw(said({.hasWriteFailure = true}));
+    life.saw(said({.hasPosition = true}));
     QVERIFY(life.isSummarySeen());
-    QCOMPARE(life.finalPosition(), std::optional(8.0));
     life.ended(statusZero);
     QCOMPARE(life.verdict(), Verdict::WriteFailed);
 }
@@ -292,9 +295,9 @@ void TestEncoderLife::whatWasSeenStaysSeen() {
 void TestEncoderLife::damageIsNoConversion() {
     for (const Request request : {Request::None, Request::Stop, Request::Remove}) {
         Life life = launchedLife();
-        life.sawDamage();
+        life.saw({.text = {}, .marks = {}, .hasDamage = true});
         life.ask(request);
-        life.saw(true, 8.0, false);
+        life.saw(said({.hasSummary = true}));
         life.ended(statusZero);
         QVERIFY(life.isDamageSeen());
         QVERIFY(!life.isFinished());
@@ -304,21 +307,10 @@ void TestEncoderLife::damageIsNoConversion() {
     }
 }
 
-void TestEncoderLife::lastSummaryGivesThePosition() {
-    Life life = launchedLife();
-    life.saw(false, 2.0, false);
-    QVERIFY(!life.finalPosition());
-    life.saw(true, std::nullopt, false);
-    QVERIFY(life.isSummarySeen());
-    QVERIFY(!life.finalPosition());
-    life.saw(true, 8.0, false);
-    QCOMPARE(life.finalPosition(), std::optional(8.0));
-}
-
 void TestEncoderLife::pauseThatCameTooLateStillConverts() {
     Life finished = launchedLife();
     finished.suspendDidFail();
-    finished.saw(true, 8.0, false);
+    finished.saw(said({.hasSummary = true}));
     finished.ended(statusZero);
     QVERIFY(finished.suspendFailed());
     QCOMPARE(finished.verdict(), Verdict::Converted);
@@ -331,7 +323,7 @@ void TestEncoderLife::pauseThatCameTooLateStillConverts() {
 
 void TestEncoderLife::settlesOnce() {
     Life life = launchedLife();
-    life.saw(true, 8.0, false);
+    life.saw(said({.hasSummary = true}));
     life.ended(statusZero);
     QVERIFY(life.settle());
     QVERIFY(life.isSettled());

@@ -38,8 +38,6 @@ class TestEncoderMarkers final : public QObject {
 private Q_SLOTS:
     void findsMarks_data();
     void findsMarks();
-    void finalPositionFollowsTheSummary_data();
-    void finalPositionFollowsTheSummary();
     void writeFailureWithoutPosition_data();
     void writeFailureWithoutPosition();
     void positionOfAPiece_data();
@@ -108,32 +106,6 @@ void TestEncoderMarkers::findsMarks() {
     QTEST(found, "marks");
 }
 
-void TestEncoderMarkers::finalPositionFollowsTheSummary_data() {
-    QTest::addColumn<QString>("piece");
-    QTest::addColumn<double>("seconds"); // -1: none
-    const auto row = [](const char* name, const QString& piece, double seconds) {
-        QTest::newRow(name) << piece << seconds;
-    };
-    row("progress", progress, -1);
-    row("summary", summary, 8.01);
-    row("not the one before", progress + summary, 8.01);
-    row("only one before", progress + u"LPSNR=Y:inf"_s, -1);
-    row("the first after it", summary + progress, 8.01);
-    row("without", u"LPSNR=Y:inf size=1kB"_s, -1);
-    row("cut short", u"LPSNR=Y:inf time=00:00:08.0"_s, -1);
-    row("N/A", u"LPSNR=Y:inf time=N/A bitrate=N/A"_s, 0);
-    row("N/A at the end", u"LPSNR=Y:inf time=N/A"_s, -1);
-}
-
-void TestEncoderMarkers::finalPositionFollowsTheSummary() {
-    QFETCH(const QString, piece);
-    QFETCH(const double, seconds);
-    const auto position = markersOf(piece).finalPosition;
-    QCOMPARE(position.has_value(), seconds >= 0);
-    if (position)
-        QVERIFY(qAbs(*position - seconds) < 1e-9);
-}
-
 void TestEncoderMarkers::writeFailureWithoutPosition_data() {
     QTest::addColumn<QString>("piece");
     QTest::addColumn<bool>("alone");
@@ -148,7 +120,7 @@ void TestEncoderMarkers::writeFailureWithoutPosition_data() {
 
 void TestEncoderMarkers::writeFailureWithoutPosition() {
     QFETCH(const QString, piece);
-    QTEST(isWriteFailureWithoutPosition(piece), "alone");
+    QTEST(markersOf(piece).isWriteFailureAlone(), "alone");
 }
 
 void TestEncoderMarkers::positionOfAPiece_data() {

@@ -1,9 +1,9 @@
 #include "app/AppDelegate.h"
 
 #include "filelist/FileCount.h"
-#include "filelist/FileTableView.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FileManager.h"
+#include "table/FileTableView.h"
 #include "ui_MainWindow.h"
 #include "update/KXPortavoUpdate.h"
 #include "widgets/PopUpBoxes.h"
@@ -53,19 +53,18 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       gate_(mainThread_),
       editing_(files_, state_),
       model_(files_, state_, editing_, gate_),
+      dialogs_(state_, *this),
       announcements_(model_, window_.announcer()),
-      engine_({mainThread_, processes_, workers_}, files_, state_, *this, profiles_,
+      engine_({mainThread_, processes_, workers_}, files_, state_, *this, dialogs_, profiles_,
               surroundings.resourceFolder + QStringLiteral("/ffmpeg"), surroundings.stateFolder),
       companion_(engine_.watch(), window_, surroundings.desktop),
       probeRunner_(mainThread_, processes_,
                    surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
       probe_(probeRunner_, files_, state_),
       addFiles_({mainThread_, files_, state_, probe_, surroundings.volumes, profiles_, resolutions_,
-                 *this, [this] { return engine_.dialogs().popUpforSdCardDelay(); },
-                 [this] { return closeAsked_; }}),
+                 *this, dialogs_, [this] { return closeAsked_; }}),
       removeFiles_(files_, state_, engine_.pauseAndStop(), *this),
-      rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), *this,
-                 [this] { return engine_.dialogs().askSourceUnavailable(); }),
+      rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), *this, dialogs_),
       rowDrag_(
           {files_, state_, gate_, *this, [this](const QStringList& paths) { addDropped(paths); }}),
       outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),

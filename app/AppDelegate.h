@@ -8,20 +8,21 @@
 #include "convert/ConversionEngine.h"
 #include "convert/RunWindow.h"
 #include "filelist/AddFiles.h"
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
-#include "filelist/FileTableModel.h"
 #include "filelist/MovieProbe.h"
 #include "filelist/RemoveFiles.h"
-#include "filelist/RowAnnouncements.h"
-#include "filelist/RowButton.h"
-#include "filelist/RowDrag.h"
-#include "filelist/TableEditing.h"
 #include "media/ProbeRunner.h"
 #include "media/ProfileCatalogue.h"
 #include "media/ResolutionCatalogue.h"
 #include "platform/ChildProcesses.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
+#include "table/FileTableModel.h"
+#include "table/RowAnnouncements.h"
+#include "table/RowButton.h"
+#include "table/RowDrag.h"
+#include "table/TableEditing.h"
 #include "update/UpdateCheck.h"
 #include "widgets/ActionGate.h"
 
@@ -154,6 +155,7 @@ private:
     TableEditing editing_;
     FileTableModel model_;
     MainWindow window_;
+    ConversionDialogs dialogs_;
     RowAnnouncements announcements_;
     ConversionEngine engine_;
     RunCompanion companion_;

@@ -2,8 +2,8 @@
 // is shown in them.
 
 #include "app/AppDelegate.h"
-#include "filelist/FileTableView.h"
 #include "platform/desktop/FileManager.h"
+#include "table/FileTableView.h"
 #include "ui_MainWindow.h"
 #include "widgets/Announcer.h"
 

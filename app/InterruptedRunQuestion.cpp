@@ -1,10 +1,10 @@
 #include "app/InterruptedRunQuestion.h"
 
-#include "convert/ConversionDialogs.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
 #include "widgets/ActionGate.h"
+#include "widgets/BoxAnswers.h"
 #include "widgets/ForeignText.h"
 #include "widgets/PopUpBoxes.h"
 
@@ -81,7 +81,7 @@ void InterruptedRunQuestion::askNext() {
         {getLocalString("IDS_TXT_POPUP_INTERRUPTED") + u'\n' + shownPath(run->output()) + u'\n' +
              getLocalString("IDS_TXT_POPUP_WANTTOTRASH"),
          getLocalString("IDS_BTN_POPUP_CANCEL"), getLocalString("IDS_BTN_POPUP_TRASH")});
-    carryOut(run, answer == ConversionDialogs::secondButton);
+    carryOut(run, answer == boxanswer::second);
 }
 
 void InterruptedRunQuestion::carryOut(const std::shared_ptr<InterruptedRun>& run, bool moves) {

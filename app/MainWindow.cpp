@@ -1,8 +1,8 @@
 #include "app/MainWindow.h"
 
-#include "filelist/FileTableDelegates.h"
 #include "platform/LocalizedStrings.h"
 #include "resources/ApplicationIcon.h"
+#include "table/FileTableDelegates.h"
 #include "ui_MainWindow.h"
 #include "widgets/Announcer.h"
 

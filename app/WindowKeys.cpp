@@ -1,7 +1,7 @@
 #include "app/WindowKeys.h"
 
-#include "filelist/FileTableKeys.h"
-#include "filelist/FileTableView.h"
+#include "table/FileTableKeys.h"
+#include "table/FileTableView.h"
 #include "ui_MainWindow.h"
 
 #include <QApplication>

@@ -5,13 +5,13 @@
 #include "app/AppDelegate.h"
 #include "app/FakeDesktop.h"
 #include "bench/LoopClock.h"
-#include "filelist/FileTableView.h"
-#include "filelist/MadeUpRow.h"
+#include "filelist/ProgressObject.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/VolumeInfo.h"
+#include "table/FileTableView.h"
+#include "table/MadeUpRow.h"
 #include "ui_MainWindow.h"
-#include "widgets/ProgressObject.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -4,7 +4,7 @@
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/FileList.h"
-#include "widgets/ProgressObject.h"
+#include "filelist/ProgressObject.h"
 
 #include <algorithm>
 

@@ -3,17 +3,17 @@
 #include "filelist/SharedState.h"
 
 ConversionEngine::ConversionEngine(Services services, FileList& files, SharedState& state,
-                                   RunWindow& window, const ProfileCatalogue& profiles,
-                                   const QString& encoderPath, const QString& stateFolder)
-    : dialogs_(state, window),
-      watch_(files),
+                                   RunWindow& window, ConversionDialogs& dialogs,
+                                   const ProfileCatalogue& profiles, const QString& encoderPath,
+                                   const QString& stateFolder)
+    : watch_(files),
       context_{services.mainThread,
                services.processes,
                services.workers,
                files,
                state,
                window,
-               dialogs_,
+               dialogs,
                watch_,
                profiles,
                encoderPath,

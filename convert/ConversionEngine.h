@@ -1,7 +1,6 @@
 #pragma once
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/ConversionJob.h"
 #include "convert/ConversionQueue.h"
 #include "convert/EncoderMonitor.h"
@@ -21,8 +20,8 @@ public:
     };
 
     ConversionEngine(Services services, FileList& files, SharedState& state, RunWindow& window,
-                     const ProfileCatalogue& profiles, const QString& encoderPath,
-                     const QString& stateFolder);
+                     ConversionDialogs& dialogs, const ProfileCatalogue& profiles,
+                     const QString& encoderPath, const QString& stateFolder);
     Q_DISABLE_COPY_MOVE(ConversionEngine)
 
     [[nodiscard]] const ConversionContext& context() const { return context_; }
@@ -31,14 +30,12 @@ public:
     bool alignWithRecords() { return context_.alignWithRecords(); }
     void setPatience(EncoderPatience patience) { context_.patience = patience; }
 
-    ConversionDialogs& dialogs() { return dialogs_; }
     ConversionQueue& queue() { return queue_; }
     PauseAndStop& pauseAndStop() { return pauseAndStop_; }
     RunSummary& summary() { return summary_; }
     RunWatch& watch() { return watch_; }
 
 private:
-    ConversionDialogs dialogs_;
     RunWatch watch_;
     ConversionContext context_;
     RunSummary summary_;

@@ -1,7 +1,6 @@
 #include "convert/ConversionJob.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
 #include "convert/EncoderCommand.h"
@@ -14,14 +13,16 @@
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "convert/Timecode.h"
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
+#include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
 #include "media/ProfileCatalogue.h"
 #include "platform/ChildProcesses.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
 #include "widgets/ActionGate.h"
-#include "widgets/ProgressObject.h"
+#include "widgets/BoxAnswers.h"
 
 #include <QFileInfo>
 #include <QTimer>
@@ -138,7 +139,7 @@ bool ConversionJob::sourceIsThere(const EncoderRunPtr& run) {
         context_.rowChanged(*run);
         return context_.dialogs.askSourceUnavailable();
     });
-    if (answer == ConversionDialogs::firstButton) {
+    if (answer == boxanswer::first) {
         inJob(run, [&] {
             run->progress->setStatusString(QString());
             context_.files.dequeueHead(run->jobId);
@@ -171,18 +172,18 @@ std::optional<ConversionJob::Output> ConversionJob::settleConflict(const Encoder
                                                                    const QString& candidate) {
     const bool isSource = isSourceOfARow(run, candidate);
     const int answer = inJob(run, [&] { return answerToConflict(candidate, isSource); });
-    if (answer == ConversionDialogs::fourthButton && !isSource)
+    if (answer == boxanswer::fourth && !isSource)
         return Output{candidate, true};
-    if (answer == ConversionDialogs::secondButton) {
+    if (answer == boxanswer::second) {
         const ProfileKind profile = context_.profiles.kindOf(order.profile);
         QString duplicate = candidate;
         for (int number = 1; QFileInfo::exists(duplicate); ++number)
             duplicate = duplicateName(profile, base, number, order.resolution);
         return Output{duplicate};
     }
-    if (answer == ConversionDialogs::firstButton)
+    if (answer == boxanswer::first)
         inJob(run, [&] { pauseAndStop_.stopConversion(); });
-    else if (answer == ConversionDialogs::thirdButton)
+    else if (answer == boxanswer::third)
         skipConflict(run, candidate);
     else
         outcomes_.failed(run, nullptr); // to replace would overwrite somebody's source
@@ -202,8 +203,7 @@ bool ConversionJob::isSourceOfARow(const EncoderRunPtr& run, const QString& path
 
 int ConversionJob::answerToConflict(const QString& candidate, bool isSource) {
     const SharedState& state = context_.state;
-    const bool wouldReplaceSource =
-        isSource && state.resultStoredForConflict == ConversionDialogs::fourthButton;
+    const bool wouldReplaceSource = isSource && state.resultStoredForConflict == boxanswer::fourth;
     if (state.checkStatusForFileConflict && !wouldReplaceSource)
         return state.resultStoredForConflict;
     return context_.dialogs.popUpforReplaceSkipDuplicateCancel(candidate);

@@ -1,11 +1,11 @@
 #include "convert/ConversionQueue.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/ConvertLog.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
 #include "platform/MainThread.h"

@@ -1,15 +1,16 @@
 // What follows a failure: the question, and what its answer means.
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "platform/ChildProcess.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
+#include "widgets/BoxAnswers.h"
 
 #include <QFileInfo>
 
@@ -181,7 +182,7 @@ EncoderOutcomes::Answer EncoderOutcomes::answerAboutFailure(const EncoderRunPtr&
         return Answer::NotAsked;
     const int answer =
         isSourceThere ? answerToConversionError(run) : context_.dialogs.askSourceRemoved();
-    if (answer == ConversionDialogs::firstButton)
+    if (answer == boxanswer::first)
         return Answer::EndRun;
     return isSourceThere ? Answer::DropJob : Answer::TryAgain;
 }
@@ -192,7 +193,7 @@ int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
     const SharedState& state = context_.state;
     const int stored = state.resultStoredForConversionError;
     if (state.checkStatusForFileConflict &&
-        (stored == ConversionDialogs::firstButton || stored == ConversionDialogs::secondButton))
+        (stored == boxanswer::first || stored == boxanswer::second))
         return stored;
     return context_.dialogs.popUpforConversionError(QFileInfo(run->source).fileName());
 }

@@ -10,10 +10,10 @@
 #include "convert/RunWatch.h"
 #include "convert/Timecode.h"
 #include "filelist/FileList.h"
+#include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
-#include "widgets/ProgressObject.h"
 
 EncoderMonitor::EncoderMonitor(ConversionContext& context, ConversionQueue& queue,
                                EncoderOutcomes& outcomes)

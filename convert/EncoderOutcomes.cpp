@@ -8,10 +8,10 @@
 #include "convert/RowStates.h"
 #include "convert/RunWatch.h"
 #include "filelist/FileList.h"
+#include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
-#include "widgets/ProgressObject.h"
 
 using namespace std::chrono_literals;
 

@@ -1,19 +1,20 @@
 #include "convert/PauseAndStop.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
 #include "convert/RowStates.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
 #include "platform/ChildProcess.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
 #include "widgets/ActionGate.h"
+#include "widgets/BoxAnswers.h"
 
 #include <QFileInfo>
 #include <QTimer>
@@ -108,7 +109,7 @@ void PauseAndStop::stop() {
         {getLocalString("IDS_TXT_POPUP_STOPCONVERTING") + u'\n' +
              getLocalString("IDS_TXT_POPUP_STOPCONVERTING2"),
          getLocalString("IDS_BTN_POPUP_CANCEL"), getLocalString("IDS_BTN_POPUP_OK")});
-    if (answer == ConversionDialogs::secondButton)
+    if (answer == boxanswer::second)
         stopConversion();
 }
 
@@ -157,7 +158,7 @@ void PauseAndStop::popUpForStartResumePausedFiles() {
     const std::vector<PausedTask> paused = context_.files.pausedList;
     // A suspended encoder would stand beside the next one, or be left behind for good.
     StopPausedTask();
-    if (answer == ConversionDialogs::secondButton) {
+    if (answer == boxanswer::second) {
         for (const PausedTask& each : paused)
             queueAgain(each.selectedrowid);
         queue_.startConverting();

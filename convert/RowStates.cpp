@@ -1,9 +1,9 @@
 #include "convert/RowStates.h"
 
 #include "filelist/JobRecord.h"
+#include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
 #include "platform/LocalizedStrings.h"
-#include "widgets/ProgressObject.h"
 
 void setWaiting(JobRecord& record) {
     record.set(key::status, status::STATWT);

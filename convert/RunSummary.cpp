@@ -1,13 +1,14 @@
 #include "convert/RunSummary.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionDialogs.h"
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileCount.h"
 #include "filelist/FileList.h"
+#include "filelist/ProgressObject.h"
 #include "platform/LocalizedStrings.h"
-#include "widgets/ProgressObject.h"
+#include "widgets/BoxAnswers.h"
 
 #include <unordered_set>
 
@@ -21,7 +22,7 @@ void RunSummary::popUpForNoOfConvertedfiles() {
                                              getLocalString("IDS_BTN_POPUP_OK"),
                                              getLocalString("IDS_BTN_OPEN_FOLDER")});
     state.stopped = true;
-    if (answer == ConversionDialogs::secondButton) {
+    if (answer == boxanswer::second) {
         context_.window.uncheckOpenFolder();
         context_.window.showFolder(context_.window.outputFolderText());
     }

@@ -4,7 +4,7 @@
 #include "convert/TimeLeftText.h"
 #include "convert/Timecode.h"
 #include "filelist/FileList.h"
-#include "widgets/ProgressObject.h"
+#include "filelist/ProgressObject.h"
 
 #include <QThread>
 

@@ -1,5 +1,6 @@
 #include "filelist/AddFiles.h"
 
+#include "filelist/ConversionDialogs.h"
 #include "filelist/FileCount.h"
 #include "filelist/FileList.h"
 #include "filelist/FileListLog.h"
@@ -12,6 +13,7 @@
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
 #include "platform/desktop/VolumeInfo.h"
+#include "widgets/BoxAnswers.h"
 #include "widgets/PopUpBoxes.h"
 
 #include <QFileInfo>
@@ -20,7 +22,6 @@
 
 namespace {
 
-constexpr int cancelAnswer = 1000;
 // A position of the encoder has 11 characters; a shorter text means that none was read yet.
 constexpr int shortestPosition = 8;
 
@@ -114,8 +115,8 @@ bool AddFiles::volumeIsRefused(const QString& path) {
         return true;
     const SharedState& state = parts_.state;
     const int answer = state.checkStatusForSdCardDelay ? state.resultStoredForSdCardDelay
-                                                       : parts_.popUpforSdCardDelay();
-    return answer == cancelAnswer;
+                                                       : parts_.dialogs.popUpforSdCardDelay();
+    return answer == boxanswer::first;
 }
 
 JobRecordPtr AddFiles::buildRecord(const QString& path) {

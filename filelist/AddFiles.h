@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 
+class ConversionDialogs;
 class FileList;
 class ListWindow;
 class MainThread;
@@ -31,8 +32,7 @@ public:
         const ProfileCatalogue& profiles;
         const ResolutionCatalogue& resolutions;
         ListWindow& window;
-        /// The question about a removable volume; see ConversionDialogs.
-        std::function<int()> popUpforSdCardDelay;
+        ConversionDialogs& dialogs;
         /// Whether the user wants to close the window: no further movie is looked at, and no box
         /// opens that would swallow it.
         std::function<bool()> isCloseAsked;

@@ -1,7 +1,7 @@
 #include "filelist/FileList.h"
 
+#include "filelist/ProgressObject.h"
 #include "media/ProfileCatalogue.h"
-#include "widgets/ProgressObject.h"
 
 #include <algorithm>
 #include <stdexcept>

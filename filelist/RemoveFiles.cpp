@@ -3,9 +3,9 @@
 #include "filelist/FileCount.h"
 #include "filelist/FileList.h"
 #include "filelist/ListWindow.h"
+#include "filelist/ProgressObject.h"
 #include "filelist/RunControl.h"
 #include "filelist/StatusWords.h"
-#include "widgets/ProgressObject.h"
 
 void RemoveFiles::remove() {
     state_.pausedFileIsDeleted = false;

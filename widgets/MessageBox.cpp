@@ -3,6 +3,7 @@
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThreadCalls.h"
 #include "resources/DrawnImage.h"
+#include "widgets/BoxAnswers.h"
 #include "widgets/MessageText.h"
 
 #include <QAccessible>
@@ -22,7 +23,6 @@
 
 namespace {
 
-constexpr int firstButtonCode = 1000;
 constexpr int iconSize = 64;
 constexpr int margin = 18;
 constexpr int narrowestMessage = 30; // average characters
@@ -144,12 +144,12 @@ QLayout* MessageBox::makeButtons(const QStringList& titles) {
     buttonRow_->addStretch();
     for (int index = 0; index < shown.size(); ++index) {
         auto* const button = new QPushButton(shown[index], this);
-        button->setObjectName(QStringLiteral("popUpButton%1").arg(firstButtonCode + index));
+        button->setObjectName(QStringLiteral("popUpButton%1").arg(boxanswer::first + index));
         // Some styles leave a text no room at its sides.
         button->setMinimumWidth(fontMetrics().size(Qt::TextShowMnemonic, shown[index]).width() +
                                 2 * margin);
         connect(button, &QPushButton::clicked, this, [this, index] {
-            answer_ = firstButtonCode + index;
+            answer_ = boxanswer::first + index;
             accept();
         });
         buttonRow_->addWidget(button);

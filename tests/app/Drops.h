@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/RunChecks.h"
-#include "filelist/DraggedRows.h"
-#include "filelist/FileTableView.h"
+#include "table/DraggedRows.h"
+#include "table/FileTableView.h"
 
 #include <QDragEnterEvent>
 #include <QDragLeaveEvent>

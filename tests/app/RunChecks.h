@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/ControllerFixture.h"
+#include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
-#include "widgets/ProgressObject.h"
 
 #include <QAbstractButton>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
+#include "table/FileTableView.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -2,8 +2,8 @@
 #include "app/RunChecks.h"
 #include "convert/NoteFile.h"
 #include "convert/RunNote.h"
-#include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
+#include "table/FileTableView.h"
 
 #include <QApplication>
 

@@ -1,14 +1,14 @@
 #include "TestProgram.h"
 #include "app/ControllerFixture.h"
-#include "filelist/FileTableDelegates.h"
-#include "filelist/FileTableModel.h"
-#include "filelist/FileTableView.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThreadCalls.h"
 #include "platform/WorkerThreads.h"
+#include "table/FileTableDelegates.h"
+#include "table/FileTableModel.h"
+#include "table/FileTableView.h"
+#include "table/ProgressCell.h"
 #include "update/KXDownloadController.h"
 #include "widgets/BoxDriver.h"
-#include "widgets/ProgressCell.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

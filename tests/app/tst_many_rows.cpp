@@ -1,8 +1,8 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
-#include "filelist/MadeUpRow.h"
-#include "widgets/ProgressObject.h"
+#include "filelist/ProgressObject.h"
+#include "table/FileTableView.h"
+#include "table/MadeUpRow.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>

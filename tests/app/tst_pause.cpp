@@ -1,9 +1,9 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
+#include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
-#include "widgets/ProgressObject.h"
+#include "table/FileTableView.h"
 
 #include <QApplication>
 #include <QFile>

@@ -2,7 +2,7 @@
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
-#include "filelist/FileTableView.h"
+#include "table/FileTableView.h"
 #include "widgets/QuietLine.h"
 
 #include <QApplication>

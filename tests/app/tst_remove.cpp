@@ -1,7 +1,7 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
-#include "widgets/ProgressObject.h"
+#include "filelist/ProgressObject.h"
+#include "table/FileTableView.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,6 +1,6 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
+#include "table/FileTableView.h"
 
 #include <QApplication>
 #include <QDialog>

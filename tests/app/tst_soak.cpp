@@ -1,7 +1,7 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
+#include "table/FileTableView.h"
 
 #include <QApplication>
 #include <QDateTime>

@@ -1,6 +1,6 @@
 #include "TestProgram.h"
 #include "app/ControllerFixture.h"
-#include "filelist/FileTableView.h"
+#include "table/FileTableView.h"
 
 #include <QApplication>
 #include <QCheckBox>

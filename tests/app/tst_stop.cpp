@@ -1,8 +1,8 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
+#include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
-#include "widgets/ProgressObject.h"
+#include "table/FileTableView.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "Palettes.h"
 #include "TestProgram.h"
 #include "app/RunScene.h"
-#include "filelist/FileTableView.h"
+#include "table/FileTableView.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -2,9 +2,9 @@
 
 #include "app/RunChecks.h"
 #include "faults/FaultTable.h"
-#include "filelist/FileTableModel.h"
-#include "filelist/FileTableView.h"
 #include "platform/ChildProcess.h"
+#include "table/FileTableModel.h"
+#include "table/FileTableView.h"
 #include "widgets/MessageBox.h"
 
 #include <QApplication>

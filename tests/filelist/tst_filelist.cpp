@@ -1,7 +1,7 @@
 #include "TestProgram.h"
 #include "filelist/FileList.h"
+#include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
-#include "widgets/ProgressObject.h"
 
 #include <QCoreApplication>
 #include <QTest>

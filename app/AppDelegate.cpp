@@ -70,8 +70,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
       update_(surroundings.update),
       interruptedRuns_(mainThread_, workers_, gate_, window_) {
-    files_.comboBoxItems = profiles_.comboBoxItems();
-    files_.cmbItems = profiles_.cmbItems();
+    files_.setQualities(profiles_.comboBoxItems(), profiles_.cmbItems());
     window_.form().comboBox->addItems(files_.comboBoxItems);
     window_.form().comboBox->setCurrentIndex(0);
     window_.form().theTableNew->setFileModel(&model_);

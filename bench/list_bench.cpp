@@ -189,7 +189,7 @@ public:
         int staying = 0;
         for (int row = 0; row < files.rowCount(); ++row) {
             const int checked = goes(row, files.rowCount()) ? 1 : 0;
-            files.check[static_cast<size_t>(row)] = checked;
+            files.setCheck(row, checked);
             files.recordAt(row)->set(key::check, checked);
             staying += 1 - checked;
         }

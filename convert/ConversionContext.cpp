@@ -20,7 +20,7 @@ void alignProgress(const ConversionContext& context) {
         *run->progress = ProgressObject();
     }
     for (const auto& [run, progress] : shown) {
-        run->progress = context.files.progressObjects.at(size_t(*context.rowOf(*run)));
+        run->progress = context.files.progressAt(*context.rowOf(*run));
         *run->progress = progress;
     }
 }
@@ -54,8 +54,6 @@ bool ConversionContext::alignWithRecords() {
     };
     align(state.convertingId);
     align(pauseRowId);
-    for (PausedTask& each : files.pausedList)
-        align(each.selectedrowid);
     for (const EncoderRunPtr& run : liveRuns)
         align(run->jobId);
     watch.idsChanged(recordIds);

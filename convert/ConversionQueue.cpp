@@ -33,7 +33,7 @@ void ConversionQueue::convert() {
         qCDebug(lcConvert, "row %d is checked: %d", record->id(), record->number(key::check));
         if (record->text(key::status) != status::STATWT)
             continue;
-        files.conversionTaskList.push_back(record->id());
+        files.enqueue(record->id());
         state.noOfconvertingFileList.add(record->id());
     }
     state.stopped = false;
@@ -63,7 +63,7 @@ void ConversionQueue::startConverting() {
 bool ConversionQueue::isRunOver() {
     if (!context_.files.conversionTaskList.empty())
         return false;
-    context_.files.pausedList.clear();
+    context_.files.clearPaused();
     return true;
 }
 
@@ -74,7 +74,7 @@ void ConversionQueue::begin(int row) {
     const auto run = std::make_shared<EncoderRun>();
     run->jobId = state.convertingId;
     run->record = context_.files.recordAt(row);
-    run->progress = context_.files.progressObjects.at(static_cast<size_t>(row));
+    run->progress = context_.files.progressAt(row);
     context_.currentRun = run;
     context_.liveRuns.push_back(run);
     context_.watch.jobBegins(*run);

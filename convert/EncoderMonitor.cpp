@@ -162,7 +162,6 @@ EncoderMonitor::Step EncoderMonitor::afterASecond(const EncoderRunPtr& run,
 }
 
 void EncoderMonitor::pause(const EncoderRunPtr& run) {
-    FileList& files = context_.files;
     run->progress->setStatusString(QString());
     if (!run->task->suspend()) {
         run->life.suspendDidFail();
@@ -173,8 +172,7 @@ void EncoderMonitor::pause(const EncoderRunPtr& run) {
     context_.watch.paused();
     context_.state.convertingIndex = SharedState::pauseRequested;
     setPaused(*run->record);
-    files.pausedList.push_back({run->task, run->task->readEnd(),
-                                static_cast<int>(run->task->processIdentifier()),
-                                context_.pauseRowId});
+    context_.files.pause({run->task, run->task->readEnd(),
+                          static_cast<int>(run->task->processIdentifier()), context_.pauseRowId});
     context_.rowChanged(*run);
 }

@@ -51,7 +51,7 @@ void EncoderOutcomes::converted(const EncoderRunPtr& run) {
         // Kept: a movie that was finished before its pause took effect is not among those that a
         // later stop or the summary takes out of the list.
         if (!run->life.suspendFailed())
-            context_.files.convertedFileList.push_back(run->record->id());
+            context_.files.noteConverted(run->record->id());
         context_.files.dequeueHead(run->jobId);
         context_.rowChanged(*run);
         if (run->life.request() == EncoderLife::Request::None)
@@ -106,16 +106,16 @@ void EncoderOutcomes::settleStopped(const EncoderRunPtr& run) {
     context_.showWaiting(*run);
     context_.state.convertingIndex = SharedState::noRow;
     if (context_.state.stopped)
-        context_.files.conversionTaskList.clear();
+        context_.files.clearQueue();
 }
 
 void EncoderOutcomes::settleRemoved(const EncoderRunPtr& run) {
     if (!queue_.settle(run))
         return;
     if (run->life.wasRemovedWhilePaused()) {
-        auto& paused = context_.files.pausedList;
+        const auto& paused = context_.files.pausedList;
         if (!paused.empty() && paused.front().task == run->task)
-            paused.erase(paused.begin());
+            context_.files.dropFirstPaused();
         context_.state.pausedFileIsDeleted = false;
     }
     // After rows were dragged the row that went may have been another movie's.

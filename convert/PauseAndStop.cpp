@@ -43,23 +43,19 @@ void PauseAndStop::changeConvertingIndex() {
 void PauseAndStop::setConvertingIndexForPause(int row) {
     // The row of the button, as it is now: the selection may have moved on by the time that the
     // encoder says something.
-    context_.pauseRowId = context_.files.idList.at(static_cast<size_t>(row));
+    context_.pauseRowId = context_.files.idAt(row);
     context_.state.convertingIndex = SharedState::pauseRequested;
 }
 
 void PauseAndStop::setConvertingIndexForResume(int row) {
     FileList& files = context_.files;
-    const int id = files.idList.at(static_cast<size_t>(row));
+    const int id = files.idAt(row);
     context_.state.noOfconvertingFileList.add(id);
     for (const int paused : files.filePausedId)
         qCDebug(lcConvert, "paused: %d", paused);
-    const auto entry =
-        std::find_if(files.pausedList.begin(), files.pausedList.end(),
-                     [id](const PausedTask& each) { return each.selectedrowid == id; });
-    if (entry == files.pausedList.end())
+    const std::shared_ptr<ChildProcess> task = files.resume(id);
+    if (!task)
         return;
-    const std::shared_ptr<ChildProcess> task = entry->task;
-    files.pausedList.erase(entry);
     context_.state.convertingIndex = row;
     context_.state.stopped = false;
     resumeFile(task);
@@ -89,15 +85,15 @@ void PauseAndStop::StopPausedTask() {
             endPausedTask(files.pausedList.front());
         }
         deletePartialOutput(record->id());
-        files.pausedList.clear();
+        files.clearPaused();
         waitUntilSettled(run);
         setWaiting(*record);
         // By the record: after rows were dragged its id names another row.
         const auto now = std::find(files.fileInfoArr.begin(), files.fileInfoArr.end(), record);
         if (now != files.fileInfoArr.end()) {
-            const auto row = now - files.fileInfoArr.begin();
-            clearProgress(*files.progressObjects.at(static_cast<size_t>(row)));
-            context_.window.rowChanged(static_cast<int>(row));
+            const auto row = static_cast<int>(now - files.fileInfoArr.begin());
+            clearProgress(*files.progressAt(row));
+            context_.window.rowChanged(row);
         }
     }
 }
@@ -128,7 +124,7 @@ void PauseAndStop::stopConversion() {
     }
     if (!context_.files.pausedList.empty())
         StopPausedTask();
-    context_.files.conversionTaskList.clear();
+    context_.files.clearQueue();
     queue_.unlockAfterRun();
     waitUntilSettled(run);
     summary_.removeConvertedRows();
@@ -143,7 +139,7 @@ void PauseAndStop::replicaOfConvert() {
     }
     for (const JobRecordPtr& record : context_.files.fileInfoArr) {
         if (record->text(key::status) == status::STATWT && record->number(key::check) == 1)
-            context_.files.conversionTaskList.push_back(record->id());
+            context_.files.enqueue(record->id());
     }
     context_.state.stopped = false;
     queue_.lockForRun();
@@ -164,7 +160,7 @@ void PauseAndStop::popUpForStartResumePausedFiles() {
         queue_.startConverting();
         return;
     }
-    context_.files.conversionTaskList.clear();
+    context_.files.clearQueue();
     queue_.unlockAfterRun();
     summary_.popUpForNoOfConvertedfiles();
     if (context_.window.isOpenFolderChecked())
@@ -180,7 +176,7 @@ void PauseAndStop::queueAgain(int jobId) {
         setWaiting(record);
         record.set(key::status, status::STATPW);
         files.dequeue(jobId); // while it was paused it kept its place
-        files.conversionTaskList.push_back(jobId);
+        files.enqueue(jobId);
         context_.window.rowChanged(row);
     }
 }

@@ -28,8 +28,8 @@ void RunSummary::popUpForNoOfConvertedfiles() {
     }
     state.noOfConvertedFile = 0;
     state.noOfconvertingFileList.clear();
-    context_.files.conversionTaskList.clear();
-    context_.files.pausedList.clear();
+    context_.files.clearQueue();
+    context_.files.clearPaused();
     removeConvertedRows();
 }
 
@@ -45,10 +45,10 @@ void RunSummary::removeConvertedRows() {
     }
     context_.window.removeRows(rows, [&] {
         for (const int row : rows)
-            files.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
+            files.progressAt(row)->setStatusString(QString());
         files.removeRows(rows);
     });
-    files.convertedFileList.clear();
+    files.forgetConverted();
     state.count = files.rowCount();
     if (state.count == 0)
         context_.window.setRemoveEnabled(false);

@@ -63,7 +63,7 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
 }
 
 void AddFiles::close() {
-    parts_.files.arrayControllerNew = parts_.files.fileInfoArr;
+    parts_.files.showRecords();
     parts_.window.checkHeaderBtnStatus();
     parts_.window.reloadTable();
 }
@@ -73,7 +73,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
     if (volumeIsRefused(path))
         return Next::Stop;
     const JobRecordPtr record = buildRecord(path);
-    parts_.files.append(record);
+    parts_.files.append(record, parts_.profiles.defaultCmbItem());
     try {
         examine(record, path);
         parts_.window.reloadTable();
@@ -88,7 +88,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
             if (!parts_.probe.isEncoderMissing())
                 tellUnsupported();
         } else {
-            parts_.files.arrayControllerNew.push_back(record);
+            parts_.files.show(record);
             parts_.window.reloadTable();
         }
         refreshCount();
@@ -120,14 +120,11 @@ bool AddFiles::volumeIsRefused(const QString& path) {
 }
 
 JobRecordPtr AddFiles::buildRecord(const QString& path) {
-    FileList& files = parts_.files;
     const QString name = QFileInfo(path).fileName();
     const QString quality = parts_.profiles.defaultCmbItem();
     const auto record = std::make_shared<JobRecord>();
     record->set(key::id, static_cast<int>(parts_.state.itemId));
     record->set(key::name, name);
-    files.check.push_back(1);
-    files.cmb.push_back(quality);
     record->set(key::srcpath, path);
     record->set(key::path, QString(parts_.state.outputFolder + u'/' + name));
     record->set(key::check, 1);
@@ -191,7 +188,7 @@ void AddFiles::takeSize(JobRecord& record, const QString& report) {
     }
     const QString resolution = id ? parts_.resolutions.getDefaultResolution(*id) : ownSizes.first();
     record.set(key::resolutionID, id.value_or(ResolutionCatalogue::ownListId));
-    parts_.files.resolutionListForTable.push_back(resolution);
+    parts_.files.appendResolution(resolution);
     record.set(key::resolution, resolution);
     if (!id)
         record.set(key::ownSizes, ownSizes);
@@ -205,12 +202,7 @@ void AddFiles::reject(Origin origin) {
 }
 
 void AddFiles::undoHalfBuilt(const JobRecordPtr& record) {
-    FileList& files = parts_.files;
-    const bool isShown =
-        !files.arrayControllerNew.empty() && files.arrayControllerNew.back() == record;
-    if (!isShown && !files.fileInfoArr.empty() && files.fileInfoArr.back() == record)
-        files.fileInfoArr.pop_back();
-    files.trimToRecords();
+    parts_.files.undoAppend(record);
     parts_.window.reloadTable();
 }
 

@@ -22,8 +22,8 @@ struct PausedTask {
 };
 
 /// The list of movies: the job records and the lists that run beside them, position for position,
-/// and the queue of ids. Plain data with the few operations that keep the lists in step; row
-/// numbers out of range throw std::out_of_range. Main thread; owned by the controller.
+/// the queue of ids and the paused jobs. Everybody reads the lists; they change by the operations
+/// alone. Row numbers out of range throw std::out_of_range. Main thread; owned by the controller.
 class FileList final {
 public:
     FileList() = default;
@@ -33,6 +33,11 @@ public:
     [[nodiscard]] const JobRecordPtr& recordAt(int row) const {
         return fileInfoArr.at(size_t(row));
     }
+    [[nodiscard]] const std::shared_ptr<ProgressObject>& progressAt(int row) const {
+        return progressObjects.at(size_t(row));
+    }
+    /// The id that stands beside a row; after rows were dragged not that of its record.
+    [[nodiscard]] int idAt(int row) const { return idList.at(size_t(row)); }
     /// The record with this "id", null where there is none.
     [[nodiscard]] JobRecordPtr recordWithId(int id) const;
     /// Position of `id` in `idList`.
@@ -42,18 +47,35 @@ public:
     /// Whether `check` is not empty and holds no 0.
     [[nodiscard]] bool allChecked() const;
 
-    /// Appends a record with its id and progress record; check state and quality are the caller's,
-    /// and its size follows when the movie was examined.
-    void append(const JobRecordPtr& record);
+    /// The names of the qualities, internal and shown ones in the same order.
+    void setQualities(const QStringList& profiles, const QStringList& shown);
+
+    // Adding a movie: it is complete when its size has come and it is shown.
+    /// Appends a checked movie with that quality, its id and a progress record.
+    void append(const JobRecordPtr& record, const QString& quality);
+    /// The size of the movie that was appended last.
+    void appendResolution(const QString& resolution);
+    void show(const JobRecordPtr& record);
+    /// Shows the records in their own order, which a drag may have changed.
+    void showRecords();
     /// Takes a rejected movie out again as Add File does: `cmb` loses the entry before the last,
     /// which is kept so; `progressObjects` keeps its stray entry. Throws std::out_of_range for the
     /// first movie of an empty list, after `fileInfoArr` and `check` were trimmed.
     void dropRejectedPicked();
     /// Takes a rejected movie out again as a drop does: each list loses its own last entry.
     void dropRejectedDropped();
-    /// Brings the lists beside `fileInfoArr` back to its length, after an error ended an add.
-    /// `progressObjects` keeps its stray entries.
-    void trimToRecords();
+    /// After an error ended an add: takes its last movie out again, unless it is shown already, and
+    /// brings the lists beside `fileInfoArr` back to its length. `progressObjects` keeps its stray
+    /// entries.
+    void undoAppend(const JobRecordPtr& record);
+
+    // What the user sets in a row; the record is left alone.
+    void setCheck(int row, int check);
+    void setCmb(int row, const QString& quality);
+    void setResolution(int row, const QString& resolution);
+    /// Of all rows, in the records too.
+    void checkAll(bool checked);
+
     /// Takes a row out of all parallel lists, of the queue and of the shown records.
     void removeRow(int row);
     /// The same for several rows, in any order, at the cost of one pass over each list.
@@ -63,30 +85,63 @@ public:
     /// too, keep their order; see `alignWithRecords`.
     void moveRecords(const std::vector<int>& rows, int target);
     /// After rows were dragged: makes all lists beside the records anew in their order, progress
-    /// records by their ids, and has the queue name the movies that it would have come to. The
-    /// answer tells, for each id that stood beside a record, the record's own; it is empty where
-    /// the lists are in order, and nothing is touched then.
+    /// records by their ids, and has the queue and the paused jobs name the movies that they would
+    /// have come to. The answer tells, for each id that stood beside a record, the record's own; it
+    /// is empty where the lists are in order, and nothing is touched then.
     std::unordered_map<int, int> alignWithRecords();
+
+    // The queue.
+    void enqueue(int id) { conversionTaskList_.push_back(id); }
     /// Takes `id` out of the queue.
     void dequeue(int id);
     /// Takes the first entry of the queue out if it is `id`.
     void dequeueHead(int id);
+    void clearQueue() { conversionTaskList_.clear(); }
 
-    std::vector<JobRecordPtr> fileInfoArr;
-    std::vector<int> check;
-    QStringList cmb;
-    std::vector<int> idList;
-    std::vector<std::shared_ptr<ProgressObject>> progressObjects;
-    QStringList resolutionListForTable;
+    // The suspended encoders.
+    void pause(const PausedTask& task) { pausedList_.push_back(task); }
+    /// Takes out what was paused in the row with this id; null where nothing was.
+    std::shared_ptr<ChildProcess> resume(int id);
+    /// Takes the first entry out, if there is one.
+    void dropFirstPaused();
+    void clearPaused() { pausedList_.clear(); }
+
+    // The movies that the end of the run takes out of the list.
+    void noteConverted(int id) { convertedFileList_.push_back(id); }
+    void forgetConverted() { convertedFileList_.clear(); }
+
+    // The lists, to be read.
+    const std::vector<JobRecordPtr>& fileInfoArr = fileInfoArr_;
+    const std::vector<int>& check = check_;
+    const QStringList& cmb = cmb_;
+    const std::vector<int>& idList = idList_;
+    const std::vector<std::shared_ptr<ProgressObject>>& progressObjects = progressObjects_;
+    const QStringList& resolutionListForTable = resolutionListForTable_;
     /// The records in the order in which the table shows them.
-    std::vector<JobRecordPtr> arrayControllerNew;
+    const std::vector<JobRecordPtr>& arrayControllerNew = arrayControllerNew_;
 
-    std::vector<int> conversionTaskList;
-    std::vector<int> convertedFileList;
-    std::vector<PausedTask> pausedList;
-    std::vector<int> filePausedId;
-    QStringList name; ///< never filled: the shown name is the record's
+    const std::vector<int>& conversionTaskList = conversionTaskList_;
+    const std::vector<int>& convertedFileList = convertedFileList_;
+    const std::vector<PausedTask>& pausedList = pausedList_;
+    std::vector<int> filePausedId; ///< kept: the program never fills it
+    const QStringList name;        ///< kept: empty, the shown name is the record's
 
-    QStringList comboBoxItems; ///< internal profile names
-    QStringList cmbItems;      ///< shown profile names, in the same order
+    const QStringList& comboBoxItems = comboBoxItems_; ///< internal profile names
+    const QStringList& cmbItems = cmbItems_;           ///< shown profile names, in the same order
+
+private:
+    void trimToRecords();
+
+    std::vector<JobRecordPtr> fileInfoArr_;
+    std::vector<int> check_;
+    QStringList cmb_;
+    std::vector<int> idList_;
+    std::vector<std::shared_ptr<ProgressObject>> progressObjects_;
+    QStringList resolutionListForTable_;
+    std::vector<JobRecordPtr> arrayControllerNew_;
+    std::vector<int> conversionTaskList_;
+    std::vector<int> convertedFileList_;
+    std::vector<PausedTask> pausedList_;
+    QStringList comboBoxItems_;
+    QStringList cmbItems_;
 };

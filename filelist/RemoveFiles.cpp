@@ -25,8 +25,8 @@ void RemoveFiles::remove() {
     });
     if (files_.rowCount() == 0)
         window_.setSelectAllChecked(false);
-    if (state_.pausedFileIsDeleted && !files_.pausedList.empty())
-        files_.pausedList.erase(files_.pausedList.begin());
+    if (state_.pausedFileIsDeleted)
+        files_.dropFirstPaused();
     run_.changeConvertingIndex();
     window_.reloadTable();
     if (files_.rowCount() == 0)
@@ -46,7 +46,7 @@ void RemoveFiles::letGo(int row) {
         endPaused(jobId);
     if (status == status::STATCO && state_.isConversionRunning)
         --state_.noOfConvertedFile;
-    files_.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
+    files_.progressAt(row)->setStatusString(QString());
     if (state_.convertingIndex == row)
         state_.convertingIndex = SharedState::noRow;
 }
@@ -61,11 +61,7 @@ void RemoveFiles::endPaused(int jobId) {
 }
 
 void RemoveFiles::selectAll(bool checked) {
-    const int value = checked ? 1 : 0;
-    for (int row = 0; row < static_cast<int>(files_.check.size()); ++row) {
-        files_.check[static_cast<size_t>(row)] = value;
-        files_.recordAt(row)->set(key::check, value);
-    }
+    files_.checkAll(checked);
     // The box has already followed the click, in an empty list too.
     window_.checkHeaderBtnStatus();
     window_.reloadTable();

@@ -193,7 +193,7 @@ void FileTableModel::checkRows(const std::vector<int>& rows, bool checked) {
             const int row = rowOfId(id);
             if (row < 0)
                 continue;
-            list_.check.at(size_t(row)) = checked ? 1 : 0;
+            list_.setCheck(row, checked ? 1 : 0);
             last = row;
         }
         if (last >= 0)

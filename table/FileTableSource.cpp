@@ -1,21 +1,13 @@
 #include "table/FileTableSource.h"
 
+#include "filelist/EntryAt.h"
 #include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
 #include "media/ProfileCatalogue.h"
 #include "platform/LocalizedStrings.h"
 #include "table/FileTableKeys.h"
 
-#include <stdexcept>
-
 namespace {
-
-const QString& textAt(const QStringList& list, int position) {
-    if (position < 0 || position >= list.size())
-        throw std::out_of_range("position " + std::to_string(position) + " of a list of " +
-                                std::to_string(list.size()));
-    return list.at(position);
-}
 
 /// Names the movie in a text about its button.
 QString spokenButton(const QString& image, const QString& name) {
@@ -58,13 +50,13 @@ QString identifierOf(TableColumn column) {
 
 QVariant FileTableSource::objectValueForTableColumn(const QString& identifier, int row) const {
     if (identifier == column::progress)
-        return QString::number(list_.progressObjects.at(size_t(row))->currentStep());
+        return QString::number(list_.progressAt(row)->currentStep());
     if (identifier == column::name)
-        return textAt(list_.name, row); // kept: the list is never filled
+        return entryAt(list_.name, row); // kept: the list is never filled
     if (identifier == column::check)
         return list_.check.at(size_t(row));
     if (identifier == column::res)
-        return textAt(list_.resolutionListForTable, row);
+        return entryAt(list_.resolutionListForTable, row);
     return {};
 }
 
@@ -115,7 +107,7 @@ int FileTableSource::numberOfItemsInComboBox() const {
 }
 
 QString FileTableSource::comboBoxObjectValueForItemAtIndex(bool isMainComboBox, int index) const {
-    return isMainComboBox ? textAt(list_.comboBoxItems, index) : QString();
+    return isMainComboBox ? entryAt(list_.comboBoxItems, index) : QString();
 }
 
 bool FileTableSource::isChecked(int row) const {
@@ -123,7 +115,7 @@ bool FileTableSource::isChecked(int row) const {
 }
 
 int FileTableSource::idAt(int row) const {
-    return isShown(row) ? list_.idList.at(size_t(row)) : 0;
+    return isShown(row) ? list_.idAt(row) : 0;
 }
 
 QString FileTableSource::shownText(TableColumn column, int row) const {
@@ -185,7 +177,7 @@ QString FileTableSource::toolTip(TableColumn column, int row) const {
     case TableColumn::Im:
         return tipOfButton(imageAt(row), shownText(TableColumn::Name, row));
     case TableColumn::Progress: {
-        const ProgressObject& progress = *list_.progressObjects.at(size_t(row));
+        const ProgressObject& progress = *list_.progressAt(row);
         return progress.showsBar() ? progress.timeLeft() : QString();
     }
     default:
@@ -198,11 +190,11 @@ QString FileTableSource::imageAt(int row) const {
 }
 
 std::shared_ptr<const ProgressObject> FileTableSource::progressAt(int row) const {
-    return isShown(row) ? list_.progressObjects.at(size_t(row)) : nullptr;
+    return isShown(row) ? list_.progressAt(row) : nullptr;
 }
 
 QString FileTableSource::textOverStatus(int row) const {
-    const ProgressObject& progress = *list_.progressObjects.at(size_t(row));
+    const ProgressObject& progress = *list_.progressAt(row);
     return progress.showsBar() ? progress.textProgress().text() : progress.statusString();
 }
 

@@ -32,7 +32,7 @@ void RowButton::removeRow(int row) {
         --state_.noOfConvertedFile;
     run_.rowRemoved(record->id());
     window_.removeRows({row}, [&] {
-        files_.progressObjects.at(static_cast<size_t>(row))->changestat(QString());
+        files_.progressAt(row)->changestat(QString());
         files_.removeRow(row);
     });
     if (state_.convertingIndex == row)
@@ -48,8 +48,8 @@ void RowButton::removeRow(int row) {
 
 void RowButton::resume(int row) {
     const JobRecordPtr record = files_.recordAt(row);
-    const int jobId = files_.idList.at(static_cast<size_t>(row));
-    files_.progressObjects.at(static_cast<size_t>(row))->setStatusString(QString());
+    const int jobId = files_.idAt(row);
+    files_.progressAt(row)->setStatusString(QString());
     window_.rowChanged(row);
     const bool sourceExists = mainThread_.waitForResult(
         [source = record->text(key::srcpath)] { return QFileInfo::exists(source); });

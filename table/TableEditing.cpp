@@ -1,23 +1,12 @@
 #include "table/TableEditing.h"
 
+#include "filelist/EntryAt.h"
 #include "media/ProfileCatalogue.h"
 #include "table/FileTableColumns.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <stdexcept>
-
-namespace {
-
-template <typename List> auto& entry(List& list, int position) {
-    if (position < 0 || position >= static_cast<int>(list.size()))
-        throw std::out_of_range("position " + std::to_string(position) + " of a list of " +
-                                std::to_string(list.size()));
-    return list[position];
-}
-
-} // namespace
 
 bool TableEditing::isPictureSize(const QString& text) {
     static const QRegularExpression size(QStringLiteral("\\A[0-9]+x[0-9]+\\z"));
@@ -33,11 +22,11 @@ bool TableEditing::isEditable(const QString& identifier) const {
 std::optional<bool> TableEditing::storeEdit(const QString& identifier, const QVariant& value,
                                             int row) {
     if (identifier == column::check)
-        entry(list_.check, row) = value.toInt();
+        list_.setCheck(row, value.toInt());
     else if (identifier == column::cmb)
-        entry(list_.cmb, row) = value.toString();
+        list_.setCmb(row, value.toString());
     else if (identifier == column::res)
-        entry(list_.resolutionListForTable, row) = value.toString();
+        list_.setResolution(row, value.toString());
     bringRecordsInLine();
     state_.count = static_cast<qint64>(list_.check.size());
     if (state_.count <= 0)
@@ -53,15 +42,15 @@ void TableEditing::bringRecordsInLine() {
     // Kept: the records' "cmb" and "profileForCol" are not touched.
     for (int row = 0; row < list_.cmb.size(); ++row) {
         const QString& shown = list_.cmb.at(row);
-        const int item = shown == entry(list_.cmbItems, 1)   ? 1
-                         : shown == entry(list_.cmbItems, 2) ? 2
-                                                             : 0;
-        list_.recordAt(row)->set(key::profile, entry(list_.comboBoxItems, item));
+        const int item = shown == entryAt(list_.cmbItems, 1)   ? 1
+                         : shown == entryAt(list_.cmbItems, 2) ? 2
+                                                               : 0;
+        list_.recordAt(row)->set(key::profile, entryAt(list_.comboBoxItems, item));
     }
 }
 
 void TableEditing::comboBoxSelectionDidChange(int item, int selectedRow) {
-    const QString profile = entry(list_.comboBoxItems, item);
+    const QString profile = entryAt(list_.comboBoxItems, item);
     // Kept: the level's name is formed and not used, but a name without one ends the change here.
     [[maybe_unused]] const QString level = ProfileCatalogue::levelText(profile);
 
@@ -71,16 +60,16 @@ void TableEditing::comboBoxSelectionDidChange(int item, int selectedRow) {
             list_.recordAt(selectedRow)->set(key::profile, profile);
         return;
     }
-    const QString shown = entry(list_.cmbItems, item);
+    const QString shown = entryAt(list_.cmbItems, item);
     // `count` is stale after checked rows were removed.
     const int rows = static_cast<int>(std::min<qint64>(state_.count, list_.rowCount()));
     for (int row = rows - 1; row >= 0; --row) {
-        if (entry(list_.check, row) != 1)
+        if (entryAt(list_.check, row) != 1)
             continue;
         JobRecord& record = *list_.recordAt(row);
         record.set(key::profile, profile);
         record.set(key::cmb, shown);
-        entry(list_.cmb, row) = shown;
+        list_.setCmb(row, shown);
         record.set(key::profileForCol, shown);
     }
 }

@@ -237,7 +237,7 @@ void TestAdding::cancelledPanel() {
                  program.movie(QStringLiteral("b.mp4")).write()});
     FileList& files = program.files();
     // Rows were dragged: what is shown has the old order until movies are added.
-    std::swap(files.fileInfoArr[0], files.fileInfoArr[1]);
+    files.moveRecords({1}, 0);
     program.state().checkStatusForSdCardDelay = true;
     program.widget<QWidget>("btnRemoveFile")->setEnabled(false);
     oncePanelOpen([&](QFileDialog& panel) { panel.reject(); });

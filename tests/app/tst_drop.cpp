@@ -128,7 +128,7 @@ void TestDrop::theFirstOfAnEmptyListIsNotHevc() {
 void TestDrop::aChangedQualityStaysWithItsRow() {
     ControllerFixture program;
     addMovies(program, 1);
-    program.files().cmb[0] = program.files().cmbItems[2];
+    program.files().setCmb(0, program.files().cmbItems[2]);
     program.boxes.promise(okAnswer);
     Drop::ofFiles(program, {notHevc(program, u"z.mp4"_s)}).behindTheRows();
     QVERIFY(settle(program));

@@ -476,7 +476,7 @@ void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun() {
                                  QStringLiteral("hang")})
              .write(),
          program.movie(QStringLiteral("b.mp4")).write()});
-    program.files().check[1] = 0;
+    program.files().setCheck(1, 0);
     program.boxes.promise(stopError);
     program.click("btnConvertFile");
     QTRY_VERIFY(program.boxes.allKept() && !QApplication::activeModalWidget());

@@ -19,7 +19,7 @@ struct LongList {
             const QString name = QStringLiteral("movie %1.mp4").arg(row);
             const JobRecordPtr record = addMadeUpRow(files, state, name);
             record->set(key::resolution, size(record->id()));
-            files.resolutionListForTable.back() = size(record->id());
+            files.setResolution(row, size(record->id()));
             files.progressObjects.back()->incrementStep(record->id() % 100);
         }
         model.reload();
@@ -37,7 +37,7 @@ struct LongList {
     [[nodiscard]] int topId() const { return shownId(view.rowAt(0)); }
     void check(const std::function<bool(int row)>& isChecked) {
         for (int row = 0; row < files.rowCount(); ++row) {
-            files.check[static_cast<size_t>(row)] = isChecked(row);
+            files.setCheck(row, isChecked(row) ? 1 : 0);
             files.recordAt(row)->set(key::check, isChecked(row) ? 1 : 0);
         }
         model.reload();
@@ -221,13 +221,13 @@ void TestManyRows::theQueueLosesTheRemovedRows() {
     QFETCH(int, rows);
     LongList list(rows);
     for (const int id : list.files.idList) {
-        list.files.conversionTaskList.push_back(id);
+        list.files.enqueue(id);
         list.state.noOfconvertingFileList.add(id);
     }
     // The row that converts stands before others and behind others that go.
     list.state.convertingIndex = 5;
-    list.files.conversionTaskList.erase(list.files.conversionTaskList.begin(),
-                                        list.files.conversionTaskList.begin() + 5);
+    for (int done = 0; done < 5; ++done)
+        list.files.dequeueHead(list.files.conversionTaskList.front());
     list.check([](int row) { return row % 2 == 0; });
     list.scene.program.click("btnRemoveFile");
     QVERIFY(list.scene.isInStep());

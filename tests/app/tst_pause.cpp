@@ -237,16 +237,17 @@ void TestPause::resumeTakesTheEntryOfItsOwnRow() {
     const auto other = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
                                                               {QStringLiteral("60")});
     QVERIFY(other->suspend());
-    files.pausedList.insert(
-        files.pausedList.begin(),
-        {other, other->readEnd(), int(other->processIdentifier()), files.idList[1]});
+    const PausedTask own = files.pausedList.front();
+    files.clearPaused();
+    files.pause({other, other->readEnd(), int(other->processIdentifier()), files.idList[1]});
+    files.pause(own);
     scene.program.clickRowButton(0);
     QCOMPARE(files.pausedList.size(), size_t(1));
     QCOMPARE(files.pausedList.front().task, other);
     QCOMPARE(processState(other->processIdentifier()), 'T');
     QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));
     QCOMPARE(scene.program.app().engine().context().runningTask, scene.run()->task);
-    files.pausedList.clear();
+    files.clearPaused();
     QVERIFY(scene.end({a, b}));
 }
 
@@ -445,7 +446,7 @@ void TestPause::aPausedListThatCannotBeResumedEndsTheRun() {
     RunScene scene;
     const auto stray = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
                                                               {QStringLiteral("60")});
-    scene.program.files().pausedList.push_back({stray, stray->readEnd(), 0, 4711});
+    scene.program.files().pause({stray, stray->readEnd(), 0, 4711});
     scene.program.click("btnConvertFile");
     QVERIFY(scene.program.isIdle());
     QVERIFY(scene.program.files().pausedList.empty());
@@ -485,7 +486,7 @@ void TestPause::idsOfPausedFilesAreOnlyLogged() {
 void TestPause::aReorderedListPausesAndResumes() {
     RunScene scene;
     scene.add({a, b});
-    std::swap(scene.program.files().fileInfoArr[0], scene.program.files().fileInfoArr[1]);
+    scene.program.files().moveRecords({1}, 0);
     QVERIFY(scene.begin());
     // The queue begins with the id of the second movie, whose row now holds the first one.
     QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("a.mp4"));

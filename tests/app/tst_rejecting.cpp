@@ -144,8 +144,8 @@ void TestRejecting::rejectedAfterAChangedQuality() {
     program.add({program.movie(QStringLiteral("a.mp4")).write(),
                  program.movie(QStringLiteral("b.mp4")).write()});
     FileList& files = program.files();
-    files.cmb[0] = files.cmbItems[2];
-    files.cmb[1] = files.cmbItems[0];
+    files.setCmb(0, files.cmbItems[2]);
+    files.setCmb(1, files.cmbItems[0]);
     program.boxes.promise(1000);
     program.add({program.movie(QStringLiteral("c.mp4")).probe(h264).write()});
     // Kept: the entry of the row above goes and the rejected movie's takes its place.

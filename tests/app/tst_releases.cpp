@@ -256,8 +256,8 @@ void TestReleases::removal() {
     const qint64 first = scene.encoderPid();
     const QList<qint64> processes = descendants(QCoreApplication::applicationPid());
     QVERIFY(processes.contains(first));
-    scene.program.files().check[0] = 1;
-    scene.program.files().check[1] = 0;
+    scene.program.files().setCheck(0, 1);
+    scene.program.files().setCheck(1, 0);
     scene.program.click("btnRemoveFile");
     QVERIFY(areGone(processes));
     QCOMPARE(scene.names(), QStringList{b});

@@ -190,7 +190,7 @@ void TestRemove::theConvertedRowOfTheIndex() {
     scene.add({a, b});
     scene.program.files().recordAt(0)->set(key::status, status::STATCO);
     scene.program.state().convertingIndex = 0;
-    scene.program.files().conversionTaskList = {scene.program.files().idList[1]};
+    scene.program.files().enqueue(scene.program.files().idList[1]);
     scene.program.clickRowButton(0);
     QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
 }
@@ -225,7 +225,7 @@ void TestRemove::selectAllFollowsTheHeaderBox() {
             result.push_back(record->number(key::check));
         return result;
     };
-    files.cmb[1] = files.cmbItems[0];
+    files.setCmb(1, files.cmbItems[0]);
     header(scene)->click();
     QVERIFY(!header(scene)->isChecked());
     QCOMPARE(files.check, (std::vector<int>{0, 0, 0}));

@@ -312,7 +312,10 @@ void TestRemoveInARun::aPausedRowThatIsNotTheFirstEntry() {
     FileList& files = scene.program.files();
     const auto other = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
                                                               {QStringLiteral("60")});
-    files.pausedList.insert(files.pausedList.begin(), {other, other->readEnd(), 0, 4711});
+    const PausedTask own = files.pausedList.front();
+    files.clearPaused();
+    files.pause({other, other->readEnd(), 0, 4711});
+    files.pause(own);
     removeRow(scene, 0, false);
     QVERIFY(!scene.program.state().isPausedRemove);
     QCOMPARE(files.pausedList.size(), size_t(1));
@@ -352,8 +355,7 @@ void TestRemoveInARun::aReorderedList() {
     QFETCH(bool, paused);
     RunScene scene;
     scene.add({a, b, c});
-    auto& records = scene.program.files().fileInfoArr;
-    std::swap(records[0], records[1]);
+    scene.program.files().moveRecords({1}, 0);
     QVERIFY(scene.begin());
     QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("a.mp4"));
     const qint64 old = scene.encoderPid();

@@ -69,7 +69,7 @@ void TestRun::twoMovies() {
 void TestRun::uncheckedRowsAreConverted() {
     ControllerFixture program;
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
-    program.files().check[0] = 0;
+    program.files().setCheck(0, 0);
     program.files().recordAt(0)->set(key::check, 0);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
@@ -121,7 +121,7 @@ void TestRun::nothingWaitingShowsTheSummaryOfWhatWasQueuedBefore() {
 void TestRun::aQueuedIdWithoutARowIsDropped() {
     ControllerFixture program;
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
-    program.files().conversionTaskList = {999};
+    program.files().enqueue(999);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QCOMPARE(program.encodes().size(), 1);
@@ -132,7 +132,8 @@ void TestRun::aQueuedIdWithoutARowIsDropped() {
 void TestRun::theRunEndsWhenNoQueuedIdHasARow() {
     ControllerFixture program;
     program.state().convertingIndex = 5;
-    program.files().conversionTaskList = {998, 999};
+    program.files().enqueue(998);
+    program.files().enqueue(999);
     QVERIFY(program.runToEnd());
     QCOMPARE(program.state().convertingIndex, SharedState::noRow);
     QVERIFY(program.files().conversionTaskList.empty());
@@ -303,7 +304,7 @@ void TestRun::openFolderUnticksAndShowsTheFolder() {
 void TestRun::aSummaryOfNothingChangesNothing() {
     ControllerFixture program;
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
-    program.files().convertedFileList = program.files().idList;
+    program.files().noteConverted(program.files().idList[0]);
     program.state().noOfConvertedFile = 3;
     program.app().engine().summary().popUpForNoOfConvertedfiles();
     QVERIFY(program.boxes.seen.isEmpty());
@@ -324,7 +325,7 @@ void TestRun::changeConvertingIndex() {
     queue.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, SharedState::pauseRequested); // an empty queue
 
-    files.conversionTaskList = {files.idList[1]};
+    files.enqueue(files.idList[1]);
     queue.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, 1); // kept: the pause request is replaced
     QCOMPARE(state.convertingId, files.idList[1]);
@@ -334,10 +335,11 @@ void TestRun::changeConvertingIndex() {
     QCOMPARE(state.convertingIndex, SharedState::noRow); // stays
 
     state.convertingIndex = 0;
-    files.conversionTaskList = {4711};
+    files.clearQueue();
+    files.enqueue(4711);
     queue.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, SharedState::noRow); // no such row
-    files.conversionTaskList.clear();
+    files.clearQueue();
 }
 
 void TestRun::aSecondRunConvertsWhatCameLater() {
@@ -361,8 +363,7 @@ void TestRun::reorderedRowsAreAllConverted() {
     for (const char* name : {"a.mp4", "b.mp4", "c.mp4"})
         movies += program.movie(QString::fromLatin1(name)).write();
     program.add(movies);
-    auto& records = program.files().fileInfoArr;
-    std::rotate(records.begin(), records.begin() + 1, records.end());
+    program.files().moveRecords({0}, 3);
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QStringList converted;

@@ -92,7 +92,8 @@ void TestRunCompanion::theNextMovieAfterAPausedOneThatWasRemoved() {
     scene.add({a, b});
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(0, a));
-    scene.program.files().check = {1, 0};
+    scene.program.files().setCheck(0, 1);
+    scene.program.files().setCheck(1, 0);
     scene.program.click("btnRemoveFile");
     QVERIFY(eventually([&] { return scene.names() == QStringList{b} && sleep.isHeld; }));
     QVERIFY(scene.end({b}));
@@ -103,7 +104,7 @@ void TestRunCompanion::notAfterTheLastMovieWasRemoved() {
     RunScene scene;
     scene.add({a});
     QVERIFY(scene.begin());
-    scene.program.files().check = {1};
+    scene.program.files().setCheck(0, 1);
     scene.program.click("btnRemoveFile");
     QVERIFY(scene.program.waitUntilIdle());
     QVERIFY(!scene.program.desktop.sleep.isHeld);

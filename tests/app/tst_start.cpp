@@ -222,13 +222,15 @@ void TestStart::headerBoxFollowsTheRows() {
     const auto* const box = program.widget<FileTableView>("theTableNew")->btnSelectAll();
     program.app().checkHeaderBtnStatus();
     QVERIFY(!box->isChecked());
-    program.files().check = {1, 1};
-    program.app().checkHeaderBtnStatus();
+    program.add({program.movie(QStringLiteral("a.mp4")).write(),
+                 program.movie(QStringLiteral("b.mp4")).write()});
     QVERIFY(box->isChecked());
-    program.files().check = {1, 0};
+    program.files().setCheck(1, 0);
     program.app().checkHeaderBtnStatus();
     QVERIFY(!box->isChecked());
-    program.files().check.clear();
+    program.files().setCheck(1, 1);
+    program.app().checkHeaderBtnStatus();
+    QVERIFY(box->isChecked());
 
     QVERIFY(AppDelegate::isUpdateAvailable(QStringLiteral("1.0.0.0"), QStringLiteral("1.0.0.1")));
     QVERIFY(!AppDelegate::isUpdateAvailable(QStringLiteral("1.0.0.0"), QStringLiteral("1.0.0.0")));

@@ -95,7 +95,8 @@ void TestStop::rightAfterARemovalNoSummaryIsShown() {
     RunScene scene;
     scene.add({a, b});
     QVERIFY(scene.begin());
-    scene.program.files().check = {1, 0};
+    scene.program.files().setCheck(0, 1);
+    scene.program.files().setCheck(1, 0);
     scene.program.click("btnRemoveFile");
     QCOMPARE(scene.names(), QStringList(b));
     scene.program.boxes.promise(1001);
@@ -467,7 +468,7 @@ void TestStop::allRowsConvertedByThen() {
 void TestStop::aReorderedList() {
     RunScene scene;
     scene.add({a, b});
-    std::swap(scene.program.files().fileInfoArr[0], scene.program.files().fileInfoArr[1]);
+    scene.program.files().moveRecords({1}, 0);
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(1, a));
     stop(scene);

@@ -180,7 +180,7 @@ void TestFaultsEncoder::silence() {
         fault.answer = QStringLiteral("Remove");
         fault.meanwhile = [](FaultScene& scene) {
             QVERIFY(scene.waitForProgress());
-            scene.program.files().check[1] = 0;
+            scene.program.files().setCheck(1, 0);
             scene.program.click("btnRemoveFile");
         };
         fault.boxes = {{summaryBox}};

@@ -254,7 +254,7 @@ void TestFaultsShare::removeAPausedRowThere() {
     scene.program.clickRowButton(0);
     QTRY_COMPARE(scene.program.status(0), status::STATPS);
     scene.dies();
-    scene.program.files().check[1] = 0;
+    scene.program.files().setCheck(1, 0);
     QElapsedTimer clock;
     clock.start();
     scene.program.click("btnRemoveFile");
@@ -287,7 +287,7 @@ void TestFaultsShare::stopWhileTheSourceOfAFailureIsLookedFor() {
                                  QStringLiteral("progress 1"), QStringLiteral("wait-file ") + go,
                                  QStringLiteral("exit 1")})
              .write()});
-    program.files().check[0] = 1;
+    program.files().setCheck(0, 1);
     program.click("btnConvertFile");
     QTRY_VERIFY(program.files().recordAt(0)->contains(key::progressValue));
     auto share = std::make_unique<DeadShare>(program.movies());

@@ -20,18 +20,21 @@ JobRecordPtr begin(FileList& files, int id) {
     const auto record = std::make_shared<JobRecord>();
     record->set(key::id, id);
     record->set(key::name, u"%1.mp4"_s.arg(id));
-    files.check.push_back(1);
-    files.cmb.push_back(standard);
-    files.append(record);
+    files.append(record, standard);
     return record;
 }
 
 /// A movie that was accepted and is shown.
 JobRecordPtr add(FileList& files, int id) {
     const JobRecordPtr record = begin(files, id);
-    files.resolutionListForTable.push_back(u"%1x%1"_s.arg(id));
-    files.arrayControllerNew.push_back(record);
+    files.appendResolution(u"%1x%1"_s.arg(id));
+    files.show(record);
     return record;
+}
+
+void enqueueAll(FileList& files, std::initializer_list<int> ids) {
+    for (const int id : ids)
+        files.enqueue(id);
 }
 
 std::vector<int> recordIds(const std::vector<JobRecordPtr>& records) {
@@ -106,15 +109,15 @@ void TestFileList::appendGrowsItsThreeLists() {
     FileList files;
     const auto record = std::make_shared<JobRecord>();
     record->set(key::id, 7);
-    files.append(record);
+    files.append(record, standard);
     QCOMPARE(files.rowCount(), 1);
     QCOMPARE(files.recordAt(0), record);
     QCOMPARE(files.idList, Ids({7}));
     QCOMPARE(files.progressObjects.size(), size_t(1));
     QCOMPARE(files.progressObjects[0]->currentStep(), qint64{0});
-    // The rest comes from whoever adds.
-    QVERIFY(files.check.empty());
-    QVERIFY(files.cmb.isEmpty());
+    QCOMPARE(files.check, Ids({1}));
+    QCOMPARE(files.cmb, QStringList(standard));
+    // The rest comes when the movie was examined.
     QVERIFY(files.resolutionListForTable.isEmpty());
     QVERIFY(files.arrayControllerNew.empty());
     QVERIFY(files.conversionTaskList.empty());
@@ -127,9 +130,9 @@ void TestFileList::rowIsCompleteWithTheLastList() {
     const JobRecordPtr second = begin(files, 2);
     QCOMPARE(files.rowCount(), 2);
     QCOMPARE(files.completeRows(), 1);
-    files.resolutionListForTable.push_back(u"640x480"_s);
+    files.appendResolution(u"640x480"_s);
     QCOMPARE(files.completeRows(), 1);
-    files.arrayControllerNew.push_back(second);
+    files.show(second);
     QCOMPARE(files.completeRows(), 2);
 }
 
@@ -149,7 +152,7 @@ void TestFileList::lookUpAfterAReorder() {
     FileList files;
     add(files, 1);
     add(files, 2);
-    std::swap(files.fileInfoArr[0], files.fileInfoArr[1]);
+    files.moveRecords({1}, 0);
     // Kept: a reorder moves the records alone, so the id's place is the old one.
     QCOMPARE(files.recordWithId(1), files.fileInfoArr[1]);
     QCOMPARE(files.rowOfId(1), std::optional(0));
@@ -177,10 +180,10 @@ void TestFileList::allCheckedNeedsARow() {
     add(files, 1);
     add(files, 2);
     QVERIFY(files.allChecked());
-    files.check[1] = 0;
+    files.setCheck(1, 0);
     QVERIFY(!files.allChecked());
     // Anything but 0 counts as checked.
-    files.check[1] = -1;
+    files.setCheck(1, -1);
     QVERIFY(files.allChecked());
 }
 
@@ -188,8 +191,8 @@ void TestFileList::rejectedPickTakesTheEntryBeforeTheLast() {
     FileList files;
     add(files, 1);
     add(files, 2);
-    files.cmb[0] = u"first"_s;
-    files.cmb[1] = u"changed"_s;
+    files.setCmb(0, u"first"_s);
+    files.setCmb(1, u"changed"_s);
     begin(files, 3);
     files.dropRejectedPicked();
     QCOMPARE(recordIds(files.fileInfoArr), Ids({1, 2}));
@@ -201,13 +204,13 @@ void TestFileList::rejectedPickTakesTheEntryBeforeTheLast() {
 
 void TestFileList::rejectedPickOfAnEmptyListIsOutOfRange() {
     FileList files;
-    begin(files, 1);
+    const JobRecordPtr first = begin(files, 1);
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.dropRejectedPicked());
     QCOMPARE(files.rowCount(), 0);
     QVERIFY(files.check.empty());
     QCOMPARE(files.cmb, QStringList(standard));
     QCOMPARE(files.idList, Ids({1}));
-    files.trimToRecords();
+    files.undoAppend(first);
     QVERIFY(files.cmb.isEmpty());
     QVERIFY(files.idList.empty());
     QCOMPARE(files.progressObjects.size(), size_t(1));
@@ -229,7 +232,7 @@ void TestFileList::rejectedPickLeavesItsProgressRecord() {
 void TestFileList::rejectedDropTakesItsOwnEntries() {
     FileList files;
     add(files, 1);
-    files.cmb[0] = u"changed"_s;
+    files.setCmb(0, u"changed"_s);
     begin(files, 2);
     files.dropRejectedDropped();
     QCOMPARE(files.cmb, QStringList(u"changed"_s));
@@ -260,10 +263,9 @@ void TestFileList::rejectionOfNothingIsOutOfRange() {
 void TestFileList::trimBringsTheListsBack() {
     FileList files;
     add(files, 1);
-    begin(files, 2);
-    files.resolutionListForTable.push_back(u"half-built"_s);
-    files.fileInfoArr.pop_back();
-    files.trimToRecords();
+    const JobRecordPtr second = begin(files, 2);
+    files.appendResolution(u"half-built"_s);
+    files.undoAppend(second);
     QCOMPARE(files.idList, Ids({1}));
     QCOMPARE(files.check, Ids({1}));
     QCOMPARE(files.cmb, QStringList(standard));
@@ -275,12 +277,12 @@ void TestFileList::trimBringsTheListsBack() {
 void TestFileList::trimOfListsInStepChangesNothing() {
     FileList files;
     add(files, 1);
-    add(files, 2);
-    files.trimToRecords();
+    const JobRecordPtr second = add(files, 2);
+    files.undoAppend(second); // it is shown
     QCOMPARE(files.completeRows(), 2);
     QCOMPARE(files.idList, Ids({1, 2}));
     FileList empty;
-    empty.trimToRecords();
+    empty.undoAppend(second);
     QCOMPARE(empty.rowCount(), 0);
 }
 
@@ -288,10 +290,10 @@ void TestFileList::removalTakesARowOutOfEverything() {
     FileList files;
     for (const int id : {1, 2, 3})
         add(files, id);
-    files.check[2] = 0;
-    files.cmb[2] = u"third"_s;
-    files.conversionTaskList = {3, 2, 1, 2};
-    files.convertedFileList = {2};
+    files.setCheck(2, 0);
+    files.setCmb(2, u"third"_s);
+    enqueueAll(files, {3, 2, 1, 2});
+    files.noteConverted(2);
     const auto third = files.progressObjects[2];
     files.removeRow(1);
     QCOMPARE(recordIds(files.fileInfoArr), Ids({1, 3}));
@@ -331,10 +333,11 @@ void TestFileList::removalOfSeveralIsTheSameAsOneByOne() {
         for (int id = 1; id <= 6; ++id)
             add(files, id);
         begin(files, 7); // has no size and is not shown yet
-        std::swap(files.fileInfoArr[1], files.fileInfoArr[4]);
-        files.check[3] = 0;
-        files.cmb[3] = u"fourth"_s;
-        files.conversionTaskList = {7, 2, 5, 3, 6, 1, 5};
+        files.moveRecords({4}, 1);
+        files.moveRecords({2}, 5); // the second and the fifth have changed places
+        files.setCheck(3, 0);
+        files.setCmb(3, u"fourth"_s);
+        enqueueAll(files, {7, 2, 5, 3, 6, 1, 5});
     };
     FileList files;
     FileList other;
@@ -363,7 +366,7 @@ void TestFileList::removalOfSeveralOutOfRangeChangesNothing() {
     FileList files;
     add(files, 1);
     add(files, 2);
-    files.conversionTaskList = {1, 2};
+    enqueueAll(files, {1, 2});
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRows({0, 2}));
     QCOMPARE(files.completeRows(), 2);
     QCOMPARE(files.conversionTaskList, Ids({1, 2}));
@@ -373,8 +376,8 @@ void TestFileList::removalAfterAReorderGoesByPosition() {
     FileList files;
     add(files, 1);
     add(files, 2);
-    files.conversionTaskList = {1, 2};
-    std::swap(files.fileInfoArr[0], files.fileInfoArr[1]);
+    enqueueAll(files, {1, 2});
+    files.moveRecords({1}, 0);
     // Kept: each list loses what stands there, the queue loses the moved record's id.
     files.removeRow(0);
     QCOMPARE(recordIds(files.fileInfoArr), Ids({1}));
@@ -410,7 +413,7 @@ void TestFileList::removalWithShortLists() {
 void TestFileList::removalOutOfRangeChangesNothing() {
     FileList files;
     add(files, 1);
-    files.conversionTaskList = {1};
+    files.enqueue(1);
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRow(1));
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRow(-1));
     QCOMPARE(files.completeRows(), 1);
@@ -420,7 +423,7 @@ void TestFileList::removalOutOfRangeChangesNothing() {
 void TestFileList::dequeue() {
     FileList files;
     files.dequeue(1);
-    files.conversionTaskList = {1, 2, 1, 3};
+    enqueueAll(files, {1, 2, 1, 3});
     files.dequeue(1);
     QCOMPARE(files.conversionTaskList, Ids({2, 3}));
     files.dequeue(4);
@@ -431,7 +434,7 @@ void TestFileList::dequeueHead() {
     FileList files;
     files.dequeueHead(1);
     QVERIFY(files.conversionTaskList.empty());
-    files.conversionTaskList = {1, 2, 1};
+    enqueueAll(files, {1, 2, 1});
     files.dequeueHead(2);
     QCOMPARE(files.conversionTaskList, Ids({1, 2, 1}));
     files.dequeueHead(1);

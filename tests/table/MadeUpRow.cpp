@@ -24,11 +24,9 @@ JobRecordPtr addMadeUpRow(FileList& list, SharedState& state, const QString& nam
     record->set(key::cmb, list.cmbItems.at(1));
     record->set(key::resolutionID, 3);
     record->set(key::resolution, QStringLiteral("1920x1080"));
-    list.check.push_back(1);
-    list.cmb.append(list.cmbItems.at(1));
-    list.append(record);
-    list.resolutionListForTable.append(record->text(key::resolution));
-    list.arrayControllerNew.push_back(record);
+    list.append(record, list.cmbItems.at(1));
+    list.appendResolution(record->text(key::resolution));
+    list.show(record);
     state.count = list.rowCount();
     return record;
 }

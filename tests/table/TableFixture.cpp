@@ -6,12 +6,14 @@
 #include <algorithm>
 
 TableFixture::TableFixture() {
-    list.comboBoxItems = {QStringLiteral("H.264 LV2 : Pro"),
-                          QStringLiteral("H.264 LV1 : Best Quality"),
-                          QStringLiteral("H.264 LV0 : Normal")};
+    QStringList shown;
     for (const char* const key :
          {"IDS_TXT_PROFILELIST_1", "IDS_TXT_PROFILELIST_2", "IDS_TXT_PROFILELIST_3"})
-        list.cmbItems.append(getLocalString(key));
+        shown += getLocalString(key);
+    list.setQualities({QStringLiteral("H.264 LV2 : Pro"),
+                       QStringLiteral("H.264 LV1 : Best Quality"),
+                       QStringLiteral("H.264 LV0 : Normal")},
+                      shown);
 }
 
 int TableFixture::addRow(const QString& name) {

@@ -52,12 +52,11 @@ FileList& fill(FileList& list, int rows) {
     for (int i = 0; i < rows; ++i) {
         const auto record = std::make_shared<JobRecord>();
         record->set(key::id, i);
-        list.check.push_back(i % 2);
-        list.cmb.append(QString::number(i));
-        list.append(record);
-        list.resolutionListForTable.append(QString::number(i));
+        list.append(record, QString::number(i));
+        list.setCheck(i, i % 2);
+        list.appendResolution(QString::number(i));
     }
-    list.arrayControllerNew = list.fileInfoArr;
+    list.showRecords();
     return list;
 }
 

@@ -29,7 +29,7 @@ private Q_SLOTS:
 
 void TestTableAccessible::screenReadersSeeTheCells() {
     TableWindow w(2);
-    w.f.list.check[1] = 0;
+    w.f.list.setCheck(1, 0);
     w.f.list.progressObjects[1]->changestat(status::STATCR);
     w.f.list.progressObjects[1]->incrementStep(37);
     w.f.state.isConversionRunning = true;

@@ -95,7 +95,7 @@ void TestTableEditing::aSizeIsStoredInListAndRecord() {
 void TestTableEditing::anotherColumnStoresNothingButRefreshes() {
     TableFixture f;
     f.addRows(2);
-    f.list.check[0] = 0;
+    f.list.setCheck(0, 0);
     f.state.count = 0;
     QCOMPARE(f.editing.storeEdit(column::duration, QStringLiteral("x"), 0),
              std::optional<bool>(false));
@@ -107,8 +107,8 @@ void TestTableEditing::anotherColumnStoresNothingButRefreshes() {
 void TestTableEditing::afterAReorderListsKeepTheirPlaces() {
     TableFixture f;
     f.addRows(2);
-    f.list.resolutionListForTable[0] = QStringLiteral("960x540");
-    std::swap(f.list.fileInfoArr[0], f.list.fileInfoArr[1]);
+    f.list.setResolution(0, QStringLiteral("960x540"));
+    f.list.moveRecords({1}, 0);
     f.editing.storeEdit(column::check, 0, 0);
     // Kept: a reorder moves the records alone, so the lists speak about the rows' places.
     QCOMPARE(f.list.fileInfoArr[0]->text(key::name), QStringLiteral("movie 1.mp4"));
@@ -150,7 +150,7 @@ void TestTableEditing::pictureSizes() {
 void TestTableEditing::mainListChangesCheckedRowsOnly() {
     TableFixture f;
     f.addRows(3);
-    f.list.check[1] = 0;
+    f.list.setCheck(1, 0);
     f.editing.comboBoxSelectionDidChange(2, 1);
     for (const int row : {0, 2}) {
         QCOMPARE(f.list.recordAt(row)->text(key::profile), f.list.comboBoxItems.at(2));
@@ -165,7 +165,8 @@ void TestTableEditing::mainListChangesCheckedRowsOnly() {
 void TestTableEditing::mainListWithNothingCheckedChangesTheSelectedProfileAlone() {
     TableFixture f;
     f.addRows(2);
-    f.list.check = {0, 0};
+    f.list.setCheck(0, 0);
+    f.list.setCheck(1, 0);
     f.editing.comboBoxSelectionDidChange(0, 1);
     QCOMPARE(f.list.recordAt(1)->text(key::profile), f.list.comboBoxItems.at(0));
     // Kept: unlike a checked row's, the selected one's other texts stay; what is shown does not.
@@ -181,7 +182,8 @@ void TestTableEditing::mainListWithNothingCheckedChangesTheSelectedProfileAlone(
 void TestTableEditing::mainListWithNothingCheckedOrSelectedChangesNothing() {
     TableFixture f;
     f.addRows(2);
-    f.list.check = {0, 0};
+    f.list.setCheck(0, 0);
+    f.list.setCheck(1, 0);
     f.editing.comboBoxSelectionDidChange(0, -1);
     for (const int row : {0, 1}) {
         QCOMPARE(f.list.recordAt(row)->text(key::profile), f.list.comboBoxItems.at(1));
@@ -212,7 +214,9 @@ void TestTableEditing::mainListStartsAtTheSmallerOfCountAndRows() {
 void TestTableEditing::aShortProfileNameEndsTheChange() {
     TableFixture f;
     f.addRows(1);
-    f.list.comboBoxItems[2] = QStringLiteral("H.264 LV");
+    QStringList profiles = f.list.comboBoxItems;
+    profiles[2] = QStringLiteral("H.264 LV");
+    f.list.setQualities(profiles, f.list.cmbItems);
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, f.editing.comboBoxSelectionDidChange(2, -1));
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, f.editing.comboBoxSelectionDidChange(3, -1));
     QCOMPARE(f.list.cmb.at(0), f.list.cmbItems.at(1));
@@ -222,7 +226,7 @@ void TestTableEditing::answersOfTheDataSource() {
     TableFixture f;
     f.addRows(2);
     f.list.progressObjects[1]->incrementStep(42);
-    f.list.check[1] = 0;
+    f.list.setCheck(1, 0);
     const FileTableSource& source = f.model.source();
     QCOMPARE(source.numberOfRowsInTableView(), 2);
     QCOMPARE(source.objectValueForTableColumn(column::progress, 1).toString(),

@@ -49,7 +49,10 @@ void TestTableKeys::spaceChecksTheRow() {
 
 void TestTableKeys::spaceChecksAllSelectedRows() {
     TableWindow w(4);
-    w.f.list.check = {0, 1, 0, 0};
+    w.f.list.setCheck(0, 0);
+    w.f.list.setCheck(1, 1);
+    w.f.list.setCheck(2, 0);
+    w.f.list.setCheck(3, 0);
     w.view.setCurrentIndex(w.f.cell(0, TableColumn::Name));
     QTest::keyClick(&w.view, Qt::Key_Down, Qt::ShiftModifier);
     QTest::keyClick(&w.view, Qt::Key_Down, Qt::ShiftModifier);

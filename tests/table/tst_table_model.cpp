@@ -74,16 +74,13 @@ void TestTableModel::halfBuiltRowsAreNotShown() {
     const Tester tester(&f.model, Tester::FailureReportingMode::QtTest);
     f.addRows(2);
     // A movie that is being examined: it has neither a size nor a shown record yet.
-    f.list.check.push_back(1);
-    f.list.cmb.append(f.list.cmbItems.at(1));
-    f.model.reload();
-    f.list.append(std::make_shared<JobRecord>());
+    f.list.append(std::make_shared<JobRecord>(), f.list.cmbItems.at(1));
     f.model.reload();
     QCOMPARE(f.model.rowCount(), 2);
-    f.list.resolutionListForTable.append(QStringLiteral("1920x1080"));
+    f.list.appendResolution(QStringLiteral("1920x1080"));
     f.model.reload();
     QCOMPARE(f.model.rowCount(), 2);
-    f.list.arrayControllerNew.push_back(f.list.fileInfoArr.back());
+    f.list.show(f.list.fileInfoArr.back());
     f.model.reload();
     QCOMPARE(f.model.rowCount(), 3);
 }
@@ -92,7 +89,7 @@ void TestTableModel::listsShorterThanTheModelAnswerNothing() {
     TableFixture f;
     f.addRows(3);
     f.model.reload();
-    f.list.arrayControllerNew.clear(); // as while the shown records are set anew
+    f.list.removeRows({1, 2}); // the model has not heard of it yet
     for (int column = 0; column < tableColumnCount; ++column) {
         const QModelIndex index = f.model.index(1, column);
         for (int role = 0; role < Qt::UserRole + 110; ++role)
@@ -100,7 +97,7 @@ void TestTableModel::listsShorterThanTheModelAnswerNothing() {
         (void)index.flags();
     }
     QVERIFY(!f.model.setData(f.cell(1, TableColumn::Check), Qt::Unchecked, Qt::CheckStateRole));
-    QCOMPARE(f.list.check.at(1), 1);
+    QCOMPARE(f.list.check, std::vector<int>{1});
 }
 
 void TestTableModel::aReloadAnnouncesRowsAtTheEnd() {
@@ -125,11 +122,11 @@ void TestTableModel::shownRecordsKeepTheirOrderAfterAReorder() {
     TableFixture f;
     f.addRows(2);
     f.model.reload();
-    std::swap(f.list.fileInfoArr[0], f.list.fileInfoArr[1]);
+    f.list.moveRecords({1}, 0);
     f.model.reload();
     // Kept: the shown rows follow with the next movies that are added.
     QCOMPARE(f.shown(0, TableColumn::Name), QStringLiteral("movie 0.mp4"));
-    f.list.arrayControllerNew = f.list.fileInfoArr;
+    f.list.showRecords();
     f.model.reload();
     QCOMPARE(f.shown(0, TableColumn::Name), QStringLiteral("movie 1.mp4"));
 }
@@ -144,7 +141,7 @@ void TestTableModel::spokenTexts() {
     QCOMPARE(spoken(TableColumn::Name), QStringLiteral("movie 0.mp4"));
     QCOMPARE(spoken(TableColumn::Progress), QStringLiteral("Waiting"));
     QCOMPARE(spoken(TableColumn::Check), QStringLiteral("checked"));
-    f.list.check[0] = 0;
+    f.list.setCheck(0, 0);
     QCOMPARE(spoken(TableColumn::Check), QStringLiteral("not checked"));
     f.list.progressObjects[0]->changestat(status::STATCR);
     f.list.progressObjects[0]->incrementStep(37);
@@ -344,7 +341,7 @@ void TestTableModel::anEditIsRefusedUnderABox() {
 void TestTableModel::aClickOnAHeaderIsInert() {
     TableFixture f;
     f.addRows(2);
-    f.list.check[1] = 0;
+    f.list.setCheck(1, 0);
     f.model.reload();
     f.model.didClickTableColumn();
     QCOMPARE(f.list.check, (std::vector<int>{1, 0}));

@@ -210,7 +210,8 @@ void TestTableMouse::severalRowsAreSelected() {
 
 void TestTableMouse::theHeaderBoxPassesTheGate() {
     TableWindow w(2);
-    w.f.list.check = {0, 0};
+    w.f.list.setCheck(0, 0);
+    w.f.list.setCheck(1, 0);
     QCheckBox* const box = w.view.btnSelectAll();
     QList<bool> states;
     connect(&w.view, &FileTableView::selectAllPressed, this, [&] { states << box->isChecked(); });

@@ -173,7 +173,10 @@ void TestTablePalettes::theButtonsStandOut() {
 
 void TestTablePalettes::theCheckBoxesStandOut() {
     PaintedTable s;
-    s.f.list.check = {0, 1, 0, 1};
+    s.f.list.setCheck(0, 0);
+    s.f.list.setCheck(1, 1);
+    s.f.list.setCheck(2, 0);
+    s.f.list.setCheck(3, 1);
     s.f.model.reload();
     for (const int row : {0, 1}) {
         const QImage cell = s.picture(row, TableColumn::Check);

@@ -12,7 +12,7 @@
 #include "filelist/FileList.h"
 #include "filelist/MovieProbe.h"
 #include "filelist/RemoveFiles.h"
-#include "media/ProbeRunner.h"
+#include "media/Examiner.h"
 #include "media/ProfileCatalogue.h"
 #include "media/ResolutionCatalogue.h"
 #include "platform/ChildProcesses.h"
@@ -160,6 +160,7 @@ private:
     ConversionEngine engine_;
     RunCompanion companion_;
     ProbeRunner probeRunner_;
+    Examiner examiner_;
     MovieProbe probe_;
     AddFiles addFiles_;
     RemoveFiles removeFiles_;

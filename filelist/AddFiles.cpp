@@ -12,11 +12,11 @@
 #include "media/ResolutionCatalogue.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
-#include "platform/desktop/VolumeInfo.h"
 #include "widgets/BoxAnswers.h"
 #include "widgets/PopUpBoxes.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <stdexcept>
 
@@ -27,11 +27,6 @@ constexpr int shortestPosition = 8;
 
 const QString none = QStringLiteral("None");
 const QString hevc = QStringLiteral("HEVC");
-
-struct FileFacts {
-    qint64 size = 0;
-    VolumeFacts volume;
-};
 
 } // namespace
 
@@ -50,9 +45,10 @@ void AddFiles::addDropped(const QStringList& paths) {
 void AddFiles::addAll(const QStringList& paths, Origin origin) {
     unsupportedTold_ = false;
     parts_.window.setRemoveEnabled(true);
+    AddAhead ahead(paths, isLookedAtTwice(), parts_.ahead);
     for (qsizetype at = 0; at < paths.size(); ++at) {
         try {
-            if (parts_.isCloseAsked() || addOne(paths[at], origin) == Next::Stop)
+            if (parts_.isCloseAsked() || addOne(paths[at], origin, ahead, at) == Next::Stop)
                 break;
         } catch (const std::exception&) {
             tellEnded(paths[at], paths.size() - at - 1);
@@ -68,19 +64,23 @@ void AddFiles::close() {
     parts_.window.reloadTable();
 }
 
-AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
+AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ahead,
+                                qsizetype index) {
     ++parts_.state.itemId;
-    if (volumeIsRefused(path))
+    const MovieFile file = lookAt(path);
+    if (volumeIsRefused(file.volume))
         return Next::Stop;
+    if (storedAnswer())
+        ahead.allowRemovable();
+    parts_.probe.setExamination(ahead.examine(index, file));
+    const auto forget = qScopeGuard([this] { parts_.probe.setExamination({}); });
     const JobRecordPtr record = buildRecord(path);
     parts_.files.append(record, parts_.profiles.defaultCmbItem());
     try {
         examine(record, path);
         parts_.window.reloadTable();
         const bool accepted = record->text(key::video) == hevc;
-        // Kept: the encoder's last position decides, which no probe sets, so movies are examined
-        // twice until one was converted.
-        if (parts_.state.probe.duration.size() < shortestPosition && !parts_.probe.gaveUp())
+        if (isLookedAtTwice() && !parts_.probe.gaveUp())
             parts_.probe.getVideoInfo(path, parts_.files.rowCount());
         if (!accepted) {
             reject(origin);
@@ -102,21 +102,34 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin) {
     }
 }
 
-bool AddFiles::volumeIsRefused(const QString& path) {
-    const FileFacts facts = parts_.mainThread.waitForResult([path, volumes = parts_.volumes] {
-        const QFileInfo file(path);
-        return FileFacts{file.size(), volumes->facts(file.path())};
-    });
-    qCDebug(lcFileList, "%s: %.2lfM", qPrintable(path),
-            static_cast<double>(facts.size) / 1'000'000.0);
-    if (!facts.volume.removable)
+MovieFile AddFiles::lookAt(const QString& path) {
+    const MovieFile file = parts_.mainThread.waitForResult(
+        [path, volumes = parts_.ahead.volumes] { return lookAtMovieFile(path, *volumes); });
+    const double size = file.identity ? static_cast<double>(file.identity->size) : 0;
+    qCDebug(lcFileList, "%s: %.2lfM", qPrintable(path), size / 1'000'000.0);
+    return file;
+}
+
+bool AddFiles::volumeIsRefused(const VolumeFacts& volume) {
+    if (!volume.removable)
         return false;
     if (parts_.isCloseAsked())
         return true;
+    const auto stored = storedAnswer();
+    return (stored ? *stored : parts_.dialogs.popUpforSdCardDelay()) == boxanswer::first;
+}
+
+std::optional<int> AddFiles::storedAnswer() const {
     const SharedState& state = parts_.state;
-    const int answer = state.checkStatusForSdCardDelay ? state.resultStoredForSdCardDelay
-                                                       : parts_.dialogs.popUpforSdCardDelay();
-    return answer == boxanswer::first;
+    if (!state.checkStatusForSdCardDelay)
+        return std::nullopt;
+    return state.resultStoredForSdCardDelay;
+}
+
+// Kept: the encoder's last position decides, which no probe sets, so movies are examined twice
+// until one was converted.
+bool AddFiles::isLookedAtTwice() const {
+    return parts_.state.probe.duration.size() < shortestPosition;
 }
 
 JobRecordPtr AddFiles::buildRecord(const QString& path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "filelist/AddAhead.h"
 #include "filelist/JobRecord.h"
 
 #include <QString>
@@ -7,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class ConversionDialogs;
 class FileList;
@@ -15,7 +17,6 @@ class MainThread;
 class MovieProbe;
 class ProfileCatalogue;
 class ResolutionCatalogue;
-class VolumeInfo;
 struct SharedState;
 
 /// Adds movies to the list, picked in the panel or dropped: builds the record, examines the movie,
@@ -28,7 +29,7 @@ public:
         FileList& files;
         SharedState& state;
         MovieProbe& probe;
-        std::shared_ptr<VolumeInfo> volumes;
+        AddAhead::Parts ahead;
         const ProfileCatalogue& profiles;
         const ResolutionCatalogue& resolutions;
         ListWindow& window;
@@ -55,8 +56,12 @@ private:
     enum class Next { GoOn, Stop };
 
     void addAll(const QStringList& paths, Origin origin);
-    [[nodiscard]] Next addOne(const QString& path, Origin origin);
-    [[nodiscard]] bool volumeIsRefused(const QString& path);
+    [[nodiscard]] Next addOne(const QString& path, Origin origin, AddAhead& ahead, qsizetype index);
+    [[nodiscard]] MovieFile lookAt(const QString& path);
+    [[nodiscard]] bool volumeIsRefused(const VolumeFacts& volume);
+    /// The answer to the question about a removable volume that is to be taken without asking.
+    [[nodiscard]] std::optional<int> storedAnswer() const;
+    [[nodiscard]] bool isLookedAtTwice() const;
     [[nodiscard]] JobRecordPtr buildRecord(const QString& path);
     void examine(const JobRecordPtr& record, const QString& path);
     void takeReport(JobRecord& record, const QString& report);

@@ -3,22 +3,10 @@
 #include "filelist/FileList.h"
 #include "filelist/FileListLog.h"
 #include "media/EncoderBuild.h"
-#include "media/ReportBlanking.h"
-#include "media/ReportText.h"
 #include "media/RetryProbeReader.h"
-
-#include <memory>
-#include <vector>
+#include "platform/MainThread.h"
 
 namespace {
-
-/// A second look. Its reader's thread owns it until the probe is over, or for good where the
-/// program closes before that.
-struct SecondLook {
-    RetryProbeReader reader;
-    ProbeValues values;
-    std::vector<RetryFindings> findings;
-};
 
 void putInto(JobRecord& record, const RetryFindings& findings) {
     if (findings.duration)
@@ -31,43 +19,32 @@ void putInto(JobRecord& record, const RetryFindings& findings) {
 
 } // namespace
 
-ProbeRunner::Result MovieProbe::run(const QString& moviePath, ProbeRunner::ChunkHandler handler) {
-    const ProbeRunner::Result result = runner_.run(moviePath, std::move(handler));
+void MovieProbe::take(ProbeRunner::Result result, const QString& moviePath) {
     encoderMissing_ = result == ProbeRunner::Result::FailedToStart;
     gaveUp_ = result == ProbeRunner::Result::Silent;
     if (gaveUp_)
         qCWarning(lcFileList, "the examination of a movie was given up: %s", qPrintable(moviePath));
-    return result;
 }
 
 QString MovieProbe::getVideoInfo2(const QString& moviePath, int rowNumber) {
     Q_ASSERT(rowNumber == files_.rowCount());
-    const auto report = std::make_shared<ReportText>();
-    const auto result = run(moviePath, [report](const QByteArray& chunk) {
-        report->append(chunk);
-        return ProbeRunner::Answer::ReadOn;
-    });
-    encoderUnsuitable_ = false;
-    if (result != ProbeRunner::Result::Ended)
-        return QString();
-    const QString text = blankReport(report->text(), {moviePath});
-    encoderUnsuitable_ = saysThereIsNoX264(text);
-    return text;
+    mainThread_.waitUntil([this] { return examination_->isFirstOver(); });
+    const Examination::FirstLook& look = examination_->first();
+    take(look.result, moviePath);
+    encoderUnsuitable_ = saysThereIsNoX264(look.report);
+    return look.report;
 }
 
 void MovieProbe::getVideoInfo(const QString& moviePath, int rowNumber) {
     const JobRecordPtr record = files_.recordAt(rowNumber - 1);
-    const auto look = std::make_shared<SecondLook>(
-        SecondLook{RetryProbeReader(QStringList{moviePath}), state_.probe, {}});
-    run(moviePath, [look](const QByteArray& chunk) {
-        look->findings.push_back(look->reader.read(chunk, look->values));
-        return look->findings.back().interrupt ? ProbeRunner::Answer::Interrupt
-                                               : ProbeRunner::Answer::ReadOn;
-    });
-    state_.probe = look->values;
-    for (const RetryFindings& each : look->findings) {
-        putInto(*record, each);
-        if (!each.log.isEmpty())
-            qCWarning(lcFileList, "%s", qPrintable(each.log));
+    mainThread_.waitUntil([this] { return examination_->isSecondOver(); });
+    const Examination::SecondLook& look = examination_->second();
+    take(look.result, moviePath);
+    RetryProbeReader reader{QStringList{moviePath}};
+    for (const QByteArray& chunk : look.chunks) {
+        const RetryFindings found = reader.read(chunk, state_.probe);
+        putInto(*record, found);
+        if (!found.log.isEmpty())
+            qCWarning(lcFileList, "%s", qPrintable(found.log));
     }
 }

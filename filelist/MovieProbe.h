@@ -1,17 +1,22 @@
 #pragma once
 
-#include "media/ProbeRunner.h"
+#include "media/Examination.h"
 
 #include <QString>
 
+#include <memory>
+#include <utility>
+
 class FileList;
+class MainThread;
 struct SharedState;
 
-/// Examines the movie of the row that is being added. Main thread; owned by the controller.
+/// Reads what the examination of the movie that is being added has found into its row. Main thread;
+/// owned by the controller.
 class MovieProbe final {
 public:
-    MovieProbe(ProbeRunner& runner, FileList& files, SharedState& state)
-        : runner_(runner), files_(files), state_(state) {}
+    MovieProbe(MainThread& mainThread, FileList& files, SharedState& state)
+        : mainThread_(mainThread), files_(files), state_(state) {}
     Q_DISABLE_COPY_MOVE(MovieProbe)
 
     /// Whether the last probe found no program to run.
@@ -21,18 +26,23 @@ public:
     /// Whether the last probe was killed because it would not end.
     [[nodiscard]] bool gaveUp() const { return gaveUp_; }
 
+    /// Of the movie of the next two calls; it may have been going on for a while.
+    void setExamination(std::shared_ptr<const Examination> examination) {
+        examination_ = std::move(examination);
+    }
     /// The whole report on a movie, without what the movie says about itself. `rowNumber` is the
-    /// number of rows with the new one.
+    /// number of rows with the new one. Both wait with a turning main loop.
     [[nodiscard]] QString getVideoInfo2(const QString& moviePath, int rowNumber);
     /// The second look, chunk by chunk: writes what it found into the record at `rowNumber` - 1.
     void getVideoInfo(const QString& moviePath, int rowNumber);
 
 private:
-    ProbeRunner::Result run(const QString& moviePath, ProbeRunner::ChunkHandler handler);
+    void take(ProbeRunner::Result result, const QString& moviePath);
 
-    ProbeRunner& runner_;
+    MainThread& mainThread_;
     FileList& files_;
     SharedState& state_;
+    std::shared_ptr<const Examination> examination_;
     bool encoderMissing_ = false;
     bool encoderUnsuitable_ = false;
     bool gaveUp_ = false;

@@ -3,18 +3,10 @@
 #include "launcher/Words.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
-#include "platform/MainThread.h"
 
-#include <QScopeGuard>
-
-#include <semaphore>
 #include <utility>
 
-using namespace std::chrono_literals;
-
 namespace {
-
-constexpr auto longestGoodbye = 500ms;
 
 using Result = ProbeRunner::Result;
 
@@ -27,12 +19,14 @@ bool isMissing(const ChildProcess& child, const QByteArray& firstWords) {
 }
 
 Result readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
-                 std::chrono::milliseconds patience) {
+                 std::chrono::milliseconds patience, const ProbeRunner::Stop& stop) {
     // One that goes on speaking, as about a playlist with missing parts, has its limit too.
     const auto deadline = std::chrono::steady_clock::now() + 2 * patience;
     QByteArray firstWords;
     for (;;) {
         QByteArray chunk;
+        if (stop.isAsked())
+            return Result::Stopped;
         if (std::chrono::steady_clock::now() >= deadline) {
             child.kill();
             return Result::Silent;
@@ -58,25 +52,48 @@ Result readToEnd(ChildProcess& child, const ProbeRunner::ChunkHandler& handler,
 
 } // namespace
 
-ProbeRunner::ProbeRunner(MainThread& mainThread, ChildProcesses& processes,
-                         const QString& encoderPath)
-    : mainThread_(mainThread), processes_(processes), encoderPath_(encoderPath) {}
+/// Lets a stop reach a child while it is being read.
+class ProbeRunner::Stop::Watch final {
+public:
+    Watch(Stop& stop, const std::shared_ptr<ChildProcess>& child) : stop_(stop) {
+        const std::lock_guard lock(stop_.mutex_);
+        stop_.child_ = child;
+        if (stop_.asked_)
+            child->kill();
+    }
+    ~Watch() {
+        const std::lock_guard lock(stop_.mutex_);
+        stop_.child_.reset();
+    }
+    Q_DISABLE_COPY_MOVE(Watch)
 
-ProbeRunner::Result ProbeRunner::run(const QString& moviePath, ChunkHandler handler) {
+private:
+    Stop& stop_;
+};
+
+void ProbeRunner::Stop::ask() {
+    const std::lock_guard lock(mutex_);
+    if (std::exchange(asked_, true) || !child_)
+        return;
+    child_->kill();
+    child_->wakeReader();
+}
+
+bool ProbeRunner::Stop::isAsked() const {
+    const std::lock_guard lock(mutex_);
+    return asked_;
+}
+
+ProbeRunner::ProbeRunner(ChildProcesses& processes, const QString& encoderPath)
+    : processes_(processes), encoderPath_(encoderPath) {}
+
+ProbeRunner::Result ProbeRunner::run(const QString& moviePath, const ChunkHandler& handler,
+                                     Stop& stop) const {
+    if (stop.isAsked())
+        return Result::Stopped;
     const auto child = processes_.launch(encoderPath_, {QStringLiteral("-i"), moviePath});
     if (const auto end = child->end(); end && end->how == ProcessEnd::How::FailedToStart)
         return Result::FailedToStart;
-    const auto readerGone = std::make_shared<std::binary_semaphore>(0);
-    try {
-        return mainThread_.waitForResult(
-            [child, handler = std::move(handler), patience = patience_, readerGone] {
-                const auto leave = qScopeGuard([&] { readerGone->release(); });
-                return readToEnd(*child, handler, patience);
-            });
-    } catch (const Cancelled&) {
-        // The reader may be about to signal the child, which others own.
-        child->kill();
-        [[maybe_unused]] const bool gone = readerGone->try_acquire_for(longestGoodbye);
-        throw;
-    }
+    const Stop::Watch watch(stop, child);
+    return readToEnd(*child, handler, patience_, stop);
 }

@@ -27,6 +27,8 @@ public:
     template <typename F> auto onMainThread(F&& f) { return calls_.onMainThread(f); }
     /// Lets a wait look at its condition again. Any thread.
     void wake();
+    /// Does what wake() does, and nothing once this object is gone. Any thread.
+    [[nodiscard]] std::function<void()> waker() const;
 
     /// Waits at least `atLeast` and until `done` answers true: the window repaints and closures
     /// run, user input is left for later (HeldInput), but for the wish to close a window. `done` is
@@ -109,8 +111,6 @@ private:
         });
         return shared;
     }
-    /// Does what wake() does, and nothing once this object is gone. Any thread.
-    [[nodiscard]] std::function<void()> waker() const;
     bool event(QEvent* event) override;
 
     std::shared_ptr<Waker> waker_;

@@ -22,9 +22,16 @@ QString waitingMovie(const ControllerFixture& program) {
         .write();
 }
 
-void whileProbing(const ControllerFixture& program, std::function<void()> then) {
-    once([folder = program.movies()] { return QFile::exists(folder + QStringLiteral("/started")); },
-         std::move(then));
+// When the movie is at hand itself: it is looked at before.
+void whileProbing(ControllerFixture& program, std::function<void()> then) {
+    once(
+        [&program] {
+            const int row = program.files().rowCount() - 1;
+            return row >= 0 &&
+                   program.files().recordAt(row)->text(key::srcpath).endsWith(u"/waiting.mp4") &&
+                   QFile::exists(program.movies() + QStringLiteral("/started"));
+        },
+        std::move(then));
 }
 
 void go(const ControllerFixture& program) {
@@ -170,7 +177,7 @@ void TestAddingMeanwhile::windowClosedMeanwhile() {
 void TestAddingMeanwhile::windowClosedWhileARefusedMovieIsExamined() {
     ControllerFixture program;
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
-    const QString bad = program.movie(QStringLiteral("b.mp4"))
+    const QString bad = program.movie(QStringLiteral("waiting.mp4"))
                             .probeSteps({"touch started", "wait-file go", "report video=h264"})
                             .write();
     whileProbing(program, [&] {

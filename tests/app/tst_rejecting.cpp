@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QTest>
 
+#include <set>
+
 namespace {
 
 QString endedAt(const QString& name, int notLookedAt) {
@@ -95,7 +97,8 @@ void TestRejecting::rejectedAsTheFirstOfAll() {
     QVERIFY(areInStep(program.files()));
     QCOMPARE(program.files().progressObjects.size(), size_t{1});
     QCOMPARE(program.state().itemId, qint64{1});
-    QCOMPARE(program.starts().size(), 2);
+    // The next one may have been examined already, and nothing of that goes on.
+    QTRY_COMPARE(program.app().processes().liveCount(), 0);
     QCOMPARE(program.widget<QLabel>("fileList")->text(),
              QString(text("IDS_TXT_FILELIST") + QStringLiteral("  (0)")));
     QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
@@ -247,7 +250,9 @@ void TestRejecting::removableVolumeRefused() {
     QVERIFY(areInStep(program.files()));
     QCOMPARE(program.starts().size(), 4);
     // It was asked about the folder, not about the movie.
-    QCOMPARE(program.volumes.asked, (QList<QString>{program.movies(), program.movies(), card}));
+    const QList<QString> asked = program.volumes.asked();
+    QCOMPARE(std::set<QString>(asked.begin(), asked.end()),
+             (std::set<QString>{program.movies(), card}));
 }
 
 void TestRejecting::removableVolumeTaken() {

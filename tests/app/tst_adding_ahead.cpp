@@ -1,0 +1,173 @@
+#include "TestProgram.h"
+#include "app/AddChecks.h"
+#include "app/ControllerFixture.h"
+#include "app/PanelDriver.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+namespace {
+
+/// A movie that says when it is looked at and stays until it is let go.
+QString waitingMovie(const ControllerFixture& program, const QString& name) {
+    const QByteArray seen = "touch " + name.toUtf8() + ".seen";
+    const QByteArray go = "wait-file " + name.toUtf8() + ".go";
+    return program.movie(name)
+        .probeSteps({seen.constData(), go.constData(), "report size=1280x720"})
+        .write();
+}
+
+bool isSeen(const QString& movie) {
+    return QFile::exists(movie + QStringLiteral(".seen"));
+}
+
+void letGo(const QString& movie) {
+    QFile file(movie + QStringLiteral(".go"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+}
+
+qsizetype starts(const ControllerFixture& program, const QString& movie) {
+    qsizetype found = 0;
+    for (const EncoderStart& each : program.starts())
+        found += each.arguments.contains(movie) ? 1 : 0;
+    return found;
+}
+
+QStringList names(ControllerFixture& program) {
+    QStringList found;
+    for (int row = 0; row < program.files().rowCount(); ++row)
+        found += program.files().recordAt(row)->text(key::name);
+    return found;
+}
+
+const QString a = QStringLiteral("a.mp4");
+const QString b = QStringLiteral("b.mp4");
+const QString c = QStringLiteral("c.mp4");
+
+} // namespace
+
+/// The next movies are examined while one is being added, and nothing else is different.
+class TestAddingAhead final : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void theNextOneIsExaminedMeanwhile();
+    void aFileThatHasChangedIsExaminedAgain();
+    void nothingGoesOnAfterAnEarlyEnd();
+    void theQuestionComesFirst();
+    void theQuestionWasAnsweredForAll();
+    void aDeadShareHoldsNoOtherMovieUp();
+};
+
+void TestAddingAhead::initTestCase() {
+    if (QThread::idealThreadCount() < 2)
+        QSKIP("one processor: nothing is examined beside the movie at hand");
+}
+
+void TestAddingAhead::theNextOneIsExaminedMeanwhile() {
+    ControllerFixture program;
+    const QString first = waitingMovie(program, a);
+    const QString second = waitingMovie(program, b);
+    once([&] { return isSeen(first) && isSeen(second); },
+         [&] {
+             QCOMPARE(program.files().rowCount(), 1);
+             QCOMPARE(program.state().itemId, qint64{1});
+             // The later one is ready first, and comes second all the same.
+             letGo(second);
+         });
+    once([&] { return starts(program, second) == 2 && program.app().processes().liveCount() < 2; },
+         [&] { letGo(first); });
+    program.add({first, second});
+    QCOMPARE(names(program), (QStringList{a, b}));
+    QCOMPARE(program.files().idList, (std::vector<int>{1, 2}));
+    QCOMPARE(starts(program, first), 2);
+    QCOMPARE(starts(program, second), 2);
+    QVERIFY(areInStep(program.files()));
+}
+
+void TestAddingAhead::aFileThatHasChangedIsExaminedAgain() {
+    ControllerFixture program;
+    program.state().probe.duration = QStringLiteral("00:00:01.00"); // one look is enough
+    const QString first = waitingMovie(program, a);
+    const QString second =
+        program.movie(b).probeSteps({"touch b.mp4.seen", "report size=1280x720"}).write();
+    once([&] { return isSeen(second) && program.app().processes().liveCount() == 1; },
+         [&] {
+             program.movie(b).probeSteps({"report size=1920x1080"}).write();
+             letGo(first);
+         });
+    program.add({first, second});
+    QCOMPARE(program.files().recordAt(1)->text(key::resolution), QStringLiteral("1920x1080"));
+    QCOMPARE(starts(program, second), 2);
+}
+
+void TestAddingAhead::nothingGoesOnAfterAnEarlyEnd() {
+    ControllerFixture program;
+    const QString bad =
+        program.movie(a).probeSteps({"wait-file a.mp4.go", "report video=h264"}).write();
+    const QString next = waitingMovie(program, b);
+    once([&] { return isSeen(next); }, [&] { letGo(bad); });
+    program.add({bad, next, waitingMovie(program, c)});
+    QCOMPARE(program.files().rowCount(), 0);
+    QTRY_COMPARE(program.app().processes().liveCount(), 0);
+    QCOMPARE(program.state().itemId, qint64{1});
+    // Added again it is examined afresh.
+    letGo(next);
+    program.add({next});
+    QCOMPARE(names(program), QStringList{b});
+}
+
+void TestAddingAhead::theQuestionComesFirst() {
+    ControllerFixture program;
+    const QString card = program.path(QStringLiteral("card"));
+    QVERIFY(QDir().mkpath(card));
+    program.volumes.table[card].removable = true;
+    const QString first = waitingMovie(program, a);
+    const QString onCard = ScriptedMovie(card, b).write();
+    const QString behind = program.movie(c).write();
+    // The thread that looks ahead has been there.
+    once([&] { return isSeen(first) && program.volumes.asked().contains(card); },
+         [&] { letGo(first); });
+    program.boxes.promise(1001, false, [&] {
+        QCOMPARE(starts(program, onCard), 0);
+        QCOMPARE(starts(program, behind), 0);
+    });
+    program.add({first, onCard, behind});
+    QVERIFY(program.boxes.allKept());
+    QCOMPARE(names(program), (QStringList{a, b, c}));
+}
+
+void TestAddingAhead::theQuestionWasAnsweredForAll() {
+    ControllerFixture program;
+    program.volumes.table[program.movies()].removable = true;
+    const QString first = waitingMovie(program, a);
+    const QString second = waitingMovie(program, b);
+    program.boxes.promise(1001, true);
+    once([&] { return isSeen(first) && isSeen(second); },
+         [&] {
+             letGo(second);
+             letGo(first);
+         });
+    program.add({first, second});
+    QVERIFY(program.boxes.allKept());
+    QCOMPARE(names(program), (QStringList{a, b}));
+}
+
+void TestAddingAhead::aDeadShareHoldsNoOtherMovieUp() {
+    ControllerFixture program;
+    const QString share = program.path(QStringLiteral("share"));
+    QVERIFY(QDir().mkpath(share));
+    const QString first = program.movie(a).write();
+    const QString onShare = ScriptedMovie(share, b).write();
+    program.volumes.hold(share);
+    once([&] { return names(program) == (QStringList{a}) && program.state().itemId == 2; },
+         [&] { program.volumes.release(); });
+    program.add({first, onShare});
+    QCOMPARE(names(program), (QStringList{a, b}));
+}
+
+REELSHIFT_TEST(tst_adding_ahead, TestAddingAhead, QApplication)
+#include "tst_adding_ahead.moc"

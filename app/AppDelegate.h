@@ -80,6 +80,8 @@ public:
     bool applicationShouldTerminateAfterLastWindowClosed();
     /// Closes the program, whatever is open: the clean-up, then the end of the main loop.
     void terminate();
+    /// Says something in the quiet line, until the next action.
+    void tell(const QString& text) { showQuietLine(text); }
     /// Writes the two folders down.
     void rememberFolders();
     /// To be called after the main loop has returned: releases the threads and ends the encoders.
@@ -90,7 +92,7 @@ public:
     void addData();
     /// The movies of a confirmed panel.
     void addPicked(const QStringList& paths);
-    /// Movies that another program dropped on the table.
+    /// Movies that another program dropped on the table, or that were opened.
     void addDropped(const QStringList& paths);
     void remove();
     void convert();

@@ -1,12 +1,19 @@
 #include "app/AppDelegate.h"
+#include "app/OpenedMovies.h"
 #include "app/Version.h"
+#include "app/WindowToFront.h"
 #include "convert/NoteFile.h"
+#include "opening/Beginning.h"
+#include "opening/BusApplication.h"
+#include "opening/HandOver.h"
+#include "opening/NoDisplay.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/QuitSignals.h"
 #include "platform/StandardStreams.h"
 #include "platform/desktop/FileManager.h"
 #include "platform/desktop/LauncherProgress.h"
 #include "platform/desktop/Notifications.h"
+#include "platform/desktop/ProgramId.h"
 #include "platform/desktop/SleepInhibitor.h"
 #include "platform/desktop/VolumeInfo.h"
 #include "resources/ApplicationIcon.h"
@@ -15,13 +22,20 @@
 #include <QApplication>
 #include <QLocale>
 #include <QSessionManager>
+#include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <optional>
+
+using namespace std::chrono_literals;
 
 namespace {
+
+// A message bus that has started the program says at once what for.
+constexpr auto longestIdleService = 10s;
 
 bool isWindowOpen() {
     return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
@@ -30,19 +44,61 @@ bool isWindowOpen() {
     });
 }
 
+/// What comes over the message bus.
+void connectOpening(BusApplication& bus, AppDelegate& controller, OpenedMovies& opened) {
+    bus.setReadiness([&controller] { return !controller.mainThread().isClosing(); });
+    QObject::connect(QApplication::instance(), &QCoreApplication::aboutToQuit, &bus,
+                     &BusApplication::release);
+    QObject::connect(
+        &bus, &BusApplication::activated, &controller,
+        [&controller](const StartupTokens& tokens) { bringToFront(controller.window(), tokens); });
+    QObject::connect(
+        &bus, &BusApplication::opened, &controller,
+        [&controller, &opened](const QStringList& addresses, const StartupTokens& tokens) {
+            bringToFront(controller.window(), tokens);
+            opened.open(addresses);
+        });
+    // As its close button does, where there is a window.
+    QObject::connect(&bus, &BusApplication::quitAsked, &controller, [&controller] {
+        if (controller.window().isVisible())
+            controller.window().close();
+        else
+            controller.terminate();
+    });
+}
+
+void endWhereNothingIsAsked(AppDelegate& controller) {
+    QTimer::singleShot(longestIdleService, &controller, [&controller] {
+        if (!isWindowOpen())
+            controller.terminate();
+    });
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     openStandardStreams();
+    const Beginning beginning = Beginning::of(argc, argv, QStringLiteral(REELSHIFT_VERSION));
+    if (beginning.status)
+        return *beginning.status;
+    std::optional<NoDisplay> noDisplay(beginning.noDisplay);
     QApplication application(argc, argv);
+    noDisplay.reset();
     QApplication::setApplicationName(appName);
     QApplication::setApplicationDisplayName(QString());
     // Windows that stand alone have it, too.
     QApplication::setWindowIcon(applicationIcon());
-    QApplication::setDesktopFileName(QStringLiteral("reelshift"));
+    QApplication::setDesktopFileName(programId);
     QApplication::setApplicationVersion(QStringLiteral(REELSHIFT_VERSION));
     // The controller quits when the last window has closed, after its clean-up.
     QApplication::setQuitOnLastWindowClosed(false);
+
+    const bool isService = beginning.line.wish == CommandLine::Wish::Service;
+    BusApplication bus;
+    // Of two that are started at once, the later one.
+    if (bus.claim() == BusApplication::Claim::Anothers && !beginning.isRefused &&
+        (isService || handOver(bus.bus(), beginning.line.addresses) == HandOver::Taken))
+        return EXIT_SUCCESS;
 
     const QString resourceFolder =
         QApplication::applicationDirPath() + QStringLiteral("/../share/reelshift");
@@ -82,9 +138,15 @@ int main(int argc, char* argv[]) {
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &controller,
                      &AppDelegate::rememberFolders, Qt::DirectConnection);
 
+    OpenedMovies opened(controller);
+    connectOpening(bus, controller, opened);
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();
-    controller.window().show();
+    if (isService)
+        endWhereNothingIsAsked(controller);
+    else
+        controller.window().show();
+    opened.open(beginning.line.addresses);
     const int status = QApplication::exec();
     if (!controller.finish())
         std::_Exit(status); // a thread hangs in the kernel: nothing may be taken from under it

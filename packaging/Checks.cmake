@@ -7,7 +7,7 @@ function(reelshift_check name file)
     set_tests_properties(${name} PROPERTIES TIMEOUT 60 SKIP_RETURN_CODE 77)
 endfunction()
 
-reelshift_check(package_desktop_entry "${PROJECT_SOURCE_DIR}/resources/reelshift.desktop"
+reelshift_check(package_desktop_entry "${PROJECT_SOURCE_DIR}/resources/example.quorvex.reelshift.desktop"
     desktop-file-validate)
 reelshift_check(package_metainfo "${made}/example.quorvex.reelshift.metainfo.xml"
     appstreamcli validate --no-net --pedantic --explain)

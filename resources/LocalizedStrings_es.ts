@@ -200,6 +200,46 @@ Se han descartado los archivos de otro tipo y los dañados.</translation>
         <source>Movies after it that were not looked at: %1</source>
         <translation>Películas siguientes sin examinar: %1</translation>
     </message>
+    <message id="IDS_TXT_OPENED_LATER">
+        <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
+        <source>Movies that will be added after the conversion: %1</source>
+        <translation>Películas que se añadirán después de la conversión: %1</translation>
+    </message>
+    <message id="IDS_CMD_USAGE">
+        <extracomment>On a terminal, like all IDS_CMD_ texts. %1 is the program's name and what can follow it.</extracomment>
+        <source>Usage: %1</source>
+        <translation>Uso: %1</translation>
+    </message>
+    <message id="IDS_CMD_MOVIE">
+        <extracomment>What MOVIE stands for. file: is not translated.</extracomment>
+        <source>A movie to be added to the list: a file or a file: address</source>
+        <translation>Película que se añade a la lista: un archivo o una dirección file:</translation>
+    </message>
+    <message id="IDS_CMD_HELP">
+        <extracomment>What --help does.</extracomment>
+        <source>Shows this help</source>
+        <translation>Muestra esta ayuda</translation>
+    </message>
+    <message id="IDS_CMD_VERSION">
+        <extracomment>What --version does.</extracomment>
+        <source>Shows the version</source>
+        <translation>Muestra la versión</translation>
+    </message>
+    <message id="IDS_CMD_UNKNOWN_OPTION">
+        <extracomment>%1 is what was typed, like --hlep.</extracomment>
+        <source>Unknown option: %1</source>
+        <translation>Opción desconocida: %1</translation>
+    </message>
+    <message id="IDS_CMD_SEE_HELP">
+        <extracomment>%1 is what is to be typed.</extracomment>
+        <source>“%1” shows what is possible.</source>
+        <translation>«%1» muestra lo que es posible.</translation>
+    </message>
+    <message id="IDS_CMD_NO_DISPLAY">
+        <extracomment>X11 and Wayland are names.</extracomment>
+        <source>No window can be opened: neither an X11 nor a Wayland display can be reached.</source>
+        <translation>No se puede abrir ninguna ventana: no se puede acceder a ninguna pantalla X11 ni Wayland.</translation>
+    </message>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>

@@ -200,6 +200,46 @@ Files of another kind, and damaged ones, were left out.</source>
         <source>Movies after it that were not looked at: %1</source>
         <translation>其后未检查的视频：%1</translation>
     </message>
+    <message id="IDS_TXT_OPENED_LATER">
+        <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
+        <source>Movies that will be added after the conversion: %1</source>
+        <translation>转换结束后将添加的视频：%1</translation>
+    </message>
+    <message id="IDS_CMD_USAGE">
+        <extracomment>On a terminal, like all IDS_CMD_ texts. %1 is the program's name and what can follow it.</extracomment>
+        <source>Usage: %1</source>
+        <translation>用法：%1</translation>
+    </message>
+    <message id="IDS_CMD_MOVIE">
+        <extracomment>What MOVIE stands for. file: is not translated.</extracomment>
+        <source>A movie to be added to the list: a file or a file: address</source>
+        <translation>要添加到列表的视频：文件或 file: 地址</translation>
+    </message>
+    <message id="IDS_CMD_HELP">
+        <extracomment>What --help does.</extracomment>
+        <source>Shows this help</source>
+        <translation>显示此帮助</translation>
+    </message>
+    <message id="IDS_CMD_VERSION">
+        <extracomment>What --version does.</extracomment>
+        <source>Shows the version</source>
+        <translation>显示版本</translation>
+    </message>
+    <message id="IDS_CMD_UNKNOWN_OPTION">
+        <extracomment>%1 is what was typed, like --hlep.</extracomment>
+        <source>Unknown option: %1</source>
+        <translation>未知选项：%1</translation>
+    </message>
+    <message id="IDS_CMD_SEE_HELP">
+        <extracomment>%1 is what is to be typed.</extracomment>
+        <source>“%1” shows what is possible.</source>
+        <translation>“%1”会显示可用的内容。</translation>
+    </message>
+    <message id="IDS_CMD_NO_DISPLAY">
+        <extracomment>X11 and Wayland are names.</extracomment>
+        <source>No window can be opened: neither an X11 nor a Wayland display can be reached.</source>
+        <translation>无法打开窗口：无法连接到 X11 或 Wayland 显示。</translation>
+    </message>
     <message id="IDS_TXT_SDCARD_DELAY">
         <extracomment>First line; IDS_TXT_CONTINUE follows. Buttons: Cancel, OK.</extracomment>
         <source>This movie is on a memory card or another removable disk. Converting it from there can take longer.</source>

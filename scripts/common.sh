@@ -3,8 +3,8 @@
 # program is built. To be sourced by bash from the top folder of the repository.
 
 # What the build takes.
-BUILD_PACKAGES=(cmake ninja-build g++ libcurl4-openssl-dev qt6-base-dev qt6-tools-dev
-    qt6-l10n-tools)
+BUILD_PACKAGES=(cmake ninja-build g++ libcurl4-openssl-dev libxcb1-dev qt6-base-dev
+    qt6-tools-dev qt6-l10n-tools)
 # What the program takes to work: the authorities that vouch for secure servers, the encoder, the plugin
 # for Wayland (the one for X11 comes with Qt's own library), a font, Qt's own texts in other languages.
 PROGRAM_PACKAGES=(

@@ -11,8 +11,25 @@ QuietLine::QuietLine(QWidget* parent) : QLabel(parent) {
 
 void QuietLine::show(const QString& text) {
     line_ = text.simplified();
-    setAccessibleName(line_);
-    setVisible(!line_.isEmpty());
+    showAll();
+}
+
+void QuietLine::showBehind(Behind place, const QString& text) {
+    behind_[static_cast<size_t>(place)] = text.simplified();
+    showAll();
+}
+
+void QuietLine::showAll() {
+    QStringList parts{line_};
+    for (const QString& each : behind_)
+        parts += each;
+    parts.removeAll(QString());
+    const QString whole = parts.join(QStringLiteral("  ·  "));
+    if (whole_ == whole)
+        return;
+    whole_ = whole;
+    setAccessibleName(whole_);
+    setVisible(!whole_.isEmpty());
     cut();
 }
 
@@ -28,8 +45,8 @@ void QuietLine::changeEvent(QEvent* event) {
 }
 
 void QuietLine::cut() {
-    const QString shown = fontMetrics().elidedText(line_, Qt::ElideMiddle, contentsRect().width());
-    setToolTip(shown == line_ ? QString() : line_.toHtmlEscaped());
+    const QString shown = fontMetrics().elidedText(whole_, Qt::ElideMiddle, contentsRect().width());
+    setToolTip(shown == whole_ ? QString() : whole_.toHtmlEscaped());
     if (text() != shown)
         setText(shown);
 }

@@ -1,5 +1,7 @@
 #include "platform/desktop/LauncherProgress.h"
 
+#include "platform/desktop/ProgramId.h"
+
 #include <QThread>
 
 #include <algorithm>
@@ -43,7 +45,7 @@ void DesktopLauncherProgress::send(double share, bool visible) {
     QDBusMessage message = QDBusMessage::createSignal(
         QStringLiteral("/com/canonical/unity/launcherentry/reelshift"),
         QStringLiteral("com.canonical.Unity.LauncherEntry"), QStringLiteral("Update"));
-    message << QStringLiteral("application://reelshift.desktop")
+    message << QString(u"application://" + programId + u".desktop")
             << QVariantMap{{QStringLiteral("progress"), std::clamp(share, 0.0, 1.0)},
                            {QStringLiteral("progress-visible"), visible}};
     bus_->send(message);

@@ -70,3 +70,7 @@ QDBusPendingCall MessageBus::callLater(const QDBusMessage& message,
 void MessageBus::send(const QDBusMessage& message) {
     connection_.send(message);
 }
+
+bool MessageBus::offer(const QString& path, QObject* object) {
+    return connection_.registerObject(path, object, QDBusConnection::ExportScriptableSlots);
+}

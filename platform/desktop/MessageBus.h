@@ -35,6 +35,8 @@ public:
                                              std::chrono::milliseconds limit);
     /// A signal, or a call whose answer nobody waits for.
     void send(const QDBusMessage& message);
+    /// Others may call the object's scriptable slots from now on, for as long as it lives.
+    [[nodiscard]] bool offer(const QString& path, QObject* object);
 
 private:
     QString name_;

@@ -1,6 +1,7 @@
 #include "platform/desktop/Notifications.h"
 
 #include "platform/desktop/DesktopLog.h"
+#include "platform/desktop/ProgramId.h"
 
 #include <QCoreApplication>
 #include <QDBusPendingCallWatcher>
@@ -22,7 +23,7 @@ QDBusMessage notifyCall(const QString& summary, const QString& body) {
     // The body may hold markup.
     message << QCoreApplication::applicationName() << 0U << program << summary
             << body.toHtmlEscaped() << QStringList()
-            << QVariantMap{{QStringLiteral("desktop-entry"), program}} << lifetimeOfTheDesktop;
+            << QVariantMap{{QStringLiteral("desktop-entry"), programId}} << lifetimeOfTheDesktop;
     return message;
 }
 

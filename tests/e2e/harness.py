@@ -30,8 +30,8 @@ class ProgramTest(unittest.TestCase):
         self.log = os.path.join(self.home, "program.log")
         self.app = self.start()
 
-    def start(self):
-        app = window.Application(self.program, self.home, self.log)
+    def start(self, *arguments):
+        app = window.Application(self.program, self.home, self.log, *arguments)
         self.addCleanup(app.__exit__)
         self.addCleanup(self._keep_evidence, app)
         app.window()

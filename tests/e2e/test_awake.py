@@ -5,7 +5,7 @@ with its locks, the portal, the notifications and a dock that listens."""
 import os
 import subprocess
 import sys
-import unittest
+import unittest.mock
 
 try:
     import dbus
@@ -106,7 +106,8 @@ class Awake(ProgramTest):
                                       "the session to be asked")
         self.assertEqual([12], [int(arguments[1]) for arguments in inhibitions])
         # The user looks at something else: another window of the kind.
-        other = self.start()
+        with unittest.mock.patch.dict(os.environ, DISPLAY="unix" + os.environ["DISPLAY"]):
+            other = self.start()  # called so, the display is that of another session
         window.wait_for(lambda: window.has_state(other.window(), window.Atspi.StateType.ACTIVE),
                         "the other window to be active")
         self.app.box(limit=60)

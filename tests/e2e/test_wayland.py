@@ -114,7 +114,7 @@ class OneWindow(WaylandTest):
         surface = self.main_surface()
         self.assertEqual("xdg_shell", surface["shell"])
         # The name of the desktop entry, by which its icon is found.
-        self.assertEqual("reelshift", surface["app_id"])
+        self.assertEqual("example.quorvex.reelshift", surface["app_id"])
         self.assertEqual(0, self.app.row_count())
         self.picture("empty")
         self.close_by_the_compositor()

@@ -261,7 +261,7 @@ class FilePanel(Dialog):
 class Application:
     """The running program; a context manager that leaves nothing behind."""
 
-    def __init__(self, program, home, log):
+    def __init__(self, program, home, log, *arguments):
         self.program = os.path.abspath(program)
         self.home = home
         environment = dict(os.environ, HOME=home, LC_ALL="C.UTF-8", LANGUAGE=texts.language,
@@ -270,7 +270,7 @@ class Application:
         environment.pop("NO_AT_BRIDGE", None)
         os.makedirs(os.path.join(home, "Documents"), exist_ok=True)
         with open(log, "ab") as file:
-            self.process = subprocess.Popen([self.program], cwd=home, env=environment,
+            self.process = subprocess.Popen([self.program, *arguments], cwd=home, env=environment,
                                             stdin=subprocess.DEVNULL, stdout=file, stderr=file,
                                             preexec_fn=die_with_parent)
 

@@ -338,7 +338,7 @@ void TestLanguages::menuEntry_data() {
 
 void TestLanguages::menuEntry() {
     QFETCH(QString, language);
-    QFile file(QStringLiteral(REELSHIFT_SOURCE_DIR "/resources/reelshift.desktop"));
+    QFile file(QStringLiteral(REELSHIFT_SOURCE_DIR "/resources/example.quorvex.reelshift.desktop"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     const QString tag =

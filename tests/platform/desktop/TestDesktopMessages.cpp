@@ -125,8 +125,8 @@ void TestDesktopMessages::notificationIsShown() {
     QCOMPARE(note.replaces, 0U);
     QVERIFY(note.actions.isEmpty());
     QCOMPARE(note.timeout, -1);
-    QCOMPARE(note.hints,
-             (QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("reelshift")}}));
+    QCOMPARE(note.hints, (QVariantMap{{QStringLiteral("desktop-entry"),
+                                       QStringLiteral("example.quorvex.reelshift")}}));
     QTRY_VERIFY(notifications.children().isEmpty());
 }
 
@@ -165,7 +165,8 @@ void TestDesktopMessages::barIsShownAndHidden() {
     launcher.hide(); // nothing to hide, nothing is said
     launcher.show(0.25);
     QTRY_COMPARE(updates_.size(), 1);
-    QCOMPARE(applications_.constFirst(), QStringLiteral("application://reelshift.desktop"));
+    QCOMPARE(applications_.constFirst(),
+             QStringLiteral("application://example.quorvex.reelshift.desktop"));
     QCOMPARE(updates_.constFirst(), (QVariantMap{{QStringLiteral("progress"), 0.25},
                                                  {QStringLiteral("progress-visible"), true}}));
     launcher.hide();

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+class AppDelegate;
+
+/// The movies that the command line, the desktop or a second start opens: added like dropped ones
+/// as soon as nothing else is going on, and after a run, which a quiet line tells meanwhile. Main
+/// thread; owned by whoever owns the controller, which lives longer.
+class OpenedMovies final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit OpenedMovies(AppDelegate& controller, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(OpenedMovies)
+
+    /// `file:` addresses; those of other kinds are named in the quiet line. Returns at once.
+    void open(const QStringList& addresses);
+    /// Paths that were not added yet.
+    [[nodiscard]] const QStringList& waiting() const { return waiting_; }
+
+private:
+    void addWaiting();
+    void tellWaiting();
+
+    AppDelegate& controller_;
+    QStringList waiting_;
+    QTimer timer_;
+    bool isTold_ = false; ///< of those that wait for the end of the run
+};

@@ -1,6 +1,5 @@
 #include "app/AppDelegate.h"
 
-#include "filelist/FileCount.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FileManager.h"
 #include "table/FileTableView.h"
@@ -53,9 +52,10 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
       gate_(mainThread_),
       editing_(files_, state_),
       model_(files_, state_, editing_, gate_),
-      dialogs_(state_, *this),
+      window_(surroundings.fileManager),
+      dialogs_(state_, window_),
       announcements_(model_, window_.announcer()),
-      engine_({mainThread_, processes_, workers_}, files_, state_, *this, dialogs_, profiles_,
+      engine_({mainThread_, processes_, workers_}, files_, state_, window_, dialogs_, profiles_,
               surroundings.resourceFolder + QStringLiteral("/ffmpeg"), surroundings.stateFolder),
       companion_(engine_.watch(), window_, surroundings.desktop),
       probeRunner_(processes_, surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
@@ -68,13 +68,11 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
                  {examiner_, workers_, surroundings.volumes},
                  profiles_,
                  resolutions_,
-                 *this,
-                 dialogs_,
-                 [this] { return closeAsked_; }}),
-      removeFiles_(files_, state_, engine_.pauseAndStop(), *this),
-      rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), *this, dialogs_),
-      rowDrag_(
-          {files_, state_, gate_, *this, [this](const QStringList& paths) { addDropped(paths); }}),
+                 window_,
+                 dialogs_}),
+      removeFiles_(files_, state_, engine_.pauseAndStop(), window_),
+      rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), window_, dialogs_),
+      rowDrag_({files_, state_, gate_, window_, addFiles_}),
       outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
       update_(surroundings.update),
       interruptedRuns_(mainThread_, workers_, gate_, window_) {
@@ -82,6 +80,7 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
     window_.form().comboBox->addItems(files_.comboBoxItems);
     window_.form().comboBox->setCurrentIndex(0);
     window_.form().theTableNew->setFileModel(&model_);
+    files_.setObserver(&model_);
     window_.setCloseHandler([this] { return closeWindow(); });
     QCoreApplication::instance()->installEventFilter(this);
     connectControls();
@@ -105,7 +104,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     window_.fitToScreen();
     window_.setWindowTitle(appName + u' ' + surroundings_.version);
     state_.fileListStr = getLocalString("IDS_TXT_FILELIST");
-    showFileCount(fileCountText(state_, state_.count));
+    window_.showFileCount(state_, state_.count);
 }
 
 bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
@@ -190,14 +189,17 @@ bool AppDelegate::closeWindow() {
         return true;
     }
     const bool isPutOff = mainThread_.isWaiting() && !QApplication::activeModalWidget();
-    if (isPutOff && !closeAsked_)
+    if (isPutOff && !window_.isCloseAsked())
         QTimer::singleShot(longestPutOffClose, this, [this] {
-            if (closeAsked_ && mainThread_.isWaiting())
+            if (window_.isCloseAsked() && mainThread_.isWaiting())
                 closeAtOnce();
         });
-    closeAsked_ = isPutOff;
+    if (isPutOff)
+        window_.askForClose();
+    else
+        window_.forgetClose();
     gate_.pass([this] {
-        closeAsked_ = false;
+        window_.forgetClose();
         window_.close();
     });
     return false;
@@ -226,14 +228,11 @@ void AppDelegate::addData() {
         addFiles_.close();
 }
 
-// A closing that was asked for before, and that a box has swallowed, must not end this add.
 void AppDelegate::addPicked(const QStringList& paths) {
-    closeAsked_ = false;
     addFiles_.addPicked(paths);
 }
 
 void AppDelegate::addDropped(const QStringList& paths) {
-    closeAsked_ = false;
     addFiles_.addDropped(paths);
 }
 
@@ -251,12 +250,12 @@ void AppDelegate::stop() {
 }
 
 void AppDelegate::selectFolder() {
-    if (const auto folder = outputFolder_.selectFolder(outputFolderText(), &window_))
+    if (const auto folder = outputFolder_.selectFolder(window_.outputFolderText(), &window_))
         setOutputFolder(*folder);
 }
 
 void AppDelegate::openFolder() {
-    outputFolder_.openFolder(outputFolderText(), &window_);
+    outputFolder_.openFolder(window_.outputFolderText(), &window_);
 }
 
 void AppDelegate::selectAll() {

@@ -6,7 +6,6 @@
 #include "app/PersistedFolders.h"
 #include "app/RunCompanion.h"
 #include "convert/ConversionEngine.h"
-#include "convert/RunWindow.h"
 #include "filelist/AddFiles.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
@@ -39,7 +38,7 @@ inline const QString appName = QStringLiteral("Quorvex Reelshift");
 /// The controller: owns the main window, the list with all that stands beside it, and the engine,
 /// and takes each action of the window to the class that carries it out. Main thread; owned by
 /// main().
-class AppDelegate final : public QObject, private RunWindow {
+class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
@@ -81,7 +80,7 @@ public:
     /// Closes the program, whatever is open: the clean-up, then the end of the main loop.
     void terminate();
     /// Says something in the quiet line, until the next action.
-    void tell(const QString& text) { showQuietLine(text); }
+    void tell(const QString& text) { window_.showQuietLine(text); }
     /// Writes the two folders down.
     void rememberFolders();
     /// To be called after the main loop has returned: releases the threads and ends the encoders.
@@ -103,7 +102,6 @@ public:
     void rowButton(int row);
     void comboBoxSelectionDidChange(int item);
 
-    void checkHeaderBtnStatus() override;
     /// Whether the server's version is to be taken as newer; see VersionComparison.h.
     [[nodiscard]] static bool isUpdateAvailable(const QString& local, const QString& server);
 
@@ -122,27 +120,11 @@ private:
     void endWork();
     [[nodiscard]] QString rememberedFolder(const QString& fileName);
 
-    // RunWindow
-    [[nodiscard]] QWidget* boxParent() override;
-    [[nodiscard]] QString outputFolderText() const override;
-    [[nodiscard]] bool isOpenFolderChecked() const override;
-    void setRunControlsEnabled(bool enabled) override;
-    void setRemoveEnabled(bool enabled) override;
-    void setSelectAllChecked(bool checked) override;
-    void uncheckOpenFolder() override;
-    void showFileCount(const QString& text) override;
-    void showQuietLine(const QString& text) override;
-    void showFolder(const QString& path) override;
-    void reloadTable() override;
-    void rowChanged(int row) override;
-    void removeRows(const std::vector<int>& rows, const std::function<void()>& removal) override;
-
     const Surroundings surroundings_;
     QString _outputFolderPath;
     QString _addFilePath;
     bool cleanedUp_ = false;
     bool terminated_ = false;
-    bool closeAsked_ = false;
 
     const ProfileCatalogue profiles_;
     const ResolutionCatalogue resolutions_;

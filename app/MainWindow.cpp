@@ -25,8 +25,11 @@ std::unique_ptr<Ui::MainWindow> setUpForm(QMainWindow* window) {
 
 } // namespace
 
-MainWindow::MainWindow()
-    : form_(setUpForm(this)), keys_(this, *form_), announcer_(new Announcer(this)) {
+MainWindow::MainWindow(FileManager& fileManager)
+    : form_(setUpForm(this)),
+      keys_(this, *form_),
+      announcer_(new Announcer(this)),
+      fileManager_(fileManager) {
     form_->notKeptAwake->hide();
     setWindowIcon(applicationIcon());
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::becomeActive,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/WindowKeys.h"
+#include "convert/RunWindow.h"
 
 #include <QMainWindow>
 
@@ -8,18 +9,19 @@
 #include <memory>
 
 class Announcer;
+class FileManager;
 
 namespace Ui {
 class MainWindow;
 }
 
-/// The main window: its form and its texts, and nothing of what its controls do. Main thread;
-/// owned by the controller.
-class MainWindow final : public QMainWindow {
+/// The main window: its form, its texts and what the work on the list and a run ask of it, and
+/// nothing of what its controls do. Main thread; owned by the controller.
+class MainWindow final : public QMainWindow, public RunWindow {
     Q_OBJECT
 
 public:
-    MainWindow();
+    explicit MainWindow(FileManager& fileManager);
     ~MainWindow() override;
     Q_DISABLE_COPY_MOVE(MainWindow)
 
@@ -32,6 +34,23 @@ public:
     void fitToScreen();
     /// Asked when the user closes the window; the window stays open unless it answers true.
     void setCloseHandler(std::function<bool()> handler) { closeHandler_ = std::move(handler); }
+
+    /// The user wants to close the window, which has to wait.
+    void askForClose() { closeAsked_ = true; }
+
+    // RunWindow
+    [[nodiscard]] QWidget* boxParent() override { return this; }
+    [[nodiscard]] bool isCloseAsked() const override { return closeAsked_; }
+    void forgetClose() override { closeAsked_ = false; }
+    [[nodiscard]] QString outputFolderText() const override;
+    [[nodiscard]] bool isOpenFolderChecked() const override;
+    void setRunControlsEnabled(bool enabled) override;
+    void setRemoveEnabled(bool enabled) override;
+    void setSelectAllChecked(bool checked) override;
+    void uncheckOpenFolder() override;
+    void showCaption(const QString& text) override;
+    void showQuietLine(const QString& text) override;
+    void showFolder(const QString& path) override;
 
 protected:
     bool event(QEvent* event) override;
@@ -47,5 +66,7 @@ private:
     const std::unique_ptr<Ui::MainWindow> form_;
     const WindowKeys keys_;
     Announcer* const announcer_;
+    FileManager& fileManager_;
     std::function<bool()> closeHandler_;
+    bool closeAsked_ = false;
 };

@@ -2,7 +2,6 @@
 
 #include "convert/RowStates.h"
 #include "convert/RunWatch.h"
-#include "convert/RunWindow.h"
 #include "filelist/FileList.h"
 #include "filelist/ProgressObject.h"
 
@@ -41,13 +40,13 @@ EncoderRunPtr ConversionContext::unsettledRunOfRecord(int recordId) const {
 
 void ConversionContext::rowChanged(const EncoderRun& run) const {
     if (const auto row = rowOf(run))
-        window.rowChanged(*row);
+        files.rowChanged(*row);
 }
 
-bool ConversionContext::alignWithRecords() {
+void ConversionContext::alignWithRecords() {
     const std::unordered_map<int, int> recordIds = files.alignWithRecords();
     if (recordIds.empty())
-        return false;
+        return;
     const auto align = [&](int& id) {
         if (const auto found = recordIds.find(id); found != recordIds.end())
             id = found->second;
@@ -58,8 +57,7 @@ bool ConversionContext::alignWithRecords() {
         align(run->jobId);
     watch.idsChanged(recordIds);
     alignProgress(*this);
-    window.reloadTable();
-    return true;
+    files.reload();
 }
 
 void ConversionContext::showWaiting(EncoderRun& run) const {

@@ -62,8 +62,7 @@ struct ConversionContext final {
     void rowChanged(const EncoderRun& run) const;
     /// After rows were dragged: brings the lists beside the records in order, and the run in line
     /// with them, so that each movie is still converted once. To be called before rows are removed.
-    /// False where they are in order already.
-    bool alignWithRecords();
+    void alignWithRecords();
     /// Puts a job's row back to waiting.
     void showWaiting(EncoderRun& run) const;
 };

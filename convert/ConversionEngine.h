@@ -26,8 +26,6 @@ public:
 
     [[nodiscard]] const ConversionContext& context() const { return context_; }
 
-    /// See ConversionContext.
-    bool alignWithRecords() { return context_.alignWithRecords(); }
     void setPatience(EncoderPatience patience) { context_.patience = patience; }
 
     ConversionQueue& queue() { return queue_; }

@@ -108,12 +108,12 @@ void ConversionQueue::lockForRun() {
     context_.window.setRunControlsEnabled(false);
     context_.state.isConversionRunning = true;
     context_.watch.runGoesOn();
-    context_.window.reloadTable();
+    context_.files.reload();
 }
 
 void ConversionQueue::unlockAfterRun() {
     context_.window.setRunControlsEnabled(true);
     context_.state.isConversionRunning = false;
     context_.watch.runIsOver();
-    context_.window.reloadTable();
+    context_.files.reload();
 }

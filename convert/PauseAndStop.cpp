@@ -93,7 +93,7 @@ void PauseAndStop::StopPausedTask() {
         if (now != files.fileInfoArr.end()) {
             const auto row = static_cast<int>(now - files.fileInfoArr.begin());
             clearProgress(*files.progressAt(row));
-            context_.window.rowChanged(row);
+            files.rowChanged(row);
         }
     }
 }
@@ -177,8 +177,12 @@ void PauseAndStop::queueAgain(int jobId) {
         record.set(key::status, status::STATPW);
         files.dequeue(jobId); // while it was paused it kept its place
         files.enqueue(jobId);
-        context_.window.rowChanged(row);
+        files.rowChanged(row);
     }
+}
+
+void PauseAndStop::alignWithRecords() {
+    context_.alignWithRecords();
 }
 
 void PauseAndStop::deletePartialOutput(int recordId) {

@@ -22,6 +22,7 @@ public:
     void setConvertingIndexForPause(int row) override;
     void setConvertingIndexForResume(int row) override;
     void StopPausedTask() override;
+    void alignWithRecords() override;
     void deletePartialOutput(int recordId) override;
     void rowRemoved(int recordId) override;
     void endPausedTask(const PausedTask& paused) override;

@@ -4,7 +4,6 @@
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/ConversionDialogs.h"
-#include "filelist/FileCount.h"
 #include "filelist/FileList.h"
 #include "filelist/ProgressObject.h"
 #include "platform/LocalizedStrings.h"
@@ -43,14 +42,14 @@ void RunSummary::removeConvertedRows() {
         if (done.contains(files.recordAt(row)->id()))
             rows.push_back(row);
     }
-    context_.window.removeRows(rows, [&] {
-        for (const int row : rows)
-            files.progressAt(row)->setStatusString(QString());
-        files.removeRows(rows);
-    });
+    if (!rows.empty())
+        context_.alignWithRecords();
+    for (const int row : rows)
+        files.progressAt(row)->setStatusString(QString());
+    files.removeRows(rows);
     files.forgetConverted();
     state.count = files.rowCount();
     if (state.count == 0)
         context_.window.setRemoveEnabled(false);
-    context_.window.showFileCount(fileCountText(state, state.count));
+    context_.window.showFileCount(state, state.count);
 }

@@ -2,7 +2,7 @@
 
 #include "filelist/ListWindow.h"
 
-/// What a run needs of the main window. Main thread; the controller is it.
+/// What a run needs of the main window, which is it. Main thread.
 class RunWindow : public ListWindow {
 public:
     /// The output folder as it is shown.

@@ -1,7 +1,6 @@
 #include "filelist/AddFiles.h"
 
 #include "filelist/ConversionDialogs.h"
-#include "filelist/FileCount.h"
 #include "filelist/FileList.h"
 #include "filelist/FileListLog.h"
 #include "filelist/ListWindow.h"
@@ -43,12 +42,14 @@ void AddFiles::addDropped(const QStringList& paths) {
 }
 
 void AddFiles::addAll(const QStringList& paths, Origin origin) {
+    // A closing that was asked for before, and that a box has swallowed, must not end this add.
+    parts_.window.forgetClose();
     unsupportedTold_ = false;
     parts_.window.setRemoveEnabled(true);
     AddAhead ahead(paths, isLookedAtTwice(), parts_.ahead);
     for (qsizetype at = 0; at < paths.size(); ++at) {
         try {
-            if (parts_.isCloseAsked() || addOne(paths[at], origin, ahead, at) == Next::Stop)
+            if (parts_.window.isCloseAsked() || addOne(paths[at], origin, ahead, at) == Next::Stop)
                 break;
         } catch (const std::exception&) {
             tellEnded(paths[at], paths.size() - at - 1);
@@ -60,8 +61,8 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
 
 void AddFiles::close() {
     parts_.files.showRecords();
-    parts_.window.checkHeaderBtnStatus();
-    parts_.window.reloadTable();
+    parts_.window.checkHeaderBtnStatus(parts_.files);
+    parts_.files.reload();
 }
 
 AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ahead,
@@ -78,7 +79,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
     parts_.files.append(record, parts_.profiles.defaultCmbItem());
     try {
         examine(record, path);
-        parts_.window.reloadTable();
+        parts_.files.reload();
         const bool accepted = record->text(key::video) == hevc;
         if (isLookedAtTwice() && !parts_.probe.gaveUp())
             parts_.probe.getVideoInfo(path, parts_.files.rowCount());
@@ -89,7 +90,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
                 tellUnsupported();
         } else {
             parts_.files.show(record);
-            parts_.window.reloadTable();
+            parts_.files.reload();
         }
         refreshCount();
         return Next::GoOn;
@@ -113,7 +114,7 @@ MovieFile AddFiles::lookAt(const QString& path) {
 bool AddFiles::volumeIsRefused(const VolumeFacts& volume) {
     if (!volume.removable)
         return false;
-    if (parts_.isCloseAsked())
+    if (parts_.window.isCloseAsked())
         return true;
     const auto stored = storedAnswer();
     return (stored ? *stored : parts_.dialogs.popUpforSdCardDelay()) == boxanswer::first;
@@ -216,25 +217,25 @@ void AddFiles::reject(Origin origin) {
 
 void AddFiles::undoHalfBuilt(const JobRecordPtr& record) {
     parts_.files.undoAppend(record);
-    parts_.window.reloadTable();
+    parts_.files.reload();
 }
 
 void AddFiles::tellUnsupported() {
-    if (parts_.isCloseAsked() || std::exchange(unsupportedTold_, true))
+    if (parts_.window.isCloseAsked() || std::exchange(unsupportedTold_, true))
         return;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg({getLocalString("IDS_TXT_UNSUPPORTED"), getLocalString("IDS_BTN_POPUP_OK")});
 }
 
 void AddFiles::tellEncoderMissing() {
-    if (parts_.isCloseAsked() || std::exchange(encoderMissingTold_, true))
+    if (parts_.window.isCloseAsked() || std::exchange(encoderMissingTold_, true))
         return;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg({getLocalString("IDS_TXT_ENCODER_MISSING"), getLocalString("IDS_BTN_POPUP_OK")});
 }
 
 void AddFiles::tellEncoderUnsuitable() {
-    if (parts_.isCloseAsked() || std::exchange(encoderUnsuitableTold_, true))
+    if (parts_.window.isCloseAsked() || std::exchange(encoderUnsuitableTold_, true))
         return;
     PopUpBoxes(parts_.window.boxParent())
         .PopUpMesg(
@@ -250,5 +251,5 @@ void AddFiles::tellEnded(const QString& path, qsizetype notLookedAt) {
 
 void AddFiles::refreshCount() {
     parts_.state.count = parts_.files.rowCount();
-    parts_.window.showFileCount(fileCountText(parts_.state, parts_.state.count));
+    parts_.window.showFileCount(parts_.state, parts_.state.count);
 }

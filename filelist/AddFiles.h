@@ -6,7 +6,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -34,9 +33,6 @@ public:
         const ResolutionCatalogue& resolutions;
         ListWindow& window;
         ConversionDialogs& dialogs;
-        /// Whether the user wants to close the window: no further movie is looked at, and no box
-        /// opens that would swallow it.
-        std::function<bool()> isCloseAsked;
     };
 
     explicit AddFiles(Parts parts) : parts_(std::move(parts)) {}

@@ -1,6 +1,7 @@
 #include "filelist/FileList.h"
 
 #include "filelist/EntryAt.h"
+#include "filelist/ListObserver.h"
 #include "filelist/ProgressObject.h"
 #include "media/ProfileCatalogue.h"
 
@@ -56,6 +57,21 @@ int FileList::completeRows() const {
 
 bool FileList::allChecked() const {
     return !check_.empty() && std::find(check_.begin(), check_.end(), 0) == check_.end();
+}
+
+void FileList::reload() {
+    if (observer_)
+        observer_->reload();
+}
+
+void FileList::rowChanged(int row) {
+    // After rows were dragged a row's number does not name its shown record any more.
+    const auto at = static_cast<size_t>(row);
+    if (at >= arrayControllerNew_.size() || at >= fileInfoArr_.size() ||
+        arrayControllerNew_[at] != fileInfoArr_[at])
+        reload();
+    else if (observer_)
+        observer_->rowChanged(row);
 }
 
 void FileList::setQualities(const QStringList& profiles, const QStringList& shown) {
@@ -152,6 +168,8 @@ void FileList::removeRows(const std::vector<int>& rows) {
     removeMarked(progressObjects_, isRemoved);
     removeMarked(arrayControllerNew_, isRemoved);
     std::erase_if(conversionTaskList_, [&](int id) { return ids.contains(id); });
+    if (observer_)
+        observer_->rowsWereRemoved(rows);
 }
 
 void FileList::moveRecords(const std::vector<int>& rows, int target) {

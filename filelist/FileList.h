@@ -11,6 +11,7 @@
 #include <vector>
 
 class ChildProcess;
+class ListObserver;
 class ProgressObject;
 
 /// A suspended encoder and the row it belongs to.
@@ -47,6 +48,13 @@ public:
     /// Whether `check` is not empty and holds no 0.
     [[nodiscard]] bool allChecked() const;
 
+    /// Who shows the list; it must outlive the list's last change.
+    void setObserver(ListObserver* observer) { observer_ = observer; }
+    /// Shows all rows anew.
+    void reload();
+    /// What a row shows has changed, with a record or progress record of it.
+    void rowChanged(int row);
+
     /// The names of the qualities, internal and shown ones in the same order.
     void setQualities(const QStringList& profiles, const QStringList& shown);
 
@@ -76,7 +84,7 @@ public:
     /// Of all rows, in the records too.
     void checkAll(bool checked);
 
-    /// Takes a row out of all parallel lists, of the queue and of the shown records.
+    /// Takes a row out of all parallel lists, of the queue and of what is shown.
     void removeRow(int row);
     /// The same for several rows, in any order, at the cost of one pass over each list.
     void removeRows(const std::vector<int>& rows);
@@ -131,6 +139,8 @@ public:
 
 private:
     void trimToRecords();
+
+    ListObserver* observer_ = nullptr;
 
     std::vector<JobRecordPtr> fileInfoArr_;
     std::vector<int> check_;

@@ -2,30 +2,31 @@
 
 #include <QString>
 
-#include <functional>
-#include <vector>
-
+class FileList;
 class QWidget;
+struct SharedState;
 
-/// What the work on the list needs of the main window. Main thread; the controller is it.
+/// What the work on the list needs of the main window, which is it. Main thread.
 class ListWindow {
 public:
     virtual ~ListWindow() = default;
 
     [[nodiscard]] virtual QWidget* boxParent() = 0;
+    /// Whether the user wants to close the window: no further movie is looked at, and no box opens
+    /// that would swallow it.
+    [[nodiscard]] virtual bool isCloseAsked() const = 0;
+    /// The user wants something else since.
+    virtual void forgetClose() = 0;
 
     virtual void setRemoveEnabled(bool enabled) = 0;
     /// The header's check box.
     virtual void setSelectAllChecked(bool checked) = 0;
     /// Sets it by the rows: checked where there are some and all of them are.
-    virtual void checkHeaderBtnStatus() = 0;
-    virtual void showFileCount(const QString& text) = 0;
+    void checkHeaderBtnStatus(const FileList& files);
+    virtual void showCaption(const QString& text) = 0;
+    /// Brings `countstr` and `fileCountStr` in line with a number of rows and shows the latter: the
+    /// caption, two spaces, the number in parentheses. `count` stays as it is.
+    void showFileCount(SharedState& state, qint64 rows);
     /// Tells something below the table, without a box, until the user does something else.
     virtual void showQuietLine(const QString& text) = 0;
-    virtual void reloadTable() = 0;
-    /// What a row shows has changed.
-    virtual void rowChanged(int row) = 0;
-    /// Lets `removal` take `rows` out of the lists; the rows must be complete. Lists that are out
-    /// of order after a drag are brought in line before.
-    virtual void removeRows(const std::vector<int>& rows, const std::function<void()>& removal) = 0;
 };

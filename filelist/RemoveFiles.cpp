@@ -1,6 +1,5 @@
 #include "filelist/RemoveFiles.h"
 
-#include "filelist/FileCount.h"
 #include "filelist/FileList.h"
 #include "filelist/ListWindow.h"
 #include "filelist/ProgressObject.h"
@@ -14,25 +13,25 @@ void RemoveFiles::remove() {
         if (files_.check.at(static_cast<size_t>(row)) == 1)
             rows.push_back(row);
     }
-    window_.removeRows(rows, [&] {
-        std::vector<int> ids;
-        for (const int row : rows) {
-            letGo(row);
-            ids.push_back(files_.recordAt(row)->id());
-        }
-        state_.noOfconvertingFileList.removeAll(ids);
-        files_.removeRows(rows);
-    });
+    if (!rows.empty())
+        run_.alignWithRecords();
+    std::vector<int> ids;
+    for (const int row : rows) {
+        letGo(row);
+        ids.push_back(files_.recordAt(row)->id());
+    }
+    state_.noOfconvertingFileList.removeAll(ids);
+    files_.removeRows(rows);
     if (files_.rowCount() == 0)
         window_.setSelectAllChecked(false);
     if (state_.pausedFileIsDeleted)
         files_.dropFirstPaused();
     run_.changeConvertingIndex();
-    window_.reloadTable();
+    files_.reload();
     if (files_.rowCount() == 0)
         window_.setRemoveEnabled(false);
     // Kept: `count` is left as it was, the caption goes by the list.
-    window_.showFileCount(fileCountText(state_, files_.rowCount()));
+    window_.showFileCount(state_, files_.rowCount());
 }
 
 void RemoveFiles::letGo(int row) {
@@ -63,6 +62,6 @@ void RemoveFiles::endPaused(int jobId) {
 void RemoveFiles::selectAll(bool checked) {
     files_.checkAll(checked);
     // The box has already followed the click, in an empty list too.
-    window_.checkHeaderBtnStatus();
-    window_.reloadTable();
+    window_.checkHeaderBtnStatus(files_);
+    files_.reload();
 }

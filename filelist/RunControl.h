@@ -20,6 +20,10 @@ public:
 
     /// Deletes what the unfinished encoder of this movie has written.
     virtual void deletePartialOutput(int recordId) = 0;
+    /// After rows were dragged: brings the lists and the run in line with the records. To be called
+    /// before rows are removed: none is taken out of lists that speak of different movies in one
+    /// place.
+    virtual void alignWithRecords() = 0;
     /// A movie's row is being removed: its encoder, where it has one, is to end.
     virtual void rowRemoved(int recordId) = 0;
     /// Resumes and terminates a suspended encoder: a stopped process cannot end.

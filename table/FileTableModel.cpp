@@ -261,12 +261,6 @@ void FileTableModel::rowChanged(int row) {
         Q_EMIT dataChanged(index(row, 0), index(row, tableColumnCount - 1));
 }
 
-void FileTableModel::editLockChanged() {
-    if (rowCount_ > 0)
-        Q_EMIT dataChanged(index(0, static_cast<int>(TableColumn::Res)),
-                           index(rowCount_ - 1, static_cast<int>(TableColumn::Cmb)));
-}
-
 int FileTableModel::listRow(int row) const {
     int gone = 0;
     for (const Range& range : goneRanges_) {

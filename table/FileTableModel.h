@@ -1,5 +1,6 @@
 #pragma once
 
+#include "filelist/ListObserver.h"
 #include "table/FileTableSource.h"
 #include "table/TableEditing.h"
 
@@ -12,7 +13,7 @@ class ActionGate;
 /// The list as the window's table shows it. It learns of rows through reload() and
 /// rowsWereRemoved() alone, so that lists which are just being changed are never shown half done;
 /// until then it goes on with the rows that it knows. Main thread; owned by the controller.
-class FileTableModel final : public QAbstractTableModel {
+class FileTableModel final : public QAbstractTableModel, public ListObserver {
     Q_OBJECT
 
 public:
@@ -45,12 +46,9 @@ public:
     /// Checks or unchecks rows in one edit, now or after the wait that is on.
     void checkRows(const std::vector<int>& rows, bool checked);
     /// Shows what the lists hold now: rows at the end come and go, all others are shown anew.
-    void reload();
-    /// The lists have lost these rows (numbers from before, in any order).
-    void rowsWereRemoved(std::vector<int> rows);
-    void rowChanged(int row);
-    /// A run has begun or ended: quality and size are locked or free.
-    void editLockChanged();
+    void reload() override;
+    void rowsWereRemoved(std::vector<int> rows) override;
+    void rowChanged(int row) override;
     /// Kept without effect: the check boxes go on showing the rows' states.
     void didClickTableColumn() { reload(); }
 

@@ -1,7 +1,6 @@
 #include "table/RowButton.h"
 
 #include "filelist/ConversionDialogs.h"
-#include "filelist/FileCount.h"
 #include "filelist/FileList.h"
 #include "filelist/ListWindow.h"
 #include "filelist/ProgressObject.h"
@@ -31,10 +30,9 @@ void RowButton::removeRow(int row) {
     if (convertedInThisRun)
         --state_.noOfConvertedFile;
     run_.rowRemoved(record->id());
-    window_.removeRows({row}, [&] {
-        files_.progressAt(row)->changestat(QString());
-        files_.removeRow(row);
-    });
+    run_.alignWithRecords();
+    files_.progressAt(row)->changestat(QString());
+    files_.removeRow(row);
     if (state_.convertingIndex == row)
         state_.convertingIndex = SharedState::noRow;
     run_.changeConvertingIndex();
@@ -43,14 +41,14 @@ void RowButton::removeRow(int row) {
         window_.setRemoveEnabled(false);
         window_.setSelectAllChecked(false);
     }
-    window_.showFileCount(fileCountText(state_, state_.count));
+    window_.showFileCount(state_, state_.count);
 }
 
 void RowButton::resume(int row) {
     const JobRecordPtr record = files_.recordAt(row);
     const int jobId = files_.idAt(row);
     files_.progressAt(row)->setStatusString(QString());
-    window_.rowChanged(row);
+    files_.rowChanged(row);
     const bool sourceExists = mainThread_.waitForResult(
         [source = record->text(key::srcpath)] { return QFileInfo::exists(source); });
     if (!sourceExists) {
@@ -65,7 +63,7 @@ void RowButton::resume(int row) {
     record->set(key::image, rowimage::pause);
     record->set(key::status, status::STATPR);
     run_.setConvertingIndexForResume(*rowNow);
-    window_.rowChanged(*rowNow);
+    files_.rowChanged(*rowNow);
 }
 
 void RowButton::resumeWithoutSource(int jobId) {

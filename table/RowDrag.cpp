@@ -1,5 +1,6 @@
 #include "table/RowDrag.h"
 
+#include "filelist/AddFiles.h"
 #include "filelist/FileList.h"
 #include "filelist/ListWindow.h"
 #include "filelist/SharedState.h"
@@ -59,10 +60,10 @@ bool RowDrag::acceptDrop(const QMimeData& offered, int row) {
         return rows.has_value();
     }
     case Kind::Files:
-        later([this, paths = filePaths(offered)] { parts_.addDropped(paths); });
+        later([this, paths = filePaths(offered)] { parts_.addFiles.addDropped(paths); });
         return false;
     case Kind::Text:
-        later([this] { parts_.window.reloadTable(); });
+        later([this] { parts_.files.reload(); });
         return true;
     case Kind::Other:
         later([] {});
@@ -91,5 +92,5 @@ void RowDrag::later(std::function<void()> work) {
 
 void RowDrag::reorder(const std::vector<int>& rows, int row) {
     parts_.files.moveRecords(rows, row);
-    parts_.window.reloadTable();
+    parts_.files.reload();
 }

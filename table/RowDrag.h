@@ -8,6 +8,7 @@
 #include <vector>
 
 class ActionGate;
+class AddFiles;
 class FileList;
 class ListWindow;
 class QMimeData;
@@ -26,7 +27,7 @@ public:
         SharedState& state;
         ActionGate& gate;
         ListWindow& window;
-        std::function<void(const QStringList& paths)> addDropped;
+        AddFiles& addFiles;
     };
     /// What a drop is taken as: the first of these that is offered.
     enum class Kind { Rows, Files, Text, Other };

@@ -220,16 +220,16 @@ void TestStart::unknownKeysShowThemselves() {
 void TestStart::headerBoxFollowsTheRows() {
     ControllerFixture program;
     const auto* const box = program.widget<FileTableView>("theTableNew")->btnSelectAll();
-    program.app().checkHeaderBtnStatus();
+    program.app().window().checkHeaderBtnStatus(program.files());
     QVERIFY(!box->isChecked());
     program.add({program.movie(QStringLiteral("a.mp4")).write(),
                  program.movie(QStringLiteral("b.mp4")).write()});
     QVERIFY(box->isChecked());
     program.files().setCheck(1, 0);
-    program.app().checkHeaderBtnStatus();
+    program.app().window().checkHeaderBtnStatus(program.files());
     QVERIFY(!box->isChecked());
     program.files().setCheck(1, 1);
-    program.app().checkHeaderBtnStatus();
+    program.app().window().checkHeaderBtnStatus(program.files());
     QVERIFY(box->isChecked());
 
     QVERIFY(AppDelegate::isUpdateAvailable(QStringLiteral("1.0.0.0"), QStringLiteral("1.0.0.1")));

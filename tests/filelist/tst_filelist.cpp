@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "filelist/FileList.h"
+#include "filelist/ListObserver.h"
 #include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
 
@@ -78,6 +79,8 @@ private Q_SLOTS:
     void removalAfterAStrayProgressRecord();
     void removalWithShortLists();
     void removalOutOfRangeChangesNothing();
+    void whoShowsItHearsOfChanges();
+    void aRowThatIsNotShownInItsPlaceShowsAllAnew();
     void dequeue();
     void dequeueHead();
 };
@@ -418,6 +421,49 @@ void TestFileList::removalOutOfRangeChangesNothing() {
     QVERIFY_THROWS_EXCEPTION(std::out_of_range, files.removeRow(-1));
     QCOMPARE(files.completeRows(), 1);
     QCOMPARE(files.conversionTaskList, Ids({1}));
+}
+
+namespace {
+
+class Notes final : public ListObserver {
+public:
+    QStringList notes;
+
+    void reload() override { notes += u"all"_s; }
+    void rowChanged(int row) override { notes += u"row %1"_s.arg(row); }
+    void rowsWereRemoved(std::vector<int> rows) override {
+        for (const int row : rows)
+            notes += u"without %1"_s.arg(row);
+    }
+};
+
+} // namespace
+
+void TestFileList::whoShowsItHearsOfChanges() {
+    FileList files;
+    files.rowChanged(0); // nobody shows it
+    Notes observer;
+    files.setObserver(&observer);
+    for (const int id : {1, 2, 3})
+        add(files, id);
+    QVERIFY(observer.notes.isEmpty());
+    files.rowChanged(1);
+    files.removeRows({2, 0});
+    files.reload();
+    QCOMPARE(observer.notes, (QStringList{u"row 1"_s, u"without 2"_s, u"without 0"_s, u"all"_s}));
+}
+
+void TestFileList::aRowThatIsNotShownInItsPlaceShowsAllAnew() {
+    FileList files;
+    for (const int id : {1, 2, 3})
+        add(files, id);
+    Notes observer;
+    files.setObserver(&observer);
+    files.moveRecords({1}, 0);
+    files.rowChanged(1);
+    files.rowChanged(2);
+    files.rowChanged(3);
+    QCOMPARE(observer.notes, (QStringList{u"all"_s, u"row 2"_s, u"all"_s}));
 }
 
 void TestFileList::dequeue() {

@@ -91,7 +91,7 @@ void TestTableMouse::choosingFromTheListStoresAndCloses() {
 void TestTableMouse::lockedCellsOpenNoEditor() {
     TableWindow w(2);
     w.f.state.isConversionRunning = true;
-    w.f.model.editLockChanged();
+    w.f.model.reload();
     for (const TableColumn column : {TableColumn::Res, TableColumn::Cmb}) {
         w.click(1, column);
         QVERIFY(!w.editor());
@@ -102,7 +102,7 @@ void TestTableMouse::lockedCellsOpenNoEditor() {
         QVERIFY(!w.editor());
     }
     w.f.state.isConversionRunning = false;
-    w.f.model.editLockChanged();
+    w.f.model.reload();
     w.click(1, TableColumn::Res);
     QVERIFY(w.editor());
 }

@@ -132,7 +132,7 @@ void TestTablePalettes::selectedTextStandsOut() {
 void TestTablePalettes::lockedTextCanBeRead() {
     PaintedTable s;
     s.f.state.isConversionRunning = true;
-    s.f.model.editLockChanged();
+    s.f.model.reload();
     for (const TableColumn each : {TableColumn::Res, TableColumn::Cmb}) {
         check(s.picture(2, each), leastSign, "locked");
         check(s.picture(3, each), leastSign, "locked, odd row");

@@ -1,16 +1,14 @@
 #pragma once
 
-#include "convert/EncoderRun.h"
-
 #include <QString>
 
 #include <chrono>
-#include <optional>
-#include <vector>
+#include <functional>
 
 class ChildProcesses;
 class ConversionDialogs;
 class FileList;
+class LiveJobs;
 class MainThread;
 class ProfileCatalogue;
 class RunWatch;
@@ -26,8 +24,15 @@ struct EncoderPatience final {
     std::chrono::milliseconds obedience = std::chrono::seconds(5);
 };
 
-/// What the parts of the engine share. Main thread, except for the services, which any thread may
-/// call; owned by the engine.
+/// How a run goes on after a job.
+enum class AfterJob {
+    NextJob,
+    EndRun, ///< the user ends it after a failure: with its summary
+    StopRun ///< as the Stop button does
+};
+
+/// What the parts of the engine work with: none of them changes it. Owned by the engine; the
+/// services may be called on any thread, all else on the main thread alone.
 struct ConversionContext final {
     MainThread& mainThread;
     ChildProcesses& processes;
@@ -37,32 +42,14 @@ struct ConversionContext final {
     RunWindow& window;
     ConversionDialogs& dialogs;
     RunWatch& watch;
+    LiveJobs& jobs;
     const ProfileCatalogue& profiles;
     const QString encoderPath;
     /// Where the notes of jobs that are under way lie; empty for no notes.
     const QString stateFolder;
     /// The deliberate wait of a run; any thread.
     const std::chrono::milliseconds second;
-    EncoderPatience patience;
-
-    /// The job that was picked last; settled when it has had its outcome.
-    EncoderRunPtr currentRun;
-    /// The process that the last launch or resume was about.
-    std::shared_ptr<ChildProcess> runningTask;
-    /// Every encoder whose thread has not come to its end.
-    std::vector<EncoderRunPtr> liveRuns;
-    /// Id of the row whose button asked for a pause.
-    int pauseRowId = 0;
-
-    /// Row of a job; nothing when it was removed.
-    [[nodiscard]] std::optional<int> rowOf(const EncoderRun& run) const;
-    /// The run that converts the movie of a record. After rows were dragged the id under which a
-    /// run was queued is another one.
-    [[nodiscard]] EncoderRunPtr unsettledRunOfRecord(int recordId) const;
-    void rowChanged(const EncoderRun& run) const;
-    /// After rows were dragged: brings the lists beside the records in order, and the run in line
-    /// with them, so that each movie is still converted once. To be called before rows are removed.
-    void alignWithRecords();
-    /// Puts a job's row back to waiting.
-    void showWaiting(EncoderRun& run) const;
+    /// To be called when a job has had its outcome.
+    const std::function<void(AfterJob)> goOn;
+    EncoderPatience patience = {};
 };

@@ -7,6 +7,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                                    const ProfileCatalogue& profiles, const QString& encoderPath,
                                    const QString& stateFolder)
     : watch_(files),
+      jobs_(files, state, watch_),
       context_{services.mainThread,
                services.processes,
                services.workers,
@@ -15,19 +16,29 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                window,
                dialogs,
                watch_,
+               jobs_,
                profiles,
                encoderPath,
                stateFolder,
                state.second,
-               {},
-               {},
-               {},
-               {}},
+               [this](AfterJob after) { goOn(after); }},
+      outcomes_(context_),
+      monitor_(context_, outcomes_),
+      jobThread_(context_, monitor_, outcomes_),
       summary_(context_),
-      queue_(context_, summary_),
-      outcomes_(context_, queue_),
-      monitor_(context_, queue_, outcomes_),
-      pauseAndStop_(context_, queue_, summary_),
-      job_(context_, queue_, monitor_, outcomes_, pauseAndStop_) {
-    queue_.setJobStarter([this](const EncoderRunPtr& run) { job_.start(run); });
+      queue_(context_, summary_, [this](const JobPtr& job) { jobThread_.start(job); }),
+      pauseAndStop_(context_, queue_, summary_) {}
+
+void ConversionEngine::goOn(AfterJob after) {
+    switch (after) {
+    case AfterJob::NextJob:
+        queue_.startConverting();
+        break;
+    case AfterJob::EndRun:
+        queue_.endRunAfterFailure();
+        break;
+    case AfterJob::StopRun:
+        pauseAndStop_.stopConversion();
+        break;
+    }
 }

@@ -1,16 +1,18 @@
 #pragma once
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionJob.h"
 #include "convert/ConversionQueue.h"
 #include "convert/EncoderMonitor.h"
 #include "convert/EncoderOutcomes.h"
+#include "convert/JobThread.h"
+#include "convert/LiveJobs.h"
 #include "convert/PauseAndStop.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
 
-/// The conversion engine: its parts, put together. Main thread; owned by the controller. A run
-/// goes through them in this order: queue, job, monitor, outcomes, queue.
+/// The conversion engine: its parts, put together. A run goes through them in this order: queue,
+/// thread of the job, monitor, outcomes; here it goes from there to the queue again. Main thread;
+/// owned by the controller.
 class ConversionEngine final {
 public:
     struct Services {
@@ -24,7 +26,7 @@ public:
                      const QString& encoderPath, const QString& stateFolder);
     Q_DISABLE_COPY_MOVE(ConversionEngine)
 
-    [[nodiscard]] const ConversionContext& context() const { return context_; }
+    [[nodiscard]] const LiveJobs& jobs() const { return jobs_; }
 
     void setPatience(EncoderPatience patience) { context_.patience = patience; }
 
@@ -34,12 +36,15 @@ public:
     RunWatch& watch() { return watch_; }
 
 private:
+    void goOn(AfterJob after);
+
     RunWatch watch_;
+    LiveJobs jobs_;
     ConversionContext context_;
-    RunSummary summary_;
-    ConversionQueue queue_;
     EncoderOutcomes outcomes_;
     EncoderMonitor monitor_;
+    JobThread jobThread_;
+    RunSummary summary_;
+    ConversionQueue queue_;
     PauseAndStop pauseAndStop_;
-    ConversionJob job_;
 };

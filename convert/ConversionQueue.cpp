@@ -2,6 +2,7 @@
 
 #include "convert/ConversionContext.h"
 #include "convert/ConvertLog.h"
+#include "convert/LiveJobs.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
@@ -12,10 +13,11 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
+#include <utility>
 
-ConversionQueue::ConversionQueue(ConversionContext& context, RunSummary& summary)
-    : context_(context), summary_(summary) {}
+ConversionQueue::ConversionQueue(const ConversionContext& context, RunSummary& summary,
+                                 JobStarter startJob)
+    : context_(context), summary_(summary), startJob_(std::move(startJob)) {}
 
 void ConversionQueue::convert() {
     SharedState& state = context_.state;
@@ -42,7 +44,7 @@ void ConversionQueue::convert() {
 }
 
 void ConversionQueue::startConverting() {
-    Q_ASSERT(!context_.currentRun || context_.currentRun->life.isSettled());
+    Q_ASSERT(!context_.jobs.current() || context_.jobs.current()->life().isSettled());
     FileList& files = context_.files;
     SharedState& state = context_.state;
     while (!isRunOver()) {
@@ -71,14 +73,14 @@ void ConversionQueue::begin(int row) {
     SharedState& state = context_.state;
     state.convertingIndex = row;
     state.error = false;
-    const auto run = std::make_shared<EncoderRun>();
-    run->jobId = state.convertingId;
-    run->record = context_.files.recordAt(row);
-    run->progress = context_.files.progressAt(row);
-    context_.currentRun = run;
-    context_.liveRuns.push_back(run);
-    context_.watch.jobBegins(*run);
-    startJob_(run);
+    startJob_(context_.jobs.begin(row, orderOf(*context_.files.recordAt(row))));
+}
+
+JobOrder ConversionQueue::orderOf(const JobRecord& record) const {
+    return {context_.state.convertingId,  record.text(key::duration),
+            record.text(key::srcpath),    record.text(key::profile),
+            record.text(key::resolution), context_.window.outputFolderText(),
+            context_.state.probe.bitrate};
 }
 
 void ConversionQueue::changeConvertingIndex() {
@@ -87,16 +89,6 @@ void ConversionQueue::changeConvertingIndex() {
         return;
     state.convertingId = context_.files.conversionTaskList.front();
     state.convertingIndex = context_.files.rowOfId(state.convertingId).value_or(SharedState::noRow);
-}
-
-bool ConversionQueue::settle(const EncoderRunPtr& run) {
-    auto& live = context_.liveRuns;
-    live.erase(std::remove(live.begin(), live.end(), run), live.end());
-    run->note.drop();
-    if (!run->life.settle())
-        return false;
-    context_.watch.jobEnds(*run);
-    return true;
 }
 
 void ConversionQueue::endRunAfterFailure() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "convert/EncoderRun.h"
+#include "convert/Job.h"
 
 #include <functional>
 
@@ -13,12 +13,10 @@ struct ConversionContext;
 class ConversionQueue final {
 public:
     /// Takes a job that was picked to a thread of its own.
-    using JobStarter = std::function<void(const EncoderRunPtr& run)>;
+    using JobStarter = std::function<void(const JobPtr& job)>;
 
-    ConversionQueue(ConversionContext& context, RunSummary& summary);
+    ConversionQueue(const ConversionContext& context, RunSummary& summary, JobStarter startJob);
     Q_DISABLE_COPY_MOVE(ConversionQueue)
-
-    void setJobStarter(JobStarter starter) { startJob_ = std::move(starter); }
 
     /// The Convert button.
     void convert();
@@ -26,8 +24,6 @@ public:
     void startConverting();
     /// Brings `convertingIndex` in line with the head of the queue after rows were removed.
     void changeConvertingIndex();
-    /// Gives a job its one outcome; false when it has had it already.
-    [[nodiscard]] bool settle(const EncoderRunPtr& run);
     /// The end of a run by a failure: the summary first, then the controls.
     void endRunAfterFailure();
     /// Disables what must not change during a run, and the other way round.
@@ -37,8 +33,9 @@ public:
 private:
     [[nodiscard]] bool isRunOver();
     void begin(int row);
+    [[nodiscard]] JobOrder orderOf(const JobRecord& record) const;
 
-    ConversionContext& context_;
+    const ConversionContext& context_;
     RunSummary& summary_;
-    JobStarter startJob_;
+    const JobStarter startJob_;
 };

@@ -1,10 +1,10 @@
 // What follows a failure: the question, and what its answer means.
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
+#include "convert/LiveJobs.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "platform/ChildProcess.h"
@@ -36,90 +36,90 @@ QString endText(const std::optional<ProcessEnd>& end) {
 }
 
 /// A request is the outcome, and one that has had it asks nothing more.
-bool mayAsk(const EncoderRun& run) {
-    return !run.life.isSettled() && run.life.request() == EncoderLife::Request::None;
+bool mayAsk(const Job& job) {
+    return !job.life().isSettled() && job.life().request() == EncoderLife::Request::None;
 }
 
 } // namespace
 
-void EncoderOutcomes::settleFailed(const EncoderRunPtr& run, Answer answer) {
+void EncoderOutcomes::settleFailed(const JobPtr& job, Answer answer) {
     // A stop that came meanwhile is the outcome. A removal is not once the user was asked: the row
     // is gone, the answer still says how the run goes on.
-    if (run->life.request() == EncoderLife::Request::Stop) {
-        settleStopped(run);
+    if (job->life().request() == EncoderLife::Request::Stop) {
+        settleStopped(job);
         return;
     }
     if (answer == Answer::NotAsked) {
-        settleRemoved(run);
+        settleRemoved(job);
         return;
     }
-    if (!queue_.settle(run))
+    if (!context_.jobs.settle(job))
         return;
-    context_.showWaiting(*run);
+    context_.jobs.showWaiting(*job);
     if (answer != Answer::EndRun)
         goOn();
     else if (!context_.state.stopped)
-        queue_.endRunAfterFailure();
+        context_.goOn(AfterJob::EndRun);
 }
 
-void EncoderOutcomes::failed(const EncoderRunPtr& run, EncoderReader* reader) {
+void EncoderOutcomes::failed(const JobPtr& job, EncoderReader* reader) {
     MainThread& mainThread = context_.mainThread;
-    if (mainThread.onMainThread([&] { return run->life.isSettled(); }))
+    if (mainThread.onMainThread([&] { return job->life().isSettled(); }))
         return;
-    logFailure(*run, reader);
-    judgeAtItsEnd(run);
-    const Answer answer = askAfterFailure(run);
+    logFailure(*job, reader);
+    judgeAtItsEnd(job);
+    const Answer answer = askAfterFailure(job);
     if (reader)
-        run->output.remove();
+        job->plan().output.remove();
     mainThread.onMainThread([&] {
-        if (run->life.isSettled())
+        if (job->life().isSettled())
             return;
-        context_.showWaiting(*run);
+        context_.jobs.showWaiting(*job);
         if (answer == Answer::DropJob)
-            context_.files.dequeueHead(run->jobId);
+            context_.files.dequeueHead(job->row.id);
         if (!reader)
-            settleFailed(run, answer);
+            settleFailed(job, answer);
     });
     if (!reader)
         return;
-    if (!run->task->end())
+    if (!job->task()->end())
         reader->endEncoder();
     if (answer != Answer::NotAsked)
         context_.workers.sleep(context_.second);
-    run->output.remove();
-    mainThread.onMainThread([&] { settleFailed(run, answer); });
+    job->plan().output.remove();
+    mainThread.onMainThread([&] { settleFailed(job, answer); });
 }
 
-void EncoderOutcomes::failedWithoutThread(const EncoderRunPtr& run) {
-    if (run->life.isSettled())
+void EncoderOutcomes::failedWithoutThread(const JobPtr& job) {
+    if (job->life().isSettled())
         return;
     context_.state.error = true;
-    const auto look = [source = run->source] { return QFileInfo::exists(source); };
+    const auto look = [source = job->order.source] { return QFileInfo::exists(source); };
     bool isSourceThere = false;
     try {
         isSourceThere = context_.mainThread.waitForResult(look);
     } catch (const std::system_error&) {
         isSourceThere = look(); // still none to be had: better to be held up than to ask wrongly
     }
-    const Answer answer = answerAboutFailure(run, isSourceThere);
+    const Answer answer = answerAboutFailure(job, isSourceThere);
     if (answer == Answer::DropJob)
-        context_.files.dequeueHead(run->jobId);
-    settleFailed(run, answer);
+        context_.files.dequeueHead(job->row.id);
+    settleFailed(job, answer);
 }
 
 // Under the question nobody reads what an encoder says: its end would be noticed too late.
-void EncoderOutcomes::judgeAtItsEnd(const EncoderRunPtr& run) {
-    if (!run->task)
+void EncoderOutcomes::judgeAtItsEnd(const JobPtr& job) {
+    if (!job->task())
         return;
-    if (run->task->end()) {
-        run->output.judge();
+    if (job->task()->end()) {
+        job->plan().output.judge();
         return;
     }
     try {
-        context_.workers.start([run] {
-            while (!run->task->waitForEnd(std::chrono::hours(1))) {
+        context_.workers.start([job] {
+            while (!job->task()->waitForEnd(std::chrono::hours(1))) {
             }
-            run->output.judge();
+            job->plan().output.judge();
         });
     } catch (const std::system_error& failure) {
         qCWarning(lcConvert, "nobody waits for the end of an encoder: %s", failure.what());
@@ -127,61 +127,60 @@ void EncoderOutcomes::judgeAtItsEnd(const EncoderRunPtr& run) {
 }
 
 // Before the question: whoever reads it may look into the log.
-void EncoderOutcomes::logFailure(const EncoderRun& run, const EncoderReader* reader) {
-    const QString movie = onOneLine(QFileInfo(run.source).fileName());
+void EncoderOutcomes::logFailure(const Job& job, const EncoderReader* reader) {
+    const QString movie = onOneLine(QFileInfo(job.order.source).fileName());
     if (!reader) {
         qCWarning(lcConvert).noquote() << movie % u": not converted, no encoder was launched";
         return;
     }
-    qCWarning(lcConvert).noquote() << movie % u": not converted, " % endText(run.task->end());
+    qCWarning(lcConvert).noquote() << movie % u": not converted, " % endText(job.task()->end());
     const QStringList lines = reader->lastWords();
     for (const QString& line : lines)
         qCWarning(lcConvert).noquote() << movie % u": " % onOneLine(line);
 }
 
-EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const EncoderRunPtr& run) {
+EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const JobPtr& job) {
     MainThread& mainThread = context_.mainThread;
     mainThread.onMainThread([&] {
-        if (!run->life.isSettled())
+        if (!job->life().isSettled())
             context_.state.error = true;
     });
-    const auto isSourceThere = lookForSource(run);
+    const auto isSourceThere = lookForSource(job);
     return mainThread.onMainThread(
-        [&] { return isSourceThere ? answerAboutFailure(run, *isSourceThere) : Answer::NotAsked; });
+        [&] { return isSourceThere ? answerAboutFailure(job, *isSourceThere) : Answer::NotAsked; });
 }
 
-std::optional<bool> EncoderOutcomes::lookForSource(const EncoderRunPtr& run) {
+std::optional<bool> EncoderOutcomes::lookForSource(const JobPtr& job) {
     const auto isThere = std::make_shared<std::atomic<bool>>(false);
     const bool isKnown =
-        doBeforeBox(run, [run, isThere] { *isThere = QFileInfo::exists(run->source); });
+        doBeforeBox(job, [job, isThere] { *isThere = QFileInfo::exists(job->order.source); });
     return isKnown ? std::optional(isThere->load()) : std::nullopt;
 }
 
 // A share that hangs must not hold a stop up: the thread that looks is left behind. It also sees
 // which file the encoder writes, before others can put theirs there under the box.
-bool EncoderOutcomes::doBeforeBox(const EncoderRunPtr& run, const std::function<void()>& work) {
+bool EncoderOutcomes::doBeforeBox(const JobPtr& job, const std::function<void()>& work) {
     const auto isDone = std::make_shared<std::atomic<bool>>(false);
-    const auto all = [run, work, isDone] {
-        run->output.note();
+    const auto all = [job, work, isDone] {
+        job->plan().output.note();
         work();
         *isDone = true;
-        run->reader.wake();
+        job->news.wake();
     };
     try {
         context_.workers.start(all);
     } catch (const std::system_error&) {
         all();
     }
-    run->reader.waitUntil([&] { return isDone->load(); });
+    job->news.waitUntil([&] { return isDone->load(); });
     return *isDone;
 }
 
-EncoderOutcomes::Answer EncoderOutcomes::answerAboutFailure(const EncoderRunPtr& run,
-                                                            bool isSourceThere) {
-    if (!mayAsk(*run))
+EncoderOutcomes::Answer EncoderOutcomes::answerAboutFailure(const JobPtr& job, bool isSourceThere) {
+    if (!mayAsk(*job))
         return Answer::NotAsked;
     const int answer =
-        isSourceThere ? answerToConversionError(run) : context_.dialogs.askSourceRemoved();
+        isSourceThere ? answerToConversionError(job) : context_.dialogs.askSourceRemoved();
     if (answer == boxanswer::first)
         return Answer::EndRun;
     return isSourceThere ? Answer::DropJob : Answer::TryAgain;
@@ -189,29 +188,29 @@ EncoderOutcomes::Answer EncoderOutcomes::answerAboutFailure(const EncoderRunPtr&
 
 // Kept: the mark of the name conflict guards the stored answer of the conversion error. One that
 // was never given means to ask.
-int EncoderOutcomes::answerToConversionError(const EncoderRunPtr& run) {
+int EncoderOutcomes::answerToConversionError(const JobPtr& job) {
     const SharedState& state = context_.state;
     const int stored = state.resultStoredForConversionError;
     if (state.checkStatusForFileConflict &&
         (stored == boxanswer::first || stored == boxanswer::second))
         return stored;
-    return context_.dialogs.popUpforConversionError(QFileInfo(run->source).fileName());
+    return context_.dialogs.popUpforConversionError(QFileInfo(job->order.source).fileName());
 }
 
-void EncoderOutcomes::writeFailed(const EncoderRunPtr& run, EncoderReader& reader) {
+void EncoderOutcomes::writeFailed(const JobPtr& job, EncoderReader& reader) {
     MainThread& mainThread = context_.mainThread;
-    logFailure(*run, &reader);
-    judgeAtItsEnd(run);
-    (void)doBeforeBox(run, [] {});
+    logFailure(*job, &reader);
+    judgeAtItsEnd(job);
+    (void)doBeforeBox(job, [] {});
     const bool isTold = mainThread.onMainThread([&] {
-        if (!mayAsk(*run))
+        if (!mayAsk(*job))
             return false;
         context_.dialogs.tellMemoryFull();
         return true;
     });
-    run->output.remove();
+    job->plan().output.remove();
     if (!reader.awaitOwnEnd(context_.patience.end))
         reader.endEncoder();
-    run->output.remove();
-    mainThread.onMainThread([&] { settleFailed(run, isTold ? Answer::EndRun : Answer::NotAsked); });
+    job->plan().output.remove();
+    mainThread.onMainThread([&] { settleFailed(job, isTold ? Answer::EndRun : Answer::NotAsked); });
 }

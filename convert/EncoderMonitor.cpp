@@ -1,11 +1,11 @@
 #include "convert/EncoderMonitor.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
 #include "convert/EncoderMarkers.h"
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
+#include "convert/LiveJobs.h"
 #include "convert/RowStates.h"
 #include "convert/RunWatch.h"
 #include "convert/Timecode.h"
@@ -15,50 +15,36 @@
 #include "platform/MainThread.h"
 #include "platform/WorkerThreads.h"
 
-EncoderMonitor::EncoderMonitor(ConversionContext& context, ConversionQueue& queue,
-                               EncoderOutcomes& outcomes)
-    : context_(context), queue_(queue), outcomes_(outcomes) {}
-
-void EncoderMonitor::watch(const EncoderRunPtr& run) {
-    context_.workers.start([this, run] {
-        if (run->kind == EncoderRun::Kind::Job)
-            follow(run);
-        else
-            discard(run);
-    });
-}
-
-void EncoderMonitor::discard(const EncoderRunPtr& run) {
-    QByteArray bytes;
-    while (run->task->read(bytes) != ChildProcess::Read::Ended)
-        bytes.clear();
-    context_.mainThread.onMainThread([&] { (void)queue_.settle(run); });
-}
-
-void EncoderMonitor::follow(const EncoderRunPtr& run) {
-    EncoderReader reader(context_, run);
+void EncoderMonitor::follow(const JobPtr& job) {
+    EncoderReader reader(context_, job);
     try {
-        followToEnd(run, reader);
+        followToEnd(job, reader);
     } catch (const Cancelled&) {
         reader.readLastWords(context_.patience.end);
         throw;
     }
 }
 
-void EncoderMonitor::followToEnd(const EncoderRunPtr& run, EncoderReader& reader) {
+void EncoderMonitor::giveUp(const JobPtr& job) {
+    EncoderReader reader(context_, job);
+    reader.endEncoder();
+    outcomes_.failed(job, &reader);
+}
+
+void EncoderMonitor::followToEnd(const JobPtr& job, EncoderReader& reader) {
     for (;;) {
         const EncoderReader::Event event = reader.next();
         if (event.kind == EncoderReader::Event::Kind::Ended) {
-            outcomes_.conclude(run, reader);
+            outcomes_.conclude(job, reader);
             return;
         }
         if (event.kind == EncoderReader::Event::Kind::EndAsked) {
-            outcomes_.endAsAsked(run, reader);
+            outcomes_.endAsAsked(job, reader);
             return;
         }
-        const Step step = handle(run, event.piece);
+        const Step step = handle(job, event.piece);
         if (step != Step::Go) {
-            carryOut(step, run, reader);
+            carryOut(step, job, reader);
             return;
         }
     }
@@ -66,37 +52,36 @@ void EncoderMonitor::followToEnd(const EncoderRunPtr& run, EncoderReader& reader
 
 // The guard of the handling: a piece that cannot be read interrupts the encoder, and its end is a
 // failed conversion.
-EncoderMonitor::Step EncoderMonitor::handle(const EncoderRunPtr& run, const EncoderPiece& piece) {
+EncoderMonitor::Step EncoderMonitor::handle(const JobPtr& job, const EncoderPiece& piece) {
     try {
-        const Step step = context_.mainThread.onMainThread([&] { return takePiece(run, piece); });
+        const Step step = context_.mainThread.onMainThread([&] { return takePiece(job, piece); });
         if (step != Step::WaitASecond)
             return step;
         context_.workers.sleep(context_.second);
-        return context_.mainThread.onMainThread([&] { return afterASecond(run, piece); });
+        return context_.mainThread.onMainThread([&] { return afterASecond(job, piece); });
     } catch (const std::exception& failure) {
         qCWarning(lcConvert, "a piece of the encoder's output could not be read: %s",
                   failure.what());
-        if (run->task->interrupt())
-            context_.mainThread.onMainThread([&] { run->life.toldToEnd(); });
+        context_.mainThread.onMainThread([&] { job->interrupt(); });
         return Step::AwaitEnd;
     }
 }
 
-void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader& reader) {
+void EncoderMonitor::carryOut(Step step, const JobPtr& job, EncoderReader& reader) {
     switch (step) {
     case Step::EndAsAsked:
-        outcomes_.endAsAsked(run, reader);
+        outcomes_.endAsAsked(job, reader);
         break;
     case Step::Failed:
-        outcomes_.failed(run, &reader);
+        outcomes_.failed(job, &reader);
         break;
     case Step::WriteFailed:
-        outcomes_.writeFailed(run, reader);
+        outcomes_.writeFailed(job, reader);
         break;
     case Step::AwaitEnd:
         if (!reader.awaitOwnEnd(context_.patience.end))
             reader.endEncoder();
-        outcomes_.conclude(run, reader);
+        outcomes_.conclude(job, reader);
         break;
     case Step::Go:
     case Step::WaitASecond:
@@ -104,75 +89,71 @@ void EncoderMonitor::carryOut(Step step, const EncoderRunPtr& run, EncoderReader
     }
 }
 
-EncoderMonitor::Step EncoderMonitor::takePiece(const EncoderRunPtr& run,
-                                               const EncoderPiece& piece) {
-    run->life.saw(piece);
-    if (run->life.request() != EncoderLife::Request::None)
+EncoderMonitor::Step EncoderMonitor::takePiece(const JobPtr& job, const EncoderPiece& piece) {
+    job->saw(piece);
+    if (job->life().request() != EncoderLife::Request::None)
         return Step::EndAsAsked;
     if (piece.writeFailureAtEnd)
         return Step::WriteFailed;
     if (!piece.marks.hasPosition && !piece.marks.hasError && !piece.hasDamage)
         return Step::Go;
-    return takePosition(run, piece.text);
+    return takePosition(job, piece.text);
 }
 
-EncoderMonitor::Step EncoderMonitor::takePosition(const EncoderRunPtr& run, const QString& text) {
+EncoderMonitor::Step EncoderMonitor::takePosition(const JobPtr& job, const QString& text) {
     SharedState& state = context_.state;
-    run->progress->changestat(status::STATCR);
+    job->row.progress->changestat(status::STATCR);
     state.probe.duration = positionText(text);
     const double position = secondsOfTimecode(state.probe.duration);
-    run->percent = percentage(position, run->total);
+    job->row.percent = percentage(position, job->plan().length);
 
     if (state.convertingIndex >= context_.files.rowCount())
         return Step::Go;
     if (state.convertingIndex == SharedState::noRow) {
-        run->ask(EncoderLife::Request::Remove);
+        job->ask(EncoderLife::Request::Remove);
         return Step::EndAsAsked;
     }
     if (state.convertingIndex == SharedState::pauseRequested) {
-        pause(run);
+        pause(job);
         return Step::Go;
     }
     if (state.convertingIndex < 0)
         return Step::Go;
-    if (const auto row = context_.rowOf(*run))
-        run->record = context_.files.recordAt(*row);
-    run->record->set(key::progress, QString());
-    run->record->set(key::progressValue, percentageText(run->percent));
-    context_.watch.reached(*run, position);
-    context_.rowChanged(*run);
+    if (const auto row = context_.jobs.rowOf(*job))
+        job->row.record = context_.files.recordAt(*row);
+    job->row.record->set(key::progress, QString());
+    job->row.record->set(key::progressValue, percentageText(job->row.percent));
+    job->row.progress->setTimeLeft(context_.watch.reached(job->row.id, position));
+    context_.jobs.rowChanged(*job);
     return Step::WaitASecond;
 }
 
-EncoderMonitor::Step EncoderMonitor::afterASecond(const EncoderRunPtr& run,
-                                                  const EncoderPiece& piece) {
-    if (run->life.request() != EncoderLife::Request::None)
+EncoderMonitor::Step EncoderMonitor::afterASecond(const JobPtr& job, const EncoderPiece& piece) {
+    if (job->life().request() != EncoderLife::Request::None)
         return Step::EndAsAsked;
     const EncoderMarkers& marks = piece.marks;
     // The damage may have been in a piece that a pause took up.
-    if (marks.hasError || marks.hasInvalid || run->life.isDamageSeen())
+    if (marks.hasError || marks.hasInvalid || job->life().isDamageSeen())
         return Step::Failed;
     if (marks.hasWriteFailure)
         return Step::WriteFailed;
     if (marks.hasSummary)
         return Step::AwaitEnd;
-    run->progress->incrementStep(run->percent);
-    context_.rowChanged(*run);
+    job->row.progress->incrementStep(job->row.percent);
+    context_.jobs.rowChanged(*job);
     return Step::Go;
 }
 
-void EncoderMonitor::pause(const EncoderRunPtr& run) {
-    run->progress->setStatusString(QString());
-    if (!run->task->suspend()) {
-        run->life.suspendDidFail();
-        context_.rowChanged(*run);
+void EncoderMonitor::pause(const JobPtr& job) {
+    job->row.progress->setStatusString(QString());
+    if (!job->suspend()) {
+        context_.jobs.rowChanged(*job);
         return;
     }
-    run->suspended();
     context_.watch.paused();
     context_.state.convertingIndex = SharedState::pauseRequested;
-    setPaused(*run->record);
-    context_.files.pause({run->task, run->task->readEnd(),
-                          static_cast<int>(run->task->processIdentifier()), context_.pauseRowId});
-    context_.rowChanged(*run);
+    setPaused(*job->row.record);
+    context_.files.pause({job->task(), job->task()->readEnd(),
+                          static_cast<int>(job->task()->processIdentifier()), job->row.pauseId});
+    context_.jobs.rowChanged(*job);
 }

@@ -1,26 +1,25 @@
 #pragma once
 
-#include "convert/EncoderRun.h"
+#include "convert/Job.h"
 
-class ConversionQueue;
 class EncoderOutcomes;
 class EncoderReader;
 struct ConversionContext;
 struct EncoderPiece;
 
-/// Follows a running encoder: a thread of its own reads what the encoder says, a second a piece,
-/// and the main thread takes each piece into the row, carries out a pause and sees how the job
+/// Follows a running encoder on its job's thread, which reads what the encoder says, a second a
+/// piece; the main thread takes each piece into the row, carries out a pause and sees how the job
 /// goes on. Owned by the engine.
 class EncoderMonitor final {
 public:
-    EncoderMonitor(ConversionContext& context, ConversionQueue& queue, EncoderOutcomes& outcomes);
+    EncoderMonitor(const ConversionContext& context, EncoderOutcomes& outcomes)
+        : context_(context), outcomes_(outcomes) {}
     Q_DISABLE_COPY_MOVE(EncoderMonitor)
 
-    /// Starts the reader thread of a run that was just launched. Main thread. Throws
-    /// std::system_error where no thread can be had.
-    void watch(const EncoderRunPtr& run);
-    /// Reads on the caller's thread what a launch says that is no job.
-    void discard(const EncoderRunPtr& run);
+    /// Returns when the job has had its outcome. Throws Cancelled when the program closes.
+    void follow(const JobPtr& job);
+    /// Ends the encoder of a job that went wrong: nobody reads it any more.
+    void giveUp(const JobPtr& job);
 
 private:
     enum class Step {
@@ -32,19 +31,17 @@ private:
         AwaitEnd ///< the summary was seen, or it was interrupted
     };
 
-    // Reader thread.
-    void follow(const EncoderRunPtr& run);
-    void followToEnd(const EncoderRunPtr& run, EncoderReader& reader);
-    [[nodiscard]] Step handle(const EncoderRunPtr& run, const EncoderPiece& piece);
-    void carryOut(Step step, const EncoderRunPtr& run, EncoderReader& reader);
+    // The job's thread.
+    void followToEnd(const JobPtr& job, EncoderReader& reader);
+    [[nodiscard]] Step handle(const JobPtr& job, const EncoderPiece& piece);
+    void carryOut(Step step, const JobPtr& job, EncoderReader& reader);
 
     // Main thread.
-    [[nodiscard]] Step takePiece(const EncoderRunPtr& run, const EncoderPiece& piece);
-    [[nodiscard]] Step takePosition(const EncoderRunPtr& run, const QString& text);
-    [[nodiscard]] Step afterASecond(const EncoderRunPtr& run, const EncoderPiece& piece);
-    void pause(const EncoderRunPtr& run);
+    [[nodiscard]] Step takePiece(const JobPtr& job, const EncoderPiece& piece);
+    [[nodiscard]] Step takePosition(const JobPtr& job, const QString& text);
+    [[nodiscard]] Step afterASecond(const JobPtr& job, const EncoderPiece& piece);
+    void pause(const JobPtr& job);
 
-    ConversionContext& context_;
-    ConversionQueue& queue_;
+    const ConversionContext& context_;
     EncoderOutcomes& outcomes_;
 };

@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Clock = ReaderSignals::Clock;
+using Clock = JobNews::Clock;
 
 constexpr auto longestRest = 100ms;
 
@@ -21,25 +21,25 @@ std::chrono::milliseconds timeUntil(Clock::time_point moment) {
 
 } // namespace
 
-EncoderReader::EncoderReader(const ConversionContext& context, const EncoderRunPtr& run)
+EncoderReader::EncoderReader(const ConversionContext& context, const JobPtr& job)
     : mainThread_(context.mainThread),
-      run_(run),
+      job_(job),
       second_(context.second),
       obedience_(context.patience.obedience),
-      cutter_({run->source, run->output.path()}) {}
+      cutter_({job->order.source, job->plan().output.path()}) {}
 
 EncoderReader::Event EncoderReader::next() {
     for (;;) {
-        if (!run_->reader.waitWhileSuspended())
+        if (!job_->news.waitWhileSuspended())
             throw Cancelled();
         if (auto piece = cut(isRestDue())) {
             restSince_.reset();
             return {Event::Kind::Piece, *piece};
         }
         QByteArray bytes;
-        const auto result = run_->task->read(bytes, limitOfRead());
+        const auto result = job_->task()->read(bytes, limitOfRead());
         take(bytes);
-        const auto asked = run_->reader.endAskedAt();
+        const auto asked = job_->news.endAskedAt();
         if (result == ChildProcess::Read::Ended) {
             if (auto piece = cutAtEnd())
                 return {Event::Kind::Piece, *piece};
@@ -55,7 +55,7 @@ void EncoderReader::take(const QByteArray& bytes) {
     cutter_.add(bytes);
     lastWords_.add(bytes);
     for (const QString& remark : remarks_.add(bytes))
-        qCDebug(lcConvert, "job %d: %s", run_->jobId, qPrintable(onOneLine(remark)));
+        qCDebug(lcConvert, "job %d: %s", job_->order.id, qPrintable(onOneLine(remark)));
 }
 
 bool EncoderReader::isRestDue() {
@@ -77,13 +77,13 @@ std::optional<EncoderPiece> EncoderReader::cutAtEnd() {
 
 std::optional<EncoderPiece> EncoderReader::noted(std::optional<EncoderPiece> piece) {
     if (piece)
-        run_->words.note(*piece);
+        job_->news.noteSaid(*piece);
     return piece;
 }
 
 std::optional<std::chrono::milliseconds> EncoderReader::limitOfRead() const {
     std::optional<std::chrono::milliseconds> limit;
-    if (const auto asked = run_->reader.endAskedAt())
+    if (const auto asked = job_->news.endAskedAt())
         limit = timeUntil(*asked + second_);
     if (restSince_) {
         const auto untilDue = timeUntil(*restSince_ + longestRest);
@@ -98,7 +98,7 @@ bool EncoderReader::awaitEnd(std::chrono::milliseconds limit) {
 
 bool EncoderReader::awaitOwnEnd(std::chrono::milliseconds limit) {
     return readToEnd([this, deadline = Clock::now() + limit] {
-        const auto asked = run_->reader.endAskedAt();
+        const auto asked = job_->news.endAskedAt();
         return asked ? std::min<Clock::time_point>(deadline, *asked + second_) : deadline;
     });
 }
@@ -106,65 +106,55 @@ bool EncoderReader::awaitOwnEnd(std::chrono::milliseconds limit) {
 bool EncoderReader::readToEnd(const Deadline& deadline) {
     for (;;) {
         QByteArray bytes;
-        const auto result = run_->task->read(bytes, timeUntil(deadline()));
+        const auto result = job_->task()->read(bytes, timeUntil(deadline()));
         take(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
         if (auto piece = ended ? cutAtEnd() : cut(false)) {
-            mainThread_.onMainThread([&] { run_->life.saw(*piece); });
+            mainThread_.onMainThread([&] { job_->saw(*piece); });
         } else if (ended) {
             noteEnd();
             return true;
         }
         // One that never stops talking must not be listened to for ever; what an ended one has
         // said is read to its last word.
-        if (timeUntil(deadline()) == 0ms && !run_->task->end())
+        if (timeUntil(deadline()) == 0ms && !job_->task()->end())
             return false;
     }
 }
 
 bool EncoderReader::tellToEnd() {
-    const bool lives = send(&ChildProcess::terminate);
-    // A stopped process cannot obey.
-    run_->task->resume();
-    return lives;
+    return mainThread_.onMainThread([this] { return job_->tellToEnd(); });
 }
 
 void EncoderReader::awaitObedience() {
     if (awaitEnd(obedience_))
         return;
-    send(&ChildProcess::kill);
+    mainThread_.onMainThread([this] { job_->kill(); });
     // A process that hangs in the kernel cannot be helped: it is left behind.
     awaitEnd(obedience_);
-}
-
-bool EncoderReader::send(bool (ChildProcess::*signal)()) {
-    const bool sent = (run_->task.get()->*signal)();
-    if (sent)
-        mainThread_.onMainThread([this] { run_->life.toldToEnd(); });
-    return sent;
 }
 
 void EncoderReader::readLastWords(std::chrono::milliseconds limit) {
     const auto deadline = Clock::now() + limit;
     for (;;) {
         QByteArray bytes;
-        const auto result = run_->task->read(bytes, timeUntil(deadline));
+        const auto result = job_->task()->read(bytes, timeUntil(deadline));
         take(bytes);
         const bool ended = result == ChildProcess::Read::Ended;
         while (ended ? cutAtEnd() : cut(false)) {
         }
         if (ended)
-            run_->words.noteLastWord();
+            job_->news.noteLastWord();
         if (ended || timeUntil(deadline) == 0ms)
             return;
     }
 }
 
 void EncoderReader::noteEnd() {
-    run_->words.noteLastWord();
-    const auto end = run_->task->end();
+    job_->news.noteLastWord();
+    const auto end = job_->task()->end();
     if (!end)
         return;
-    const bool hasOutput = run_->output.judge();
-    mainThread_.onMainThread([&] { run_->life.ended(*end, hasOutput); });
+    const bool hasOutput = job_->plan().output.judge();
+    mainThread_.onMainThread([&] { job_->ended(*end, hasOutput); });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "convert/EncoderRun.h"
+#include "convert/Job.h"
 #include "convert/LastWords.h"
 #include "convert/LauncherRemarks.h"
 #include "convert/PieceCutter.h"
@@ -12,8 +12,8 @@
 class MainThread;
 struct ConversionContext;
 
-/// Reads one encoder's standard error, piece by piece, up to its end. One reader thread, which
-/// owns it.
+/// Reads one encoder's standard error, piece by piece, up to its end. The job's thread, which owns
+/// it.
 class EncoderReader final {
 public:
     struct Event {
@@ -27,7 +27,7 @@ public:
         EncoderPiece piece = {};
     };
 
-    explicit EncoderReader(const ConversionContext& context, const EncoderRunPtr& run);
+    EncoderReader(const ConversionContext& context, const JobPtr& job);
     Q_DISABLE_COPY_MOVE(EncoderReader)
 
     /// What it said last, line by line.
@@ -41,9 +41,9 @@ public:
     /// The same for an encoder that has nothing more to do: a stop or a removal waits for it no
     /// longer than a second.
     bool awaitOwnEnd(std::chrono::milliseconds limit);
-    /// Asks the encoder to end; false when it has ended by itself.
+    /// Tells the encoder to end; false when it has ended by itself.
     bool tellToEnd();
-    /// Waits for the end of an encoder that was asked to, and kills it when it does not obey in
+    /// Waits for the end of an encoder that was told to, and kills it when it does not obey in
     /// time.
     void awaitObedience();
     void endEncoder() {
@@ -55,7 +55,7 @@ public:
     void readLastWords(std::chrono::milliseconds limit);
 
 private:
-    using Deadline = std::function<ReaderSignals::Clock::time_point()>;
+    using Deadline = std::function<JobNews::Clock::time_point()>;
 
     void take(const QByteArray& bytes);
     bool readToEnd(const Deadline& deadline);
@@ -65,16 +65,15 @@ private:
     [[nodiscard]] std::optional<EncoderPiece> cut(bool flush);
     [[nodiscard]] std::optional<EncoderPiece> cutAtEnd();
     std::optional<EncoderPiece> noted(std::optional<EncoderPiece> piece);
-    bool send(bool (ChildProcess::*signal)());
     void noteEnd();
 
     MainThread& mainThread_;
-    const EncoderRunPtr run_;
+    const JobPtr job_;
     /// How long a silent encoder that was asked to end is waited for.
     const std::chrono::milliseconds second_;
     const std::chrono::milliseconds obedience_;
     PieceCutter cutter_;
-    std::optional<ReaderSignals::Clock::time_point> restSince_;
+    std::optional<JobNews::Clock::time_point> restSince_;
     LastWords lastWords_;
     LauncherRemarks remarks_;
 };

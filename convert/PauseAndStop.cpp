@@ -3,6 +3,7 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
+#include "convert/LiveJobs.h"
 #include "convert/RowStates.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
@@ -10,7 +11,6 @@
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
-#include "platform/ChildProcess.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/MainThread.h"
 #include "widgets/ActionGate.h"
@@ -20,16 +20,9 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <system_error>
 
-namespace {
-
-// On a dead share the deletion of a file does not come back.
-constexpr auto longestRemoval = std::chrono::seconds(1);
-
-} // namespace
-
-PauseAndStop::PauseAndStop(ConversionContext& context, ConversionQueue& queue, RunSummary& summary)
+PauseAndStop::PauseAndStop(const ConversionContext& context, ConversionQueue& queue,
+                           RunSummary& summary)
     : context_(context), queue_(queue), summary_(summary) {}
 
 void PauseAndStop::startConverting() {
@@ -43,7 +36,8 @@ void PauseAndStop::changeConvertingIndex() {
 void PauseAndStop::setConvertingIndexForPause(int row) {
     // The row of the button, as it is now: the selection may have moved on by the time that the
     // encoder says something.
-    context_.pauseRowId = context_.files.idAt(row);
+    if (const JobPtr& job = context_.jobs.current())
+        job->row.pauseId = context_.files.idAt(row);
     context_.state.convertingIndex = SharedState::pauseRequested;
 }
 
@@ -63,13 +57,7 @@ void PauseAndStop::setConvertingIndexForResume(int row) {
 
 void PauseAndStop::resumeFile(const std::shared_ptr<ChildProcess>& task) {
     queue_.lockForRun();
-    context_.runningTask = task;
-    task->resume();
-    for (const EncoderRunPtr& run : context_.liveRuns) {
-        if (run->task == task)
-            run->resumed();
-    }
-    context_.watch.resumed();
+    context_.jobs.resume(task);
 }
 
 void PauseAndStop::StopPausedTask() {
@@ -79,14 +67,14 @@ void PauseAndStop::StopPausedTask() {
         if (record->text(key::status) != status::STATPS)
             continue;
         context_.state.convertingIndex = SharedState::stoppingPaused;
-        const EncoderRunPtr run = context_.unsettledRunOfRecord(record->id());
+        const JobPtr job = context_.jobs.ofRecord(record->id());
         if (!files.pausedList.empty()) {
-            askToEnd(run);
+            askToEnd(job);
             endPausedTask(files.pausedList.front());
         }
         deletePartialOutput(record->id());
         files.clearPaused();
-        waitUntilSettled(run);
+        waitUntilSettled(job);
         setWaiting(*record);
         // By the record: after rows were dragged its id names another row.
         const auto now = std::find(files.fileInfoArr.begin(), files.fileInfoArr.end(), record);
@@ -111,22 +99,22 @@ void PauseAndStop::stop() {
 
 void PauseAndStop::stopConversion() {
     context_.state.stopped = true;
-    const EncoderRunPtr run = context_.currentRun;
-    if (run && !run->life.isSettled()) {
+    const JobPtr job = context_.jobs.current();
+    if (job && !job->life().isSettled()) {
         // Before its encoder there is nothing to wait for: the job's thread finds itself alone.
-        if (run->life.phase() == EncoderLife::Phase::Preparing) {
-            (void)queue_.settle(run);
-            context_.showWaiting(*run);
+        if (job->life().phase() == EncoderLife::Phase::Preparing) {
+            (void)context_.jobs.settle(job);
+            context_.jobs.showWaiting(*job);
             context_.state.convertingIndex = SharedState::noRow;
         } else {
-            askToEnd(run);
+            askToEnd(job);
         }
     }
     if (!context_.files.pausedList.empty())
         StopPausedTask();
     context_.files.clearQueue();
     queue_.unlockAfterRun();
-    waitUntilSettled(run);
+    waitUntilSettled(job);
     summary_.removeConvertedRows();
 }
 
@@ -182,23 +170,23 @@ void PauseAndStop::queueAgain(int jobId) {
 }
 
 void PauseAndStop::alignWithRecords() {
-    context_.alignWithRecords();
+    context_.jobs.alignWithRecords();
 }
 
 void PauseAndStop::deletePartialOutput(int recordId) {
-    if (const EncoderRunPtr run = context_.unsettledRunOfRecord(recordId))
-        removeUnfinishedOutput(*run);
+    if (const JobPtr job = context_.jobs.ofRecord(recordId))
+        job->removeUnfinishedOutput(context_.mainThread);
 }
 
 void PauseAndStop::rowRemoved(int recordId) {
-    const EncoderRunPtr run = context_.unsettledRunOfRecord(recordId);
-    if (!run)
+    const JobPtr job = context_.jobs.ofRecord(recordId);
+    if (!job)
         return;
-    if (run->life.phase() != EncoderLife::Phase::Preparing) {
-        askToEnd(run, EncoderLife::Request::Remove);
+    if (job->life().phase() != EncoderLife::Phase::Preparing) {
+        askToEnd(job, EncoderLife::Request::Remove);
         return;
     }
-    (void)queue_.settle(run);
+    (void)context_.jobs.settle(job);
     // Not now: the removal comes to its own end first.
     QTimer::singleShot(0, &context_.mainThread, [this] {
         if (!context_.state.stopped)
@@ -207,46 +195,17 @@ void PauseAndStop::rowRemoved(int recordId) {
 }
 
 void PauseAndStop::endPausedTask(const PausedTask& paused) {
-    paused.task->resume();
-    const bool told = paused.task->terminate();
-    for (const EncoderRunPtr& run : context_.liveRuns) {
-        if (told && run->task == paused.task)
-            run->life.toldToEnd();
-    }
+    if (const JobPtr job = context_.jobs.ofTask(paused.task))
+        job->tellToEnd();
 }
 
-void PauseAndStop::askToEnd(const EncoderRunPtr& run, EncoderLife::Request request) {
-    if (run)
-        run->ask(request);
+void PauseAndStop::askToEnd(const JobPtr& job, EncoderLife::Request request) {
+    if (job)
+        job->ask(request);
 }
 
-bool PauseAndStop::hasFinished(const EncoderRun& run) {
-    const auto end = run.task->end();
-    return end && end->succeeded() && run.words.allowWholeFile();
-}
-
-void PauseAndStop::removeUnfinishedOutput(EncoderRun& run) const {
-    // Before its encoder a run has written nothing.
-    if (!run.task || run.outputIsOutOfReach)
-        return;
-    if (hasFinished(run))
-        return;
-    const auto removal = [output = run.output] {
-        output.remove();
-        return true;
-    };
-    try {
-        run.outputIsOutOfReach = !context_.mainThread.resultWithin(longestRemoval, removal);
-    } catch (const std::system_error&) {
-        removal(); // no thread can be had: better late than never
-    }
-    if (run.outputIsOutOfReach)
-        qCWarning(lcConvert, "the partial output could not be deleted in time: %s",
-                  qPrintable(run.output.path()));
-}
-
-void PauseAndStop::waitUntilSettled(const EncoderRunPtr& run) {
-    context_.mainThread.waitUntil([&] { return !run || run->life.isSettled(); }, context_.second);
+void PauseAndStop::waitUntilSettled(const JobPtr& job) {
+    context_.mainThread.waitUntil([&] { return !job || job->life().isSettled(); }, context_.second);
 }
 
 void PauseAndStop::quit() {
@@ -255,39 +214,35 @@ void PauseAndStop::quit() {
         if (record->text(key::conversionstat) == status::CONRUNNING)
             deletePartialOutput(record->id());
     }
-    for (const PausedTask& paused : context_.files.pausedList)
-        endPausedTask(paused);
-    if (context_.runningTask)
-        context_.runningTask->terminate();
-    for (const EncoderRunPtr& run : context_.liveRuns) {
-        run->reader.close();
-        if (!run->task)
+    for (const JobPtr& job : context_.jobs.all()) {
+        job->news.close();
+        if (!job->task())
             continue;
-        removeUnfinishedOutput(*run);
-        run->task->resume();
-        if (run->task->terminate())
-            run->life.toldToEnd();
+        job->removeUnfinishedOutput(context_.mainThread);
+        job->tellToEnd();
     }
+    for (const auto& task : context_.jobs.strays())
+        task->terminate();
 }
 
 void PauseAndStop::finishQuit() {
     using namespace std::chrono_literals;
-    for (const EncoderRunPtr& run : context_.liveRuns) {
-        if (!run->task) {
-            run->note.drop();
+    for (const JobPtr& job : context_.jobs.all()) {
+        if (!job->task()) {
+            job->note.drop();
             continue;
         }
-        if (!run->task->waitForEnd(1s)) {
-            run->task->kill();
-            (void)run->task->waitForEnd(1s);
+        if (!job->task()->waitForEnd(1s)) {
+            job->kill();
+            (void)job->task()->waitForEnd(1s);
         }
         // Its last words may tell that its file is not whole.
-        if (hasFinished(*run))
-            (void)run->words.waitForLastWord(1s);
-        removeUnfinishedOutput(*run);
-        if (run->outputIsOutOfReach)
-            run->note.leave(); // it may still be there when the share answers again
+        if (job->hasFinished())
+            (void)job->news.waitForLastWord(1s);
+        job->removeUnfinishedOutput(context_.mainThread);
+        if (job->isOutputOutOfReach())
+            job->note.leave(); // it may still be there when the share answers again
         else
-            run->note.drop();
+            job->note.drop();
     }
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "convert/EncoderRun.h"
+#include "convert/Job.h"
 #include "filelist/RunControl.h"
 
 #include <memory>
@@ -14,7 +14,7 @@ struct ConversionContext;
 /// the engine.
 class PauseAndStop final : public RunControl {
 public:
-    PauseAndStop(ConversionContext& context, ConversionQueue& queue, RunSummary& summary);
+    PauseAndStop(const ConversionContext& context, ConversionQueue& queue, RunSummary& summary);
     Q_DISABLE_COPY_MOVE(PauseAndStop)
 
     void startConverting() override;
@@ -44,15 +44,12 @@ public:
     void finishQuit();
 
 private:
-    static void askToEnd(const EncoderRunPtr& run,
+    static void askToEnd(const JobPtr& job,
                          EncoderLife::Request request = EncoderLife::Request::Stop);
-    /// Whether the encoder has ended and its file is whole, as far as its words were read.
-    [[nodiscard]] static bool hasFinished(const EncoderRun& run);
-    void removeUnfinishedOutput(EncoderRun& run) const;
-    void waitUntilSettled(const EncoderRunPtr& run);
+    void waitUntilSettled(const JobPtr& job);
     void queueAgain(int jobId);
 
-    ConversionContext& context_;
+    const ConversionContext& context_;
     ConversionQueue& queue_;
     RunSummary& summary_;
 };

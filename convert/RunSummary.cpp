@@ -1,6 +1,7 @@
 #include "convert/RunSummary.h"
 
 #include "convert/ConversionContext.h"
+#include "convert/LiveJobs.h"
 #include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/ConversionDialogs.h"
@@ -43,7 +44,7 @@ void RunSummary::removeConvertedRows() {
             rows.push_back(row);
     }
     if (!rows.empty())
-        context_.alignWithRecords();
+        context_.jobs.alignWithRecords();
     for (const int row : rows)
         files.progressAt(row)->setStatusString(QString());
     files.removeRows(rows);

@@ -5,7 +5,7 @@ struct ConversionContext;
 /// The end of a run as the user sees it. Main thread; owned by the engine.
 class RunSummary final {
 public:
-    explicit RunSummary(ConversionContext& context) : context_(context) {}
+    explicit RunSummary(const ConversionContext& context) : context_(context) {}
 
     /// Shows the summary box of a run that had something queued, empties the run's lists and takes
     /// the converted rows out of the list.
@@ -15,5 +15,5 @@ public:
     void removeConvertedRows();
 
 private:
-    ConversionContext& context_;
+    const ConversionContext& context_;
 };

@@ -1,10 +1,8 @@
 #include "convert/RunWatch.h"
 
-#include "convert/EncoderRun.h"
 #include "convert/TimeLeftText.h"
 #include "convert/Timecode.h"
 #include "filelist/FileList.h"
-#include "filelist/ProgressObject.h"
 
 #include <QThread>
 
@@ -48,8 +46,8 @@ void RunWatch::runGoesOn() {
     queued_.insert(files_.conversionTaskList.begin(), files_.conversionTaskList.end());
 }
 
-void RunWatch::jobBegins(const EncoderRun& run) {
-    queued_.insert(run.jobId);
+void RunWatch::jobBegins(int job) {
+    queued_.insert(job);
     setPhase(Phase::Working);
 }
 
@@ -65,19 +63,19 @@ void RunWatch::idsChanged(const std::unordered_map<int, int>& ids) {
     waitingFor_ = {-1, 0};
 }
 
-void RunWatch::encoderLaunched(const EncoderRun& run) {
-    time_.movieBegins(clock_(), run.total);
+void RunWatch::encoderLaunched(int job, double length) {
+    time_.movieBegins(clock_(), length);
     if (phase_ != Phase::Idle)
-        Q_EMIT progressed(time_.share(waitingLength(run)));
+        Q_EMIT progressed(time_.share(waitingLength(job)));
 }
 
-void RunWatch::reached(const EncoderRun& run, double position) {
+QString RunWatch::reached(int job, double position) {
     if (phase_ == Phase::Idle)
-        return;
+        return QString();
     time_.reached(clock_(), position);
-    const std::optional<double> waiting = waitingLength(run);
-    run.progress->setTimeLeft(timeLeftText(time_, waiting));
+    const std::optional<double> waiting = waitingLength(job);
     Q_EMIT progressed(time_.share(waiting));
+    return timeLeftText(time_, waiting);
 }
 
 void RunWatch::paused() {
@@ -92,17 +90,13 @@ void RunWatch::resumed() {
         setPhase(Phase::Working);
 }
 
-void RunWatch::jobEnds(const EncoderRun& run) {
-    if (run.kind != EncoderRun::Kind::Job)
-        return;
+void RunWatch::jobEnds() {
     time_.movieEnds();
-    if (run.progress)
-        run.progress->setTimeLeft(QString());
 }
 
-void RunWatch::converted(const EncoderRun& run) {
-    converted_.insert(run.jobId);
-    time_.movieIsDone(run.total);
+void RunWatch::converted(int job, double length) {
+    converted_.insert(job);
+    time_.movieIsDone(length);
 }
 
 void RunWatch::summaryOpens() {
@@ -136,13 +130,13 @@ RunWatch::Outcome RunWatch::outcome() const {
     return result;
 }
 
-std::optional<double> RunWatch::waitingLength(const EncoderRun& run) {
-    const std::pair now{run.jobId, files_.conversionTaskList.size()};
+std::optional<double> RunWatch::waitingLength(int job) {
+    const std::pair now{job, files_.conversionTaskList.size()};
     if (std::exchange(waitingFor_, now) == now)
         return waitingLength_;
     std::unordered_set<int> waiting(files_.conversionTaskList.begin(),
                                     files_.conversionTaskList.end());
-    waiting.erase(run.jobId);
+    waiting.erase(job);
     double sum = 0;
     bool isKnown = true;
     // By the row: after rows were dragged a record's own id is not the job's.

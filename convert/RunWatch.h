@@ -10,11 +10,10 @@
 #include <utility>
 
 class FileList;
-struct EncoderRun;
 
 /// What a run comes to for those outside the engine: whether there is work, how far it is, how long
-/// it will yet take and what it came to. The engine's parts tell it what happens. Main thread;
-/// owned by the engine.
+/// it will yet take and what it came to. The engine's parts tell it what happens, and call each job
+/// by its id. Main thread; owned by the engine.
 class RunWatch final : public QObject {
     Q_OBJECT
 
@@ -35,16 +34,17 @@ public:
 
     /// The queue was filled: a run begins, or goes on.
     void runGoesOn();
-    void jobBegins(const EncoderRun& run);
+    void jobBegins(int job);
     /// The jobs have other ids from now on, each that of its own movie.
     void idsChanged(const std::unordered_map<int, int>& ids);
-    void encoderLaunched(const EncoderRun& run);
-    /// `position` in seconds of the movie.
-    void reached(const EncoderRun& run, double position);
+    /// `length` in seconds of the movie; 0 where it is not known.
+    void encoderLaunched(int job, double length);
+    /// `position` in seconds of the movie. Answers the text about the time left.
+    QString reached(int job, double position);
     void paused();
     void resumed();
-    void jobEnds(const EncoderRun& run);
-    void converted(const EncoderRun& run);
+    void jobEnds();
+    void converted(int job, double length);
     /// The run's summary is about to be shown, before or after runIsOver().
     void summaryOpens();
     /// However it ended; once is enough.
@@ -64,8 +64,8 @@ private:
 
     void setPhase(Phase phase);
     [[nodiscard]] Outcome outcome() const;
-    /// Seconds of the movies in the queue but for the run's own; nothing where one is not known.
-    [[nodiscard]] std::optional<double> waitingLength(const EncoderRun& run);
+    /// Seconds of the movies in the queue but for the job's own; nothing where one is not known.
+    [[nodiscard]] std::optional<double> waitingLength(int job);
 
     const FileList& files_;
     Clock clock_;

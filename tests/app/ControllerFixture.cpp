@@ -106,8 +106,8 @@ QList<EncoderStart> ControllerFixture::encodes() const {
 }
 
 bool ControllerFixture::isIdle() const {
-    const auto& run = controller_->engine().context().currentRun;
-    return !controller_->state().isConversionRunning && (!run || run->life.isSettled()) &&
+    const auto& run = controller_->engine().jobs().current();
+    return !controller_->state().isConversionRunning && (!run || run->life().isSettled()) &&
            !QApplication::activeModalWidget() && !controller_->mainThread().isWaiting();
 }
 

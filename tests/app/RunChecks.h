@@ -88,6 +88,12 @@ inline QString writeContent(const QString& path, const QByteArray& content = "x"
     return true;
 }
 
+/// Whether no job is under way, and no process that is none.
+[[nodiscard]] inline bool noJobIsLeft(ControllerFixture& program) {
+    const LiveJobs& jobs = program.app().engine().jobs();
+    return jobs.all().empty() && jobs.strays().empty();
+}
+
 /// Starts without any argument.
 [[nodiscard]] inline int startsWithoutArguments(const ControllerFixture& program) {
     int count = 0;

@@ -61,8 +61,8 @@ bool RunScene::isInStep() {
 
 bool RunScene::begin() {
     program.click("btnConvertFile");
-    const EncoderRunPtr first = run();
-    return eventually([&] { return first && first->record->contains(key::progressValue); });
+    const JobPtr first = run();
+    return eventually([&] { return first && first->row.record->contains(key::progressValue); });
 }
 
 bool RunScene::waitForPercent(int row, int percent) {
@@ -96,7 +96,7 @@ bool RunScene::end(const QStringList& names) {
 }
 
 bool RunScene::blockUntilEnded() {
-    return run()->task->waitForEnd(20s).has_value();
+    return run()->task()->waitForEnd(20s).has_value();
 }
 
 qint64 RunScene::encoderPid() const {

@@ -56,7 +56,7 @@ public:
     [[nodiscard]] bool pause(int row, const QString& name, int step = 1);
     /// Lets these encoders come to their end, answers the summary and waits for the end.
     [[nodiscard]] bool end(const QStringList& names);
-    [[nodiscard]] EncoderRunPtr run() { return program.app().engine().context().currentRun; }
+    [[nodiscard]] JobPtr run() { return program.app().engine().jobs().current(); }
     /// Blocks, without turning the main loop, until the run's encoder has ended.
     [[nodiscard]] bool blockUntilEnded();
 

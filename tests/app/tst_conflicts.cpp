@@ -106,7 +106,7 @@ void TestConflicts::skipKeepsTheFileAndLaunchesWithoutArguments() {
     QCOMPARE(skipped->text(key::path), output);
     // The usage text that the launch without arguments prints asks nothing.
     QCOMPARE(program.boxes.seen.size(), 2);
-    QTRY_VERIFY(program.app().engine().context().liveRuns.empty());
+    QTRY_VERIFY(noJobIsLeft(program));
     QCOMPARE(contentOf(output), QByteArray("old"));
 }
 
@@ -121,7 +121,7 @@ void TestConflicts::skipOfTheLastJobLaunchesAfterTheSummary() {
     QVERIFY(program.runToEnd());
     QCOMPARE(startsUnderTheSummary, 0);
     QTRY_COMPARE(startsWithoutArguments(program), 1);
-    QTRY_VERIFY(program.app().engine().context().liveRuns.empty());
+    QTRY_VERIFY(noJobIsLeft(program));
     QCOMPARE(contentOf(output), QByteArray("old"));
     QVERIFY(isWaiting(0, program));
     QVERIFY(runControlsAre(true, program));
@@ -229,7 +229,7 @@ void TestConflicts::forAllSticksInTheRunOnly() {
     QCOMPARE(program.state().resultStoredForConflict, answer);
 
     // The next run asks again.
-    QTRY_VERIFY(program.app().engine().context().liveRuns.empty());
+    QTRY_VERIFY(noJobIsLeft(program));
     if (program.files().rowCount() == 0)
         program.add(movies);
     program.boxes.promise(cancelAnswer);

@@ -303,7 +303,7 @@ void TestEncoderOutput::textWithoutALineEndIsNotHeldForLong() {
                      .write()});
     program.click("btnConvertFile");
     QTRY_COMPARE(program.files().recordAt(0)->text(key::progressValue), QStringLiteral("50 %"));
-    QVERIFY(!program.app().engine().context().currentRun->task->end());
+    QVERIFY(!program.app().engine().jobs().current()->task()->end());
 }
 
 REELSHIFT_TEST(tst_encoder_output, TestEncoderOutput, QApplication)

@@ -76,7 +76,7 @@ void TestHazards::convertAsSoonAsAStopAllowsIt() {
     scene.addScript(a, encode);
     scene.add({b});
     QVERIFY(scene.begin());
-    const EncoderRunPtr old = scene.run();
+    const JobPtr old = scene.run();
     const qint64 oldPid = scene.encoderPid();
     QTimer inWait;
     connect(&inWait, &QTimer::timeout, this, [&] {
@@ -96,7 +96,7 @@ void TestHazards::convertAsSoonAsAStopAllowsIt() {
     scene.program.click("btnStop");
     QVERIFY(!inWait.isActive());
     QCOMPARE(scene.run(), old); // put off
-    QVERIFY(old->life.isSettled());
+    QVERIFY(old->life().isSettled());
     QCOMPARE(processState(oldPid), '\0');
     QVERIFY(!scene.hasOutput(a));
     QVERIFY(eventually([&] { return scene.run() != old; }));

@@ -109,12 +109,12 @@ void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays() {
     }
     program.boxes.promise(stopError, false, [&] {
         writeContent(program.movies() + QStringLiteral("/go"));
-        const EncoderRunPtr run = program.app().engine().context().currentRun;
+        const JobPtr run = program.app().engine().jobs().current();
         // Without the main loop: it would answer the next box.
         const QDeadlineTimer deadline(20000);
-        while (!run->output.isJudged() && !deadline.hasExpired())
+        while (!run->plan().output.isJudged() && !deadline.hasExpired())
             std::this_thread::yield();
-        QVERIFY(run->output.isJudged() && run->task->end());
+        QVERIFY(run->plan().output.isJudged() && run->task()->end());
         writeContent(program.output(soleOutput), "of somebody else");
     });
     program.boxes.promise(okAnswer);
@@ -150,7 +150,7 @@ void TestPartialOutput::whatOthersPutInPlaceOfItStays() {
         {std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
     program.add({program.movie(soleMovie).encode(encode).write()});
     program.boxes.promise(answer, false, [&] {
-        QVERIFY(!program.app().engine().context().currentRun->task->end());
+        QVERIFY(!program.app().engine().jobs().current()->task()->end());
         QVERIFY(QFile::remove(program.output(soleOutput)));
         writeContent(program.output(soleOutput), "of somebody else");
     });
@@ -172,8 +172,8 @@ void TestPartialOutput::anOutputThatWentByItselfIsNotConverted() {
                                  QStringLiteral("summary 10"), QStringLiteral("unlink ") + output})
              .write()});
     program.click("btnConvertFile");
-    QTRY_VERIFY(program.app().engine().context().currentRun->record->contains(key::progressValue));
-    const auto task = program.app().engine().context().currentRun->task;
+    QTRY_VERIFY(program.app().engine().jobs().current()->row.record->contains(key::progressValue));
+    const auto task = program.app().engine().jobs().current()->task();
     QVERIFY(task->waitForEnd(std::chrono::seconds(20)));
     program.boxes.promise(1001);
     program.click("btnStop");

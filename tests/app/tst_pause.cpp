@@ -62,7 +62,7 @@ void TestPause::aPausedEncoderIsSuspendedAndGoesOn() {
     QCOMPARE(files.progressObjects[0]->statusString(), QString());
     QCOMPARE(files.pausedList.size(), size_t(1));
     const PausedTask& entry = files.pausedList.front();
-    QCOMPARE(entry.task, scene.run()->task);
+    QCOMPARE(entry.task, scene.run()->task());
     QCOMPARE(entry.selectedError, entry.task->readEnd());
     QCOMPARE(qint64(entry.taskid), scene.encoderPid());
     QCOMPARE(entry.selectedrowid, files.idList[0]);
@@ -176,7 +176,7 @@ void TestPause::whatIsLeftInThePipeWaitsForTheResume() {
     QVERIFY(scene.pause(0, a));
     const auto waiting = [&] {
         int bytes = 0;
-        ::ioctl(scene.run()->task->readEnd(), FIONREAD, &bytes);
+        ::ioctl(scene.run()->task()->readEnd(), FIONREAD, &bytes);
         return bytes;
     };
     const int before = waiting();
@@ -246,7 +246,7 @@ void TestPause::resumeTakesTheEntryOfItsOwnRow() {
     QCOMPARE(files.pausedList.front().task, other);
     QCOMPARE(processState(other->processIdentifier()), 'T');
     QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));
-    QCOMPARE(scene.program.app().engine().context().runningTask, scene.run()->task);
+    QCOMPARE(scene.program.app().engine().jobs().runningTask(), scene.run()->task());
     files.clearPaused();
     QVERIFY(scene.end({a, b}));
 }
@@ -489,7 +489,7 @@ void TestPause::aReorderedListPausesAndResumes() {
     scene.program.files().moveRecords({1}, 0);
     QVERIFY(scene.begin());
     // The queue begins with the id of the second movie, whose row now holds the first one.
-    QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("a.mp4"));
+    QCOMPARE(scene.run()->row.record->text(key::name), QStringLiteral("a.mp4"));
     QVERIFY(scene.pause(1, a));
     QCOMPARE(scene.encoderState(), 'T');
     scene.program.clickRowButton(1);

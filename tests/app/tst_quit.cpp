@@ -195,9 +195,9 @@ void TestQuit::aFileThatIsNotWhole() {
         program.click("btnConvertFile");
         // Its reader waits a second, which is a minute here.
         QTRY_VERIFY(
-            program.app().engine().context().currentRun->record->contains(key::progressValue));
-        QVERIFY(program.app().engine().context().currentRun->task->waitForEnd(
-            std::chrono::seconds(20)));
+            program.app().engine().jobs().current()->row.record->contains(key::progressValue));
+        QVERIFY(
+            program.app().engine().jobs().current()->task()->waitForEnd(std::chrono::seconds(20)));
         program.quit();
     }
     QCOMPARE(QFile::exists(program.output(soleOutput)), stays);

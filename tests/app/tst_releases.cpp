@@ -201,10 +201,10 @@ void TestReleases::marksInNamesAndTitles() {
     program.add({movie});
     QCOMPARE(program.files().rowCount(), 1);
     program.click("btnConvertFile");
-    const EncoderRunPtr run = program.app().engine().context().currentRun;
+    const JobPtr run = program.app().engine().jobs().current();
     QVERIFY(eventually(
-        [&] { return run->record->text(key::progressValue) == QStringLiteral("10 %"); }));
-    QVERIFY(!run->life.isSummarySeen());
+        [&] { return run->row.record->text(key::progressValue) == QStringLiteral("10 %"); }));
+    QVERIFY(!run->life().isSummarySeen());
     program.boxes.promise(1001);
     program.boxes.promise(okAnswer);
     writeContent(program.movies() + QStringLiteral("/go"));
@@ -221,7 +221,7 @@ void TestReleases::pauseAndResume() {
     QVERIFY(scene.pause(0, a));
     QCOMPARE(scene.program.status(0), status::STATPS);
     // The process that the program knows is the encoder, and it is the one that stands still.
-    QCOMPARE(qint64(scene.run()->task->processIdentifier()), scene.encoderPid());
+    QCOMPARE(qint64(scene.run()->task()->processIdentifier()), scene.encoderPid());
     QCOMPARE(scene.encoderState(), 'T');
     scene.program.clickRowButton(0);
     QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));

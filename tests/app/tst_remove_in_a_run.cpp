@@ -161,7 +161,7 @@ void TestRemoveInARun::theConvertingRowBeforeItsLaunch() {
     RunScene scene;
     scene.add({a, b});
     scene.program.click("btnConvertFile");
-    QCOMPARE(scene.run()->life.phase(), EncoderLife::Phase::Preparing);
+    QCOMPARE(scene.run()->life().phase(), EncoderLife::Phase::Preparing);
     QCOMPARE(scene.program.status(0), status::STATWT);
     removeRow(scene, 0, byButton);
     QCOMPARE(scene.names(), QStringList{b});
@@ -175,7 +175,7 @@ void TestRemoveInARun::aFinishedFileOfARemovedRowStays() {
     RunScene scene;
     scene.add({a, b});
     QVERIFY(scene.begin());
-    const EncoderRunPtr first = scene.run();
+    const JobPtr first = scene.run();
     scene.goToEnd(a);
     QVERIFY(scene.blockUntilEnded());
     removeRow(scene, 0, false);
@@ -205,11 +205,11 @@ void TestRemoveInARun::asItsOutcomeIsOnItsWay() {
     scene.add({a, b});
     removeRow(scene, 1, true);
     QVERIFY(scene.begin());
-    const EncoderRunPtr run = scene.run();
+    const JobPtr run = scene.run();
     scene.goToEnd(a);
     scene.program.boxes.promise(1000); // a summary, where it was too late
-    QVERIFY(eventually([&] { return run->life.isFinished(); }));
-    for (int step = 0; step < moment && !run->life.isSettled(); ++step)
+    QVERIFY(eventually([&] { return run->life().isFinished(); }));
+    for (int step = 0; step < moment && !run->life().isSettled(); ++step)
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     scene.program.click("btnRemoveFile");
     if (andStop)
@@ -357,7 +357,7 @@ void TestRemoveInARun::aReorderedList() {
     scene.add({a, b, c});
     scene.program.files().moveRecords({1}, 0);
     QVERIFY(scene.begin());
-    QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("a.mp4"));
+    QCOMPARE(scene.run()->row.record->text(key::name), QStringLiteral("a.mp4"));
     const qint64 old = scene.encoderPid();
     if (paused)
         QVERIFY(scene.pause(1, a));
@@ -396,7 +396,7 @@ void TestRemoveInARun::aReorderedListLosesNoMovie() {
     files.moveRecords({3}, 0);
     QVERIFY(scene.begin());
     QCOMPARE(scene.names(), (QStringList{d, a, b, c}));
-    QCOMPARE(scene.run()->record->text(key::name), QStringLiteral("c.mp4"));
+    QCOMPARE(scene.run()->row.record->text(key::name), QStringLiteral("c.mp4"));
     if (paused)
         QVERIFY(scene.pause(3, c));
     removeRow(scene, 1, byButton);

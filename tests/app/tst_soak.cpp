@@ -279,17 +279,14 @@ bool TestSoak::areSourcesUntouched() const {
 }
 
 QString TestSoak::faults() {
-    const auto& context = scene_->program.app().engine().context();
-    const auto alive = std::count_if(
-        context.liveRuns.begin(), context.liveRuns.end(), [](const EncoderRunPtr& run) {
-            return run->kind == EncoderRun::Kind::Job && !run->life.isSettled();
-        });
+    const LiveJobs& jobs = scene_->program.app().engine().jobs();
     QStringList faults;
     if (!scene_->isInStep())
         faults << QStringLiteral("the lists are out of step");
-    if (alive > 1)
-        faults << QStringLiteral("%1 runs at a time").arg(alive);
-    if (childrenCount() > int(context.liveRuns.size()) + 1) // one may be about to be noted
+    if (jobs.all().size() > 1)
+        faults << QStringLiteral("%1 jobs at a time").arg(jobs.all().size());
+    // One may be about to be noted.
+    if (childrenCount() > int(jobs.all().size() + jobs.strays().size()) + 1)
         faults << QStringLiteral("%1 processes").arg(childrenCount());
     if (scene_->program.files().pausedList.size() > 1)
         faults << QStringLiteral("two paused encoders");

@@ -250,7 +250,7 @@ void TestStop::aPausedEncoderThatWasKilled() {
     scene.add({a});
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(0, a));
-    QVERIFY(scene.run()->task->kill());
+    QVERIFY(scene.run()->task()->kill());
     QVERIFY(scene.blockUntilEnded());
     stop(scene);
     QVERIFY(scene.program.isIdle());
@@ -275,7 +275,7 @@ void TestStop::beforeTheEncoderIsLaunched() {
     RunScene scene;
     scene.add({a, b});
     scene.program.click("btnConvertFile");
-    QCOMPARE(scene.run()->life.phase(), EncoderLife::Phase::Preparing);
+    QCOMPARE(scene.run()->life().phase(), EncoderLife::Phase::Preparing);
     scene.program.app().engine().pauseAndStop().stopConversion();
     QVERIFY(scene.program.isIdle());
     QCOMPARE(scene.program.status(0), status::STATWT);
@@ -307,10 +307,10 @@ void TestStop::justAsItFinishes() {
     RunScene scene;
     scene.add({a, b});
     QVERIFY(scene.begin());
-    const EncoderRunPtr first = scene.run();
+    const JobPtr first = scene.run();
     scene.program.boxes.promise(1001, false, [&] {
         scene.goToEnd(a);
-        QVERIFY(first->task->waitForEnd(20s).has_value());
+        QVERIFY(first->task()->waitForEnd(20s).has_value());
     });
     scene.program.click("btnStop");
     QVERIFY(scene.program.isIdle());
@@ -354,7 +354,7 @@ void TestStop::afterItsSummaryWithoutAnEnd() {
                         QStringLiteral("touch said"), QStringLiteral("hang")});
     QVERIFY(scene.begin());
     scene.go(a, 1);
-    QVERIFY(eventually([&] { return scene.run()->life.isSummarySeen(); }));
+    QVERIFY(eventually([&] { return scene.run()->life().isSummarySeen(); }));
     QElapsedTimer time;
     scene.program.boxes.promise(1001, false, [&] { time.start(); });
     scene.program.click("btnStop");
@@ -396,10 +396,10 @@ void TestStop::aFailureUnderTheQuestion() {
                         QStringLiteral("wait-file a.1"), QStringLiteral("exit 1")});
     scene.add({b});
     QVERIFY(scene.begin());
-    const EncoderRunPtr first = scene.run();
+    const JobPtr first = scene.run();
     scene.program.boxes.promise(1001, false, [&] {
         scene.go(a, 1);
-        QVERIFY(first->task->waitForEnd(20s).has_value());
+        QVERIFY(first->task()->waitForEnd(20s).has_value());
     });
     scene.program.click("btnStop");
     QVERIFY(scene.program.isIdle());
@@ -449,10 +449,10 @@ void TestStop::allRowsConvertedByThen() {
     RunScene scene;
     scene.add({a});
     QVERIFY(scene.begin());
-    const EncoderRunPtr first = scene.run();
+    const JobPtr first = scene.run();
     scene.program.boxes.promise(1001, false, [&] {
         scene.goToEnd(a);
-        QVERIFY(first->task->waitForEnd(20s).has_value());
+        QVERIFY(first->task()->waitForEnd(20s).has_value());
     });
     scene.program.click("btnStop");
     QCOMPARE(scene.program.files().rowCount(), 0);

@@ -134,12 +134,13 @@ void FaultScene::run() {
 }
 
 bool FaultScene::waitForProgress() {
-    const EncoderRunPtr run = program.app().engine().context().currentRun;
-    return run && QTest::qWaitFor([&] { return run->record->contains(key::progressValue); }, 20000);
+    const JobPtr run = program.app().engine().jobs().current();
+    return run &&
+           QTest::qWaitFor([&] { return run->row.record->contains(key::progressValue); }, 20000);
 }
 
 qint64 FaultScene::encoderPid() {
-    return program.app().engine().context().currentRun->task->processIdentifier();
+    return program.app().engine().jobs().current()->task()->processIdentifier();
 }
 
 bool FaultScene::pause() {

@@ -303,7 +303,7 @@ void TestFaultsEncoder::harmlessTexts() {
     harmless("a position beyond all hours", "progress -577014:32:22.77");
 }
 
-// The computer has no thread left for the job, or for who would read its encoder.
+// The computer has no thread left for the job, or for what stands beside it.
 void TestFaultsEncoder::threads() {
     const auto none = std::make_shared<std::unique_ptr<NoMoreThreads>>();
     const auto noMore = [none](FaultScene&) { *none = std::make_unique<NoMoreThreads>(); };
@@ -343,17 +343,15 @@ void TestFaultsEncoder::threads() {
     job.waiting = QStringList({badName, goodName, third});
     job.outputs.clear();
     addRow(job);
-    addRow(
-        {.name = QStringLiteral("no thread can be had to read the encoder"),
-         .answer = QStringLiteral("Keep Both, Skip"),
-         .prepare =
-             [](FaultScene& scene) {
-                 writeContent(scene.output(badOutput), "old");
-                 return addLong(scene);
-             },
-         .boxes = {{"IDS_TXT_POPUP_SAMENAME", 1001, noMore}, {errorBox, 1001, again}, {summaryBox}},
-         .waiting = QStringList(badName),
-         .outputs = QStringList(goodOutput)});
+    addRow({.name = QStringLiteral("no thread can be had once the job has its own"),
+            .answer = QStringLiteral("Keep Both"),
+            .prepare =
+                [](FaultScene& scene) {
+                    writeContent(scene.output(goodOutput), "old");
+                    return scene.addGood(goodName) ? QString() : QStringLiteral("no movie");
+                },
+            .boxes = {{"IDS_TXT_POPUP_SAMENAME", 1001, noMore}, {summaryBox, 1000, again}},
+            .outputs = QStringList(QStringLiteral("b_HQ(1)_640x480.mp4"))});
     addRow({.name = QStringLiteral("no thread can be had for the launch after a skip"),
             .answer = QStringLiteral("Skip"),
             .prepare =

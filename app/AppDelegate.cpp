@@ -70,8 +70,8 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
                  resolutions_,
                  window_,
                  dialogs_}),
-      removeFiles_(files_, state_, engine_.pauseAndStop(), window_),
-      rowButton_(mainThread_, files_, state_, engine_.pauseAndStop(), window_, dialogs_),
+      removeFiles_(files_, state_, engine_.rows(), window_),
+      rowButton_(mainThread_, files_, state_, engine_.rows(), window_, dialogs_),
       rowDrag_({files_, state_, gate_, window_, addFiles_}),
       outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
       update_(surroundings.update),
@@ -109,7 +109,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
     if (!std::exchange(cleanedUp_, true)) {
-        engine_.pauseAndStop().quit();
+        engine_.quitting().quit();
         rememberFolders();
     }
     return true;
@@ -157,7 +157,7 @@ void AppDelegate::endWork() {
 
 bool AppDelegate::finish() {
     endWork();
-    engine_.pauseAndStop().finishQuit();
+    engine_.quitting().awaitEnd();
     const auto end = std::chrono::steady_clock::now() + longestGoodbye;
     const auto rest = [end] {
         return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(
@@ -217,7 +217,7 @@ void AppDelegate::closeAtOnce() {
 // The window that offers a newer version may stay, and the program with it; no encoder does.
 void AppDelegate::windowWasClosed() {
     endWork();
-    engine_.pauseAndStop().finishQuit();
+    engine_.quitting().awaitEnd();
 }
 
 void AppDelegate::addData() {
@@ -246,7 +246,7 @@ void AppDelegate::convert() {
 }
 
 void AppDelegate::stop() {
-    engine_.pauseAndStop().stop();
+    engine_.stopping().stop();
 }
 
 void AppDelegate::selectFolder() {

@@ -7,7 +7,7 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
                                    const ProfileCatalogue& profiles, const QString& encoderPath,
                                    const QString& stateFolder)
     : watch_(files),
-      jobs_(files, state, watch_),
+      jobs_(services.mainThread, files, state, watch_),
       context_{services.mainThread,
                services.processes,
                services.workers,
@@ -27,7 +27,10 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
       jobThread_(context_, monitor_, outcomes_),
       summary_(context_),
       queue_(context_, summary_, [this](const JobPtr& job) { jobThread_.start(job); }),
-      pauseAndStop_(context_, queue_, summary_) {}
+      rows_(context_, queue_),
+      stopping_(context_, queue_, rows_, summary_),
+      quitting_(context_),
+      uncalled_(context_, queue_, rows_, summary_) {}
 
 void ConversionEngine::goOn(AfterJob after) {
     switch (after) {
@@ -38,7 +41,7 @@ void ConversionEngine::goOn(AfterJob after) {
         queue_.endRunAfterFailure();
         break;
     case AfterJob::StopRun:
-        pauseAndStop_.stopConversion();
+        stopping_.stopConversion();
         break;
     }
 }

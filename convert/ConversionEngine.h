@@ -6,9 +6,12 @@
 #include "convert/EncoderOutcomes.h"
 #include "convert/JobThread.h"
 #include "convert/LiveJobs.h"
-#include "convert/PauseAndStop.h"
+#include "convert/Quitting.h"
+#include "convert/RowControl.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
+#include "convert/Stopping.h"
+#include "convert/UncalledRuns.h"
 
 /// The conversion engine: its parts, put together. A run goes through them in this order: queue,
 /// thread of the job, monitor, outcomes; here it goes from there to the queue again. Main thread;
@@ -31,7 +34,10 @@ public:
     void setPatience(EncoderPatience patience) { context_.patience = patience; }
 
     ConversionQueue& queue() { return queue_; }
-    PauseAndStop& pauseAndStop() { return pauseAndStop_; }
+    RowControl& rows() { return rows_; }
+    Stopping& stopping() { return stopping_; }
+    Quitting& quitting() { return quitting_; }
+    UncalledRuns& uncalled() { return uncalled_; }
     RunSummary& summary() { return summary_; }
     RunWatch& watch() { return watch_; }
 
@@ -46,5 +52,8 @@ private:
     JobThread jobThread_;
     RunSummary summary_;
     ConversionQueue queue_;
-    PauseAndStop pauseAndStop_;
+    RowControl rows_;
+    Stopping stopping_;
+    Quitting quitting_;
+    UncalledRuns uncalled_;
 };

@@ -5,6 +5,7 @@
 #include "filelist/FileList.h"
 #include "filelist/ProgressObject.h"
 #include "filelist/SharedState.h"
+#include "platform/MainThread.h"
 
 #include <algorithm>
 #include <utility>
@@ -66,6 +67,10 @@ void LiveJobs::addStray(const std::shared_ptr<ChildProcess>& task) {
 
 void LiveJobs::dropStray(const std::shared_ptr<ChildProcess>& task) {
     strays_.erase(std::remove(strays_.begin(), strays_.end(), task), strays_.end());
+}
+
+void LiveJobs::waitUntilSettled(const JobPtr& job) const {
+    mainThread_.waitUntil([&] { return !job || job->life().isSettled(); }, state_.second);
 }
 
 void LiveJobs::rowChanged(const Job& job) const {

@@ -12,8 +12,8 @@ struct SharedState;
 /// The jobs that are on their way, and their rows. Main thread; owned by the engine.
 class LiveJobs final {
 public:
-    LiveJobs(FileList& files, SharedState& state, RunWatch& watch)
-        : files_(files), state_(state), watch_(watch) {}
+    LiveJobs(MainThread& mainThread, FileList& files, SharedState& state, RunWatch& watch)
+        : mainThread_(mainThread), files_(files), state_(state), watch_(watch) {}
     Q_DISABLE_COPY_MOVE(LiveJobs)
 
     /// The job that was picked last, null before the first; settled when it has had its outcome.
@@ -43,6 +43,8 @@ public:
     void addStray(const std::shared_ptr<ChildProcess>& task);
     void dropStray(const std::shared_ptr<ChildProcess>& task);
 
+    /// A wait of the main thread, of a second at least; `job` may be null.
+    void waitUntilSettled(const JobPtr& job) const;
     void rowChanged(const Job& job) const;
     /// Puts a job's row back to waiting.
     void showWaiting(Job& job) const;
@@ -53,6 +55,7 @@ public:
 private:
     void alignProgress();
 
+    MainThread& mainThread_;
     FileList& files_;
     SharedState& state_;
     RunWatch& watch_;

@@ -216,7 +216,7 @@ void TestHazards::pauseStopAndRemovalAsItFinishes() {
             QCoreApplication::processEvents();
         const QString word = record->text(key::status);
         if (action == QStringLiteral("stop"))
-            scene.program.app().engine().pauseAndStop().stopConversion();
+            scene.program.app().engine().stopping().stopConversion();
         else if (action == QStringLiteral("removal"))
             scene.program.click("btnRemoveFile");
         else if (word == status::STATPR)

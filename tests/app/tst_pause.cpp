@@ -258,7 +258,7 @@ void TestPause::resumeOfARowWithoutAnEntryStartsNothing() {
     QVERIFY(scene.pause(0, a));
     SharedState& state = scene.program.state();
     state.noOfconvertingFileList.clear();
-    scene.program.app().engine().pauseAndStop().setConvertingIndexForResume(1);
+    scene.program.app().engine().rows().setConvertingIndexForResume(1);
     QVERIFY(state.noOfconvertingFileList.contains(scene.program.files().idList[1]));
     QCOMPARE(scene.program.files().pausedList.size(), size_t(1));
     QCOMPARE(state.convertingIndex, SharedState::pauseRequested);

@@ -213,7 +213,7 @@ void TestRemoveInARun::asItsOutcomeIsOnItsWay() {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     scene.program.click("btnRemoveFile");
     if (andStop)
-        scene.program.app().engine().pauseAndStop().stopConversion();
+        scene.program.app().engine().stopping().stopConversion();
     QVERIFY(scene.program.waitUntilIdle());
     QVERIFY(scene.hasOutput(a));
     QCOMPARE(scene.program.files().rowCount(), 0);

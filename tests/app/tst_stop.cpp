@@ -276,7 +276,7 @@ void TestStop::beforeTheEncoderIsLaunched() {
     scene.add({a, b});
     scene.program.click("btnConvertFile");
     QCOMPARE(scene.run()->life().phase(), EncoderLife::Phase::Preparing);
-    scene.program.app().engine().pauseAndStop().stopConversion();
+    scene.program.app().engine().stopping().stopConversion();
     QVERIFY(scene.program.isIdle());
     QCOMPARE(scene.program.status(0), status::STATWT);
     QVERIFY(scene.program.files().conversionTaskList.empty());
@@ -296,7 +296,7 @@ void TestStop::whileTheNextMovieIsBegun() {
     scene.program.click("btnConvertFile");
     QVERIFY(eventually([&] { return scene.program.boxes.allKept(); }));
     QVERIFY(eventually([&] { return scene.program.files().conversionTaskList.size() == 1; }));
-    scene.program.app().engine().pauseAndStop().stopConversion();
+    scene.program.app().engine().stopping().stopConversion();
     scene.program.app().mainThread().waitFor(200ms);
     QVERIFY(scene.program.isIdle());
     QVERIFY(scene.program.encodes().isEmpty());

@@ -24,12 +24,12 @@ private Q_SLOTS:
     void leavePausedJobs();
 
 private:
-    static PauseAndStop& engine(RunScene& scene);
+    static UncalledRuns& engine(RunScene& scene);
     static QCheckBox& openFolder(RunScene& scene);
 };
 
-PauseAndStop& TestUncalled::engine(RunScene& scene) {
-    return scene.program.app().engine().pauseAndStop();
+UncalledRuns& TestUncalled::engine(RunScene& scene) {
+    return scene.program.app().engine().uncalled();
 }
 
 QCheckBox& TestUncalled::openFolder(RunScene& scene) {

@@ -1,47 +1,24 @@
 #include "platform/MainThread.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QEventLoop>
 #include <QScopeGuard>
 #include <QThread>
 #include <QTimer>
 
-namespace {
-
-const auto wakeEvent = static_cast<QEvent::Type>(QEvent::User + 1);
-
-} // namespace
-
-// Outlives the MainThread object for a worker that hangs in the kernel and returns late.
-struct MainThread::Waker {
-    std::mutex mutex;
-    QObject* target = nullptr;
-
-    void wake() {
-        const std::lock_guard lock(mutex);
-        if (target)
-            QCoreApplication::postEvent(target, new QEvent(wakeEvent));
-    }
-};
-
 MainThread::MainThread(QObject* parent)
-    : QObject(parent), waker_(std::make_shared<Waker>()), calls_(waker()) {
-    waker_->target = this;
-}
+    : QObject(parent), mailbox_(Mailbox<MainThread>::make(*this)), calls_(waker()) {}
 
 MainThread::~MainThread() {
     close();
-    const std::lock_guard lock(waker_->mutex);
-    waker_->target = nullptr;
+    mailbox_->close();
 }
 
 std::function<void()> MainThread::waker() const {
-    return [waker = waker_] { waker->wake(); };
+    return [mailbox = mailbox_] { mailbox->post([](MainThread& self) { self.wokenUp(); }); };
 }
 
 void MainThread::wake() {
-    waker_->wake();
+    waker()();
 }
 
 void MainThread::waitUntil(const std::function<bool()>& done, std::chrono::milliseconds atLeast) {
@@ -92,11 +69,8 @@ void MainThread::close() {
         innermost_->quit();
 }
 
-bool MainThread::event(QEvent* event) {
-    if (event->type() != wakeEvent)
-        return QObject::event(event);
+void MainThread::wokenUp() {
     calls_.runPending();
     if (innermost_)
         innermost_->quit();
-    return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/HeldInput.h"
+#include "platform/Mailbox.h"
 #include "platform/MainThreadCalls.h"
 #include "platform/WorkerThreads.h"
 
@@ -74,7 +75,6 @@ Q_SIGNALS:
     void waitOver();
 
 private:
-    struct Waker;
     template <typename Result> struct HelpersAnswer {
         std::mutex mutex;
         std::condition_variable changed;
@@ -111,9 +111,10 @@ private:
         });
         return shared;
     }
-    bool event(QEvent* event) override;
+    void wokenUp();
 
-    std::shared_ptr<Waker> waker_;
+    /// For a worker that hangs in the kernel and returns late.
+    const std::shared_ptr<Mailbox<MainThread>> mailbox_;
     MainThreadCalls calls_;
     WorkerThreads helpers_;
     HeldInput input_;

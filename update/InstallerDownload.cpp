@@ -3,7 +3,6 @@
 #include "widgets/ForeignText.h"
 
 #include <chrono>
-#include <mutex>
 #include <system_error>
 #include <utility>
 
@@ -18,32 +17,13 @@ constexpr auto progressInterval = 100ms;
 
 } // namespace
 
-struct InstallerDownload::Mailbox {
-    std::mutex mutex;
-    InstallerDownload* owner = nullptr; ///< nullptr once nobody listens
-
-    template <typename Work> void post(Work work) {
-        const std::lock_guard lock(mutex);
-        if (!owner)
-            return;
-        QMetaObject::invokeMethod(
-            owner,
-            [receiver = owner, work = std::move(work)] {
-                if (!receiver->over_)
-                    work(*receiver);
-            },
-            Qt::QueuedConnection);
-    }
-};
-
 InstallerDownload::InstallerDownload(const UpdateSettings& settings, WorkerThreads& threads,
                                      QObject* parent)
     : QObject(parent),
       threads_(threads),
-      mailbox_(std::make_shared<Mailbox>()),
+      mailbox_(Mailbox<InstallerDownload>::make(*this)),
       job_(std::make_shared<DownloadJob>(
           HttpFetch({maximumSize, settings.silenceLimit}, settings.certificates), listener())) {
-    mailbox_->owner = this;
     progress_.setInterval(progressInterval);
     connect(&progress_, &QTimer::timeout, this, &InstallerDownload::tellProgress);
 }
@@ -109,8 +89,6 @@ void InstallerDownload::tellProgress() {
 }
 
 void InstallerDownload::end() {
-    over_ = true;
     progress_.stop();
-    const std::lock_guard lock(mailbox_->mutex);
-    mailbox_->owner = nullptr;
+    mailbox_->close();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Mailbox.h"
 #include "platform/WorkerThreads.h"
 #include "update/DownloadJob.h"
 #include "update/UpdateSettings.h"
@@ -41,17 +42,15 @@ Q_SIGNALS:
     void failed(const FetchError& error);
 
 private:
-    struct Mailbox;
-
     [[nodiscard]] DownloadJob::Listener listener() const;
     void tellProgress();
     void end();
 
     WorkerThreads& threads_;
-    const std::shared_ptr<Mailbox> mailbox_; ///< outlives this object for a thread that hangs
+    /// Outlives this object for a thread that hangs.
+    const std::shared_ptr<Mailbox<InstallerDownload>> mailbox_;
     const std::shared_ptr<DownloadJob> job_;
     QString destination_;
     QTimer progress_;
     qint64 told_ = 0;
-    bool over_ = false;
 };

@@ -9,43 +9,27 @@
 #include <QUrl>
 
 #include <memory>
-#include <mutex>
 #include <system_error>
 #include <utility>
-
-struct DesktopFileManager::Receiver {
-    std::mutex mutex;
-    DesktopFileManager* target = nullptr;
-
-    void take(const Item& item) {
-        const std::lock_guard lock(mutex);
-        if (target) {
-            QMetaObject::invokeMethod(
-                target, [manager = target, item] { manager->show(item); }, Qt::QueuedConnection);
-        }
-    }
-};
 
 DesktopFileManager::DesktopFileManager(QString busAddress, std::chrono::milliseconds answerLimit,
                                        QObject* parent)
     : QObject(parent),
-      receiver_(std::make_shared<Receiver>()),
+      mailbox_(Mailbox<DesktopFileManager>::make(*this)),
       busAddress_(std::move(busAddress)),
-      answerLimit_(answerLimit) {
-    receiver_->target = this;
-}
+      answerLimit_(answerLimit) {}
 
 DesktopFileManager::~DesktopFileManager() {
-    const std::lock_guard lock(receiver_->mutex);
-    receiver_->target = nullptr;
+    mailbox_->close();
 }
 
 void DesktopFileManager::showFolder(const QString& path) {
     Q_ASSERT(thread() == QThread::currentThread());
     try {
-        lookers_.start([path, receiver = receiver_] {
+        lookers_.start([path, mailbox = mailbox_] {
             const QFileInfo file(path);
-            receiver->take({file.absoluteFilePath(), file.isDir()});
+            const Item item{file.absoluteFilePath(), file.isDir()};
+            mailbox->post([item](DesktopFileManager& manager) { manager.show(item); });
         });
     } catch (const std::system_error& failure) {
         qCWarning(lcDesktop) << path << "is not shown:" << failure.what();

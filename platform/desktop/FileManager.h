@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Mailbox.h"
 #include "platform/WorkerThreads.h"
 #include "platform/desktop/MessageBus.h"
 
@@ -40,7 +41,6 @@ public:
     void showFolder(const QString& path) override;
 
 private:
-    struct Receiver;
     struct Item {
         QString path; ///< absolute
         bool isFolder = false;
@@ -51,7 +51,7 @@ private:
     static void openWithDesktop(const Item& item);
 
     /// Outlives this object for a thread that comes back late.
-    const std::shared_ptr<Receiver> receiver_;
+    const std::shared_ptr<Mailbox<DesktopFileManager>> mailbox_;
     WorkerThreads lookers_;
     const QString busAddress_;
     const std::chrono::milliseconds answerLimit_;

@@ -158,7 +158,7 @@ void TestVolumeInfo::tableForTests() {
     QCOMPARE(volumes.facts(QStringLiteral("/card/a")), card);
     QCOMPARE(volumes.facts(QStringLiteral("/card/disk/a")).type, QStringLiteral("xfs"));
     QCOMPARE(volumes.facts(QStringLiteral("/cards")), VolumeFacts());
-    QCOMPARE(volumes.asked.size(), 3);
+    QCOMPARE(volumes.asked().size(), 3);
 }
 
 REELSHIFT_TEST(test_volume_info, TestVolumeInfo, QCoreApplication)

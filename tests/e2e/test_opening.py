@@ -3,12 +3,16 @@
 with, and a second start while it runs."""
 
 import os
+import re
+import shutil
 import signal
 import socket
 import subprocess
 import time
 import unittest
 import unittest.mock
+
+from gi.repository import Gio, GLib
 
 import texts
 from harness import PROGRAM, ProgramTest, main, window
@@ -18,6 +22,7 @@ from texts import text
 SERVICE = "example.quorvex.reelshift"
 PATH = "/example/quorvex/reelshift"
 INTERFACE = "org.freedesktop.Application"
+TOP = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 DISPLAYS = ("DISPLAY", "WAYLAND_DISPLAY")
 # A program that hangs is waited for so long, and not longer.
 PATIENCE = 2.0
@@ -271,6 +276,133 @@ class Opening(ProgramTest):
         self.app = next(each for each in starts if each.process.poll() is None)
         self.assertEqual([0], [each.process.poll() for each in starts if each is not self.app])
         self.wait_for_names("one.mp4", "two.mp4")
+
+
+class OfTheBus:
+    """What the message bus has started, in a process's place."""
+
+    def __init__(self):
+        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        self.pid = window.wait_for(lambda: self.ask("GetConnectionUnixProcessID"), "its process")
+
+    def ask(self, method):
+        return self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                  "org.freedesktop.DBus", method,
+                                  GLib.Variant("(s)", (SERVICE,)), None, 0, -1, None)[0]
+
+    def poll(self):
+        return None if self.ask("NameHasOwner") else 0
+
+
+class OpenWith(ProgramTest):
+    """By the desktop's own tools, installed for one user."""
+
+    def start(self, *arguments):
+        return None  # the desktop does
+
+    def setUp(self):
+        super().setUp()
+        share = os.path.join(self.home, ".local", "share")
+        self.entry = os.path.join(share, "applications", SERVICE + ".desktop")
+        with open(os.path.join(TOP, "resources", SERVICE + ".desktop"), encoding="utf-8") as file:
+            entry = file.read().replace("Exec=reelshift", "Exec=" + PROGRAM)
+        self.write(self.entry, entry)
+        with open(os.path.join(TOP, "packaging", "mime.xml"), encoding="utf-8") as file:
+            self.write(os.path.join(share, "mime", "packages", "reelshift.xml"), file.read())
+        self.service = os.path.join(os.environ["XDG_RUNTIME_DIR"], "dbus-1", "services",
+                                    SERVICE + ".service")
+        self.write(self.service, f"[D-BUS Service]\nName={SERVICE}\n"
+                                 f"Exec={PROGRAM} --gapplication-service\n")
+        self.addCleanup(os.remove, self.service)
+        self.env = environment(HOME=self.home, XDG_DATA_HOME=share)
+        self.tool("update-desktop-database", os.path.dirname(self.entry))
+        self.tool("update-mime-database", os.path.join(share, "mime"))
+        self.tool("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path",
+                  "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.ReloadConfig")
+        # In this order: what is left is ended before its service has gone.
+        self.addCleanup(subprocess.run, ["gapplication", "action", SERVICE, "quit"], env=self.env,
+                        check=False)
+
+    @staticmethod
+    def write(path, content):
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(content)
+
+    def tool(self, name, *arguments):
+        if shutil.which(name) is None:
+            self.skipTest(f"{name} is not installed")
+        answer = subprocess.run([name, *arguments], env=self.env, check=True, cwd=self.home,
+                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, timeout=60)
+        return answer.stdout.decode()
+
+    def begin(self, name, *arguments):
+        """A tool that may stay until the program ends."""
+        if shutil.which(name) is None:
+            self.skipTest(f"{name} is not installed")
+        process = subprocess.Popen([name, *arguments], env=self.env, cwd=self.home,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+
+    def find_program(self):
+        process = OfTheBus()
+        self.app = window.Application.__new__(window.Application)
+        self.app.process = process
+        self.app.window()
+
+    def wait_for_rows(self, number):
+        window.wait_for(lambda: self.app.row_count() == number, f"{number} rows", 60)
+
+    def movie(self, name):
+        return make_hevc(self.movie_path(name), "640x480", 1)
+
+    def wait_until_quit(self):
+        self.tool("gapplication", "action", SERVICE, "quit")
+        window.wait_for(lambda: self.app.process.poll() == 0, "the program to end")
+
+    def test_launched(self):
+        self.begin("gio", "launch", self.entry, self.movie("one.mp4"))
+        self.find_program()
+        self.wait_for_rows(1)
+        self.tool("gapplication", "launch", SERVICE, self.movie("two.mp4"))
+        self.wait_for_rows(2)
+        self.tool("gapplication", "launch", SERVICE)
+        self.assertEqual(0, run(self.movie("three.mp4"), env=self.env).returncode)
+        self.wait_for_rows(3)
+        self.wait_until_quit()
+
+    def test_types(self):
+        for name in ("a.mp4", "a.mov", "a.mkv", "a.m2ts", "a.hevc", "a.h265", "a.265", "a.m4v"):
+            movie = self.movie_path(name)
+            self.write(movie, "\0\1")
+            kind = re.search("standard::content-type: (.*)", self.tool(
+                "gio", "info", "-a", "standard::content-type", movie)).group(1)
+            self.assertIn(SERVICE + ".desktop", self.tool("gio", "mime", kind), (name, kind))
+        # Installed, but chosen by nobody.
+        self.assertFalse(os.path.exists(os.path.join(self.home, ".config", "mimeapps.list")))
+
+    def test_chosen_by_the_user(self):
+        movie = self.movie("one.mp4")
+        self.tool("gio", "mime", "video/mp4", SERVICE + ".desktop")
+        self.tool("gio", "open", movie)
+        self.find_program()
+        self.wait_for_rows(1)
+        self.begin("xdg-open", self.movie("two.mp4"))
+        self.wait_for_rows(2)
+        self.wait_until_quit()
+        # Then it is the first.
+        self.begin("xdg-open", movie)
+        self.find_program()
+        self.wait_for_rows(1)
+        self.wait_until_quit()
+
+    def test_nothing_is_asked_of_it(self):
+        self.tool("gdbus", "call", "--session", "--dest", SERVICE, "--object-path", PATH, "--method",
+                  "org.freedesktop.DBus.Peer.Ping")
+        process = OfTheBus()
+        window.wait_for(lambda: process.poll() == 0, "the program to end by itself")
 
 
 if __name__ == "__main__":

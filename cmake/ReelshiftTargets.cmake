@@ -46,12 +46,21 @@ set(REELSHIFT_WIDGETS_HEADERS ${REELSHIFT_CORE_HEADERS}
     <QApplication> <QCheckBox> <QComboBox> <QLabel> <QLineEdit> <QMainWindow> <QPainter> <QPushButton>
     <QStyledItemDelegate> <QTableView>)
 
+# reelshift_compile_together(NAME): most of what a file costs are Qt's headers. Whatever two files of a
+# library use under one name stands in a header; scripts/lint compiles each file alone.
+function(reelshift_compile_together name)
+    set_target_properties(${name} PROPERTIES
+        UNITY_BUILD ${REELSHIFT_UNITY}
+        UNITY_BUILD_BATCH_SIZE ${REELSHIFT_UNITY_SIZE})
+endfunction()
+
 # reelshift_add_library(NAME SOURCES ... LINK ... [HEADERS header ...] [HEADERS_OF library]): the
 # static library of one folder. It precompiles headers, or uses those of another library.
 function(reelshift_add_library name)
     cmake_parse_arguments(ARG "" "HEADERS_OF" "SOURCES;LINK;HEADERS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC reelshift_options ${ARG_LINK} PRIVATE reelshift_hardening)
+    reelshift_compile_together(${name})
     if(ARG_HEADERS_OF)
         target_precompile_headers(${name} REUSE_FROM ${ARG_HEADERS_OF})
     elseif(ARG_HEADERS)

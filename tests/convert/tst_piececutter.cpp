@@ -2,6 +2,7 @@
 #include "convert/EncoderMarkers.h"
 #include "convert/PieceCutter.h"
 #include "convert/Recordings.h"
+#include "media/ShortReport.h"
 
 #include <QTest>
 
@@ -399,15 +400,15 @@ void TestPieceCutter::namesAndMetadataAreBlanked() {
 void TestPieceCutter::cutAnywhereHoldsTheSameText_data() {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QStringList>("names");
-    QTest::newRow("disk full") << Recordings::bytes("5.1.9/disk-full")
+    QTest::newRow("disk full") << withShortBanner(Recordings::bytes("5.1.9/disk-full"))
                                << QStringList{u"/home/u/Videos/clip.mp4"_s,
                                               u"/home/u/full/clip_HQ_1280x720.mp4"_s};
     QTest::newRow("misleading names")
-        << Recordings::bytes("5.1.9/finished-misleading-names")
+        << withShortBanner(Recordings::bytes("5.1.9/finished-misleading-names"))
         << QStringList{u"/home/u/Invalid error/time=\u00e9.mp4"_s,
                        u"/home/u/Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s};
     QTest::newRow("line ends in the names")
-        << Recordings::reportBytes("encode-newline")
+        << withShortBanner(Recordings::reportBytes("encode-newline"))
         << QStringList{u"/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4"_s,
                        u"/home/u/Converted/new\nframe= error\x01.mp4"_s};
 }

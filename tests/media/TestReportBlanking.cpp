@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "media/ReportBlanking.h"
 #include "media/Reports.h"
+#include "media/ShortReport.h"
 
 #include <QTest>
 
@@ -304,7 +305,7 @@ void TestReportBlanking::piecesAnywhere_data() {
 void TestReportBlanking::piecesAnywhere() {
     QFETCH(QString, name);
     const Reports::Report& report = Reports::named(name.toLatin1().constData());
-    const QString printed = Reports::text(report.name);
+    const QString printed = QString::fromUtf8(withShortBanner(Reports::bytes(report.name)));
     const QString whole = blankReport(printed, report.paths);
 
     for (qsizetype cut = 0; cut <= printed.size(); ++cut) {

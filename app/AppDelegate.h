@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AddCompanion.h"
 #include "app/InterruptedRunQuestion.h"
 #include "app/MainWindow.h"
 #include "app/OutputFolder.h"
@@ -7,6 +8,7 @@
 #include "app/RunCompanion.h"
 #include "convert/ConversionEngine.h"
 #include "filelist/AddFiles.h"
+#include "filelist/AddWatch.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "filelist/MovieProbe.h"
@@ -146,6 +148,8 @@ private:
     ProbeRunner probeRunner_;
     Examiner examiner_;
     MovieProbe probe_;
+    AddWatch addWatch_;
+    AddCompanion addCompanion_;
     AddFiles addFiles_;
     RemoveFiles removeFiles_;
     RowButton rowButton_;

@@ -1,8 +1,10 @@
 #include "filelist/AddFiles.h"
 
+#include "filelist/AddWatch.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "filelist/FileListLog.h"
+#include "filelist/FolderMovies.h"
 #include "filelist/ListWindow.h"
 #include "filelist/MovieProbe.h"
 #include "filelist/StatusWords.h"
@@ -34,11 +36,31 @@ void AddFiles::beforePanel() {
 }
 
 void AddFiles::addPicked(const QStringList& paths) {
+    parts_.watch.begin();
+    const auto over = qScopeGuard([this] { parts_.watch.end(); });
     addAll(paths, Origin::Panel);
 }
 
 void AddFiles::addDropped(const QStringList& paths) {
-    addAll(paths, Origin::Drop);
+    parts_.watch.begin();
+    const auto over = qScopeGuard([this] { parts_.watch.end(); });
+    addAll(withoutFolders(paths), Origin::Drop);
+}
+
+QStringList AddFiles::withoutFolders(const QStringList& paths) {
+    const FolderMovies found = parts_.mainThread.waitForResult(
+        [paths, stop = parts_.watch.endAsked()] { return moviesOf(paths, *stop); });
+    if (parts_.watch.isEndAsked())
+        return {};
+    tellOfFolders(found);
+    return found.paths;
+}
+
+void AddFiles::tellOfFolders(const FolderMovies& found) {
+    if (found.hadFolder && found.paths.isEmpty())
+        wordsAtTheEnd_ = getLocalString("IDS_TXT_NO_MOVIES_IN_FOLDER");
+    else if (found.isCut)
+        wordsAtTheEnd_ = getLocalString("IDS_TXT_TOO_MANY_MOVIES").arg(FolderMovies::most);
 }
 
 void AddFiles::addAll(const QStringList& paths, Origin origin) {
@@ -48,14 +70,24 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
     parts_.window.setRemoveEnabled(true);
     AddAhead ahead(paths, isLookedAtTwice(), parts_.ahead);
     for (qsizetype at = 0; at < paths.size(); ++at) {
+        const qsizetype left = paths.size() - at - 1;
         try {
+            parts_.watch.takeNext(at, paths.size());
             if (parts_.window.isCloseAsked() || addOne(paths[at], origin, ahead, at) == Next::Stop)
                 break;
         } catch (const std::exception&) {
-            tellEnded(paths[at], paths.size() - at - 1);
+            parts_.watch.end();
+            tellEnded(paths[at], left);
             throw;
         }
+        if (parts_.watch.isEndAsked() && left > 0) {
+            wordsAtTheEnd_ = getLocalString("IDS_TXT_ADD_STOPPED").arg(left);
+            break;
+        }
     }
+    parts_.watch.end();
+    if (const QString words = std::exchange(wordsAtTheEnd_, QString()); !words.isEmpty())
+        parts_.window.showQuietLine(words);
     close();
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+class AddWatch;
 class ConversionDialogs;
 class FileList;
 class ListWindow;
@@ -16,6 +17,7 @@ class MainThread;
 class MovieProbe;
 class ProfileCatalogue;
 class ResolutionCatalogue;
+struct FolderMovies;
 struct SharedState;
 
 /// Adds movies to the list, picked in the panel or dropped: builds the record, examines the movie,
@@ -29,6 +31,7 @@ public:
         SharedState& state;
         MovieProbe& probe;
         AddAhead::Parts ahead;
+        AddWatch& watch;
         const ProfileCatalogue& profiles;
         const ResolutionCatalogue& resolutions;
         ListWindow& window;
@@ -43,6 +46,7 @@ public:
     /// The movies of a confirmed panel, in its order. Ends early, without the closing steps, at
     /// the first movie whose report cannot be read or that is refused as the first of the list.
     void addPicked(const QStringList& paths);
+    /// The same for paths that were dropped; a folder stands for the movies in it.
     void addDropped(const QStringList& paths);
     /// Shows the list as it is now; also after a panel that was cancelled.
     void close();
@@ -52,6 +56,8 @@ private:
     enum class Next { GoOn, Stop };
 
     void addAll(const QStringList& paths, Origin origin);
+    [[nodiscard]] QStringList withoutFolders(const QStringList& paths);
+    void tellOfFolders(const FolderMovies& found);
     [[nodiscard]] Next addOne(const QString& path, Origin origin, AddAhead& ahead, qsizetype index);
     [[nodiscard]] MovieFile lookAt(const QString& path);
     [[nodiscard]] bool volumeIsRefused(const VolumeFacts& volume);
@@ -71,6 +77,7 @@ private:
     void refreshCount();
 
     const Parts parts_;
+    QString wordsAtTheEnd_; ///< of an add, for the line below the table
     bool unsupportedTold_ = false;
     bool encoderMissingTold_ = false;
     bool encoderUnsuitableTold_ = false;

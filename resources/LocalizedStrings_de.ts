@@ -200,6 +200,31 @@ Andere und beschädigte Dateien wurden ausgelassen.</translation>
         <source>Movies after it that were not looked at: %1</source>
         <translation>Danach nicht mehr geprüfte Filme: %1</translation>
     </message>
+    <message id="IDS_TXT_ADDING">
+        <extracomment>While movies are added: %1 is the number of the one at hand, %2 of all.</extracomment>
+        <source>Adding movie %1 of %2. Escape ends it after this one.</source>
+        <translation>Film %1 von %2 wird hinzugefügt. Escape beendet es nach diesem.</translation>
+    </message>
+    <message id="IDS_TXT_ADD_STOPPED">
+        <extracomment>The user has pressed Escape while movies were added. %1 is a number.</extracomment>
+        <source>Adding was ended. Movies that were left out: %1</source>
+        <translation>Das Hinzufügen wurde beendet. Ausgelassene Filme: %1</translation>
+    </message>
+    <message id="IDS_TXT_LOOKING_FOR_MOVIES">
+        <extracomment>While folders that were dropped are searched.</extracomment>
+        <source>Looking for movies in folders. Escape ends it.</source>
+        <translation>Filme in Ordnern werden gesucht. Escape beendet es.</translation>
+    </message>
+    <message id="IDS_TXT_NO_MOVIES_IN_FOLDER">
+        <extracomment>A folder was dropped that holds no movie.</extracomment>
+        <source>There is no movie in the folder.</source>
+        <translation>Im Ordner ist kein Film.</translation>
+    </message>
+    <message id="IDS_TXT_TOO_MANY_MOVIES">
+        <extracomment>Folders were dropped that hold more movies. %1 is a number.</extracomment>
+        <source>Only the first %1 movies were taken.</source>
+        <translation>Nur die ersten %1 Filme wurden genommen.</translation>
+    </message>
     <message id="IDS_TXT_OPENED_LATER">
         <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
         <source>Movies that will be added after the conversion: %1</source>

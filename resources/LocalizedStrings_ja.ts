@@ -200,6 +200,31 @@ Files of another kind, and damaged ones, were left out.</source>
         <source>Movies after it that were not looked at: %1</source>
         <translation>その後の未確認の動画: %1</translation>
     </message>
+    <message id="IDS_TXT_ADDING">
+        <extracomment>While movies are added: %1 is the number of the one at hand, %2 of all.</extracomment>
+        <source>Adding movie %1 of %2. Escape ends it after this one.</source>
+        <translation>動画を追加しています（%1／%2）。Esc キーでこの動画の後に終了します。</translation>
+    </message>
+    <message id="IDS_TXT_ADD_STOPPED">
+        <extracomment>The user has pressed Escape while movies were added. %1 is a number.</extracomment>
+        <source>Adding was ended. Movies that were left out: %1</source>
+        <translation>追加を終了しました。追加されなかった動画: %1</translation>
+    </message>
+    <message id="IDS_TXT_LOOKING_FOR_MOVIES">
+        <extracomment>While folders that were dropped are searched.</extracomment>
+        <source>Looking for movies in folders. Escape ends it.</source>
+        <translation>フォルダー内の動画を探しています。Esc キーで終了します。</translation>
+    </message>
+    <message id="IDS_TXT_NO_MOVIES_IN_FOLDER">
+        <extracomment>A folder was dropped that holds no movie.</extracomment>
+        <source>There is no movie in the folder.</source>
+        <translation>フォルダーに動画がありません。</translation>
+    </message>
+    <message id="IDS_TXT_TOO_MANY_MOVIES">
+        <extracomment>Folders were dropped that hold more movies. %1 is a number.</extracomment>
+        <source>Only the first %1 movies were taken.</source>
+        <translation>最初の %1 本の動画だけを追加しました。</translation>
+    </message>
     <message id="IDS_TXT_OPENED_LATER">
         <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
         <source>Movies that will be added after the conversion: %1</source>

@@ -200,6 +200,31 @@ Files of another kind, and damaged ones, were left out.</source>
         <source>Movies after it that were not looked at: %1</source>
         <translation>그 뒤에 확인하지 않은 동영상: %1</translation>
     </message>
+    <message id="IDS_TXT_ADDING">
+        <extracomment>While movies are added: %1 is the number of the one at hand, %2 of all.</extracomment>
+        <source>Adding movie %1 of %2. Escape ends it after this one.</source>
+        <translation>동영상 추가 중: %1/%2. Esc 키를 누르면 이 동영상까지만 추가합니다.</translation>
+    </message>
+    <message id="IDS_TXT_ADD_STOPPED">
+        <extracomment>The user has pressed Escape while movies were added. %1 is a number.</extracomment>
+        <source>Adding was ended. Movies that were left out: %1</source>
+        <translation>추가를 마쳤습니다. 제외된 동영상: %1</translation>
+    </message>
+    <message id="IDS_TXT_LOOKING_FOR_MOVIES">
+        <extracomment>While folders that were dropped are searched.</extracomment>
+        <source>Looking for movies in folders. Escape ends it.</source>
+        <translation>폴더에서 동영상을 찾는 중입니다. Esc 키를 누르면 끝납니다.</translation>
+    </message>
+    <message id="IDS_TXT_NO_MOVIES_IN_FOLDER">
+        <extracomment>A folder was dropped that holds no movie.</extracomment>
+        <source>There is no movie in the folder.</source>
+        <translation>폴더에 동영상이 없습니다.</translation>
+    </message>
+    <message id="IDS_TXT_TOO_MANY_MOVIES">
+        <extracomment>Folders were dropped that hold more movies. %1 is a number.</extracomment>
+        <source>Only the first %1 movies were taken.</source>
+        <translation>처음 %1개의 동영상만 가져왔습니다.</translation>
+    </message>
     <message id="IDS_TXT_OPENED_LATER">
         <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
         <source>Movies that will be added after the conversion: %1</source>

@@ -200,6 +200,31 @@ Andere bestanden en beschadigde bestanden zijn overgeslagen.</translation>
         <source>Movies after it that were not looked at: %1</source>
         <translation>Films daarna die niet zijn bekeken: %1</translation>
     </message>
+    <message id="IDS_TXT_ADDING">
+        <extracomment>While movies are added: %1 is the number of the one at hand, %2 of all.</extracomment>
+        <source>Adding movie %1 of %2. Escape ends it after this one.</source>
+        <translation>Film %1 van %2 wordt toegevoegd. Escape stopt na deze film.</translation>
+    </message>
+    <message id="IDS_TXT_ADD_STOPPED">
+        <extracomment>The user has pressed Escape while movies were added. %1 is a number.</extracomment>
+        <source>Adding was ended. Movies that were left out: %1</source>
+        <translation>Het toevoegen is beëindigd. Overgeslagen films: %1</translation>
+    </message>
+    <message id="IDS_TXT_LOOKING_FOR_MOVIES">
+        <extracomment>While folders that were dropped are searched.</extracomment>
+        <source>Looking for movies in folders. Escape ends it.</source>
+        <translation>Films in mappen worden gezocht. Escape stopt.</translation>
+    </message>
+    <message id="IDS_TXT_NO_MOVIES_IN_FOLDER">
+        <extracomment>A folder was dropped that holds no movie.</extracomment>
+        <source>There is no movie in the folder.</source>
+        <translation>Er is geen film in de map.</translation>
+    </message>
+    <message id="IDS_TXT_TOO_MANY_MOVIES">
+        <extracomment>Folders were dropped that hold more movies. %1 is a number.</extracomment>
+        <source>Only the first %1 movies were taken.</source>
+        <translation>Alleen de eerste %1 films zijn genomen.</translation>
+    </message>
     <message id="IDS_TXT_OPENED_LATER">
         <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
         <source>Movies that will be added after the conversion: %1</source>

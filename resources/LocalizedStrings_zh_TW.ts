@@ -200,6 +200,31 @@ Files of another kind, and damaged ones, were left out.</source>
         <source>Movies after it that were not looked at: %1</source>
         <translation>其後未檢查的影片：%1</translation>
     </message>
+    <message id="IDS_TXT_ADDING">
+        <extracomment>While movies are added: %1 is the number of the one at hand, %2 of all.</extracomment>
+        <source>Adding movie %1 of %2. Escape ends it after this one.</source>
+        <translation>正在加入第 %1 部影片，共 %2 部。按 Esc 鍵會在這部之後結束。</translation>
+    </message>
+    <message id="IDS_TXT_ADD_STOPPED">
+        <extracomment>The user has pressed Escape while movies were added. %1 is a number.</extracomment>
+        <source>Adding was ended. Movies that were left out: %1</source>
+        <translation>已結束加入。未加入的影片：%1</translation>
+    </message>
+    <message id="IDS_TXT_LOOKING_FOR_MOVIES">
+        <extracomment>While folders that were dropped are searched.</extracomment>
+        <source>Looking for movies in folders. Escape ends it.</source>
+        <translation>正在資料夾中尋找影片。按 Esc 鍵結束。</translation>
+    </message>
+    <message id="IDS_TXT_NO_MOVIES_IN_FOLDER">
+        <extracomment>A folder was dropped that holds no movie.</extracomment>
+        <source>There is no movie in the folder.</source>
+        <translation>資料夾中沒有影片。</translation>
+    </message>
+    <message id="IDS_TXT_TOO_MANY_MOVIES">
+        <extracomment>Folders were dropped that hold more movies. %1 is a number.</extracomment>
+        <source>Only the first %1 movies were taken.</source>
+        <translation>只取了前 %1 部影片。</translation>
+    </message>
     <message id="IDS_TXT_OPENED_LATER">
         <extracomment>A quiet line in the window during a conversion. %1 is a number.</extracomment>
         <source>Movies that will be added after the conversion: %1</source>

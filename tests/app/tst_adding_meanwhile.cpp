@@ -4,6 +4,7 @@
 #include "app/PanelDriver.h"
 #include "table/FileTableView.h"
 #include "widgets/PopUpBoxes.h"
+#include "widgets/QuietLine.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -52,6 +53,9 @@ private Q_SLOTS:
     void nothingGoesThroughUnderTheBox();
     void windowClosedMeanwhile();
     void windowClosedWhileARefusedMovieIsExamined();
+    void aLongAddTellsHowFarItIs();
+    void escapeEndsTheAdd();
+    void escapeUnderABoxIsTheBoxs();
     void aCloseThatABoxSwallowedIsForgotten();
     void programEndsMeanwhile_data();
     void programEndsMeanwhile();
@@ -190,6 +194,63 @@ void TestAddingMeanwhile::windowClosedWhileARefusedMovieIsExamined() {
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.files().rowCount(), 1);
     QVERIFY(areInStep(program.files()));
+}
+
+void TestAddingMeanwhile::aLongAddTellsHowFarItIs() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    const auto line = [&] { return program.widget<QuietLine>("quietLine")->line(); };
+    const QString second = text("IDS_TXT_ADDING").arg(2).arg(4);
+    const QString third = text("IDS_TXT_ADDING").arg(3).arg(4);
+    QStringList seen;
+    once([&] { return line() == second; },
+         [&] {
+             seen += line();
+             QVERIFY(!program.desktop.launcher.shares.isEmpty());
+             QCOMPARE(program.desktop.launcher.shares.last(), 0.25);
+             go(program);
+         });
+    once([&] { return line() == third; }, [&] { seen += line(); });
+    const QString slow = program.movie(QStringLiteral("b.mp4"))
+                             .probeSteps({"wait-file go", "wait 50", "report"})
+                             .write();
+    program.add({good, waitingMovie(program), slow, good});
+    QCOMPARE(seen, (QStringList{second, third}));
+    QCOMPARE(line(), QString());
+    QVERIFY(program.desktop.launcher.hidden > 0);
+    QCOMPARE(program.files().rowCount(), 4);
+}
+
+void TestAddingMeanwhile::escapeEndsTheAdd() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    whileProbing(program, [&] {
+        QTest::keyClick(program.app().window().windowHandle(), Qt::Key_Escape);
+        go(program);
+    });
+    program.add({good, waitingMovie(program), good, good});
+    // The movie at hand is added.
+    QCOMPARE(program.files().idList, (std::vector<int>{1, 2}));
+    QCOMPARE(program.state().itemId, qint64{2});
+    QCOMPARE(program.widget<QuietLine>("quietLine")->line(), text("IDS_TXT_ADD_STOPPED").arg(2));
+    QVERIFY(areInStep(program.files()));
+    QVERIFY(program.boxes.seen.isEmpty());
+    // Not the next add, too.
+    program.add({good, good});
+    QCOMPARE(program.files().rowCount(), 4);
+    QCOMPARE(program.widget<QuietLine>("quietLine")->line(), QString());
+}
+
+void TestAddingMeanwhile::escapeUnderABoxIsTheBoxs() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    const QString bad =
+        program.movie(QStringLiteral("b.mp4")).probe(QStringLiteral("h264")).write();
+    program.boxes.promise(1000, false, [&] {
+        QTest::keyClick(program.app().window().windowHandle(), Qt::Key_Escape);
+    });
+    program.add({good, bad, good});
+    QCOMPARE(program.files().rowCount(), 2);
 }
 
 void TestAddingMeanwhile::aCloseThatABoxSwallowedIsForgotten() {

@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/Drops.h"
+#include "widgets/QuietLine.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -32,6 +33,8 @@ private Q_SLOTS:
     void addressesThatNameNoFile();
     void filesOfThisMachineByName();
     void foldersAndMissingFiles();
+    void aFolderStandsForItsMovies();
+    void aFolderWithoutMoviesSaysSo();
     void aThousandAtOnce();
     void duringTheAddTheNextDropIsPutOff();
     void aRunThatBeganMeanwhileRefuses();
@@ -317,16 +320,47 @@ void TestDrop::filesOfThisMachineByName() {
 void TestDrop::foldersAndMissingFiles() {
     ControllerFixture program;
     addMovies(program, 1);
+    const QString empty = program.path(u"empty"_s);
+    QVERIFY(QDir().mkpath(empty));
     writeContent(program.path(u"movies/text.mp4"_s), "no movie");
-    const QStringList paths{program.movies(), program.path(u"nowhere.mp4"_s),
-                            u"/"_s,           program.path(u"movies/text.mp4"_s),
-                            u"/dev/null"_s,   program.movie(u"z.mp4"_s).write()};
+    const QStringList paths{empty, program.path(u"nowhere.mp4"_s),
+                            program.path(u"movies/text.mp4"_s), u"/dev/null"_s,
+                            program.movie(u"z.mp4"_s).write()};
     program.boxes.promise(okAnswer);
     QCOMPARE(Drop::ofFiles(program, paths).behindTheRows(), moviesAnswers);
     QVERIFY(settle(program));
     QCOMPARE(program.boxes.messages(), textsOf({"IDS_TXT_UNSUPPORTED"}));
     QCOMPARE(shownNames(program), (QStringList{u"a.mp4"_s, u"z.mp4"_s}));
-    QVERIFY(QFile::exists(paths[3]));
+    QVERIFY(QFile::exists(paths[2]));
+}
+
+void TestDrop::aFolderStandsForItsMovies() {
+    ControllerFixture program;
+    const QString folder = program.path(u"holidays"_s);
+    QVERIFY(QDir().mkpath(folder + u"/2"_s));
+    QVERIFY(!ScriptedMovie(folder, u"10.mp4"_s).write().isEmpty());
+    QVERIFY(!ScriptedMovie(folder, u"9.mp4"_s).write().isEmpty());
+    QVERIFY(!ScriptedMovie(folder + u"/2"_s, u"x.mkv"_s).write().isEmpty());
+    writeContent(folder + u"/notes.txt"_s, "not looked at");
+    const QString before = program.movie(u"a.mp4"_s).write();
+    Drop::ofFiles(program, {before, folder}).behindTheRows();
+    QVERIFY(settle(program));
+    QCOMPARE(shownNames(program), (QStringList{u"a.mp4"_s, u"x.mkv"_s, u"9.mp4"_s, u"10.mp4"_s}));
+    QVERIFY(program.boxes.seen.isEmpty());
+    QCOMPARE(program.widget<QuietLine>("quietLine")->line(), QString());
+}
+
+void TestDrop::aFolderWithoutMoviesSaysSo() {
+    ControllerFixture program;
+    const QString folder = program.path(u"papers"_s);
+    QVERIFY(QDir().mkpath(folder));
+    writeContent(folder + u"/notes.txt"_s, "no movie");
+    Drop::ofFiles(program, {folder}).behindTheRows();
+    QVERIFY(settle(program));
+    QCOMPARE(program.widget<QuietLine>("quietLine")->line(), text("IDS_TXT_NO_MOVIES_IN_FOLDER"));
+    QVERIFY(program.boxes.seen.isEmpty());
+    QCOMPARE(program.state().itemId, 0);
+    QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
 }
 
 void TestDrop::aThousandAtOnce() {

@@ -141,8 +141,8 @@ void AppDelegate::rememberFolders() {
     });
 }
 
-void AppDelegate::terminate() {
-    if (std::exchange(terminated_, true))
+void AppDelegate::quit() {
+    if (std::exchange(isQuitting_, true))
         return;
     window_.hide(); // first: see closeAtOnce()
     endWork();
@@ -157,7 +157,7 @@ void AppDelegate::endWork() {
     workers_.close();
 }
 
-bool AppDelegate::finish() {
+bool AppDelegate::awaitEnd() {
     endWork();
     engine_.quitting().awaitEnd();
     const auto end = std::chrono::steady_clock::now() + longestGoodbye;
@@ -174,9 +174,9 @@ bool AppDelegate::finish() {
 // The session manager's last word is to be obeyed like a signal: left to itself the toolkit asks
 // every window, and an open box or a wait would refuse.
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::Quit || watched != QCoreApplication::instance() || terminated_)
+    if (event->type() != QEvent::Quit || watched != QCoreApplication::instance() || isQuitting_)
         return false;
-    terminate();
+    quit();
     return true;
 }
 

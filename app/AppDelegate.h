@@ -80,14 +80,14 @@ public:
     /// The clean-up when the last window has closed; always true: the program quits.
     bool applicationShouldTerminateAfterLastWindowClosed();
     /// Closes the program, whatever is open: the clean-up, then the end of the main loop.
-    void terminate();
+    void quit();
     /// Says something in the quiet line, until the next action.
     void tell(const QString& text) { window_.showQuietLine(text); }
     /// Writes the two folders down.
     void rememberFolders();
     /// To be called after the main loop has returned: releases the threads and ends the encoders.
     /// False when a thread hangs in the kernel and must be left behind.
-    [[nodiscard]] bool finish();
+    [[nodiscard]] bool awaitEnd();
 
     // The window's actions. Each runs inside the gate.
     void addData();
@@ -126,7 +126,7 @@ private:
     QString _outputFolderPath;
     QString _addFilePath;
     bool cleanedUp_ = false;
-    bool terminated_ = false;
+    bool isQuitting_ = false;
 
     const ProfileCatalogue profiles_;
     const ResolutionCatalogue resolutions_;

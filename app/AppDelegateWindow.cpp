@@ -38,7 +38,7 @@ void AppDelegate::connectControls() {
         gate_.pass([this, item] { comboBoxSelectionDidChange(item); },
                    [this] { return window_.form().comboBox->isEnabled(); });
     });
-    connect(&update_, &UpdateCheck::installerOpened, this, &AppDelegate::terminate);
+    connect(&update_, &UpdateCheck::installerOpened, this, &AppDelegate::quit);
     connect(&gate_, &ActionGate::actionBegins, form.quietLine,
             [line = form.quietLine] { line->show(QString()); });
 }

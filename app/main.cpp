@@ -63,14 +63,14 @@ void connectOpening(BusApplication& bus, AppDelegate& controller, OpenedMovies& 
         if (controller.window().isVisible())
             controller.window().close();
         else
-            controller.terminate();
+            controller.quit();
     });
 }
 
 void endWhereNothingIsAsked(AppDelegate& controller) {
     QTimer::singleShot(longestIdleService, &controller, [&controller] {
         if (!isWindowOpen())
-            controller.terminate();
+            controller.quit();
     });
 }
 
@@ -124,13 +124,13 @@ int main(int argc, char* argv[]) {
                             {sleep, notifications, launcher},
                             update});
     const QuitSignals signals_;
-    QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::terminate);
+    QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::quit);
     // Queued: the window that closes is not to be destroyed while it does, and may open a box yet.
     QObject::connect(
         &application, &QApplication::lastWindowClosed, &controller,
         [&controller] {
             if (!isWindowOpen())
-                controller.terminate();
+                controller.quit();
         },
         Qt::QueuedConnection);
 
@@ -148,7 +148,7 @@ int main(int argc, char* argv[]) {
         controller.window().show();
     opened.open(beginning.line.addresses);
     const int status = QApplication::exec();
-    if (!controller.finish())
+    if (!controller.awaitEnd())
         std::_Exit(status); // a thread hangs in the kernel: nothing may be taken from under it
     return status;
 }

@@ -254,6 +254,6 @@ int main(int argc, char* argv[]) {
           bench.remove([](int row, int count) { return row >= count / 4 && row < count * 3 / 4; }));
     bench.addRows(rows - controller.files().rowCount());
     print("remove_most", bench.remove([](int row, int) { return row % 5 != 0; }));
-    (void)controller.finish();
+    (void)controller.awaitEnd();
     return 0;
 }

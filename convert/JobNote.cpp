@@ -49,7 +49,7 @@ struct JobNote::Shared {
     End end = End::None;
     std::optional<RunNote::File> made;
 
-    void finish(End how) {
+    void setEnd(End how) {
         const std::lock_guard lock(mutex);
         if (end == End::None)
             end = how;
@@ -84,11 +84,11 @@ void JobNote::write(const Place& place, const QString& source, const PartialOutp
 }
 
 void JobNote::drop() {
-    shared_->finish(End::Drop);
+    shared_->setEnd(End::Drop);
 }
 
 void JobNote::leave() {
-    shared_->finish(End::Leave);
+    shared_->setEnd(End::Leave);
 }
 
 void JobNote::keep(const std::shared_ptr<Shared>& shared, const QString& folder,

@@ -29,7 +29,7 @@ InstallerDownload::InstallerDownload(const UpdateSettings& settings, WorkerThrea
 }
 
 InstallerDownload::~InstallerDownload() {
-    abort();
+    stop();
 }
 
 void InstallerDownload::start(const QUrl& url) {
@@ -50,7 +50,7 @@ void InstallerDownload::setDestination(const QString& path) {
     job_->setDestination(path);
 }
 
-void InstallerDownload::abort() {
+void InstallerDownload::stop() {
     end();
     job_->stop();
 }

@@ -29,7 +29,7 @@ public:
     /// The answer to `destinationNeeded`.
     void setDestination(const QString& path);
     /// Ends the download for good; what has come is removed by its thread. No signal follows.
-    void abort();
+    void stop();
 
 Q_SIGNALS:
     /// -1: the server does not say.

@@ -158,7 +158,7 @@ void KXDownloadController::endDownload() {
     downloading_ = false;
     if (!download_)
         return;
-    download_->abort();
+    download_->stop();
     download_->deleteLater();
     download_ = nullptr;
 }

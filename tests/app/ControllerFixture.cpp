@@ -140,7 +140,7 @@ void ControllerFixture::quit() {
     if (!controller_)
         return;
     controller_->applicationShouldTerminateAfterLastWindowClosed();
-    const bool ended = controller_->finish();
+    const bool ended = controller_->awaitEnd();
     Q_ASSERT(ended);
     Q_UNUSED(ended);
     controller_.reset();

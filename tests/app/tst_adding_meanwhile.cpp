@@ -157,7 +157,7 @@ void TestAddingMeanwhile::nothingGoesThroughUnderTheBox() {
 void TestAddingMeanwhile::windowClosedMeanwhile() {
     ControllerFixture program;
     QApplication::setQuitOnLastWindowClosed(false);
-    connect(qApp, &QGuiApplication::lastWindowClosed, &program.app(), &AppDelegate::terminate);
+    connect(qApp, &QGuiApplication::lastWindowClosed, &program.app(), &AppDelegate::quit);
     const QString movie = waitingMovie(program);
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     whileProbing(program, [&] {
@@ -300,7 +300,7 @@ void TestAddingMeanwhile::programEndsMeanwhile() {
     once([&] { return QFile::exists(started); },
          [&] {
              clock.start();
-             program.app().terminate();
+             program.app().quit();
          });
     QTimer::singleShot(0, &program.app(), [&] { program.add({movie, movie}); });
     QCOMPARE(QApplication::exec(), 0);
@@ -323,7 +323,7 @@ void TestAddingMeanwhile::programEndsUnderAPanel() {
     QFETCH(QByteArray, button);
     ControllerFixture program;
     once([] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()) != nullptr; },
-         [&] { program.app().terminate(); });
+         [&] { program.app().quit(); });
     QTimer::singleShot(0, &program.app(), [&] { program.click(button.constData()); });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(!QApplication::activeModalWidget());

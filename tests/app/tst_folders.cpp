@@ -279,7 +279,7 @@ void TestFolders::writtenAtTheEndAndOnlyThen() {
     QCOMPARE(program.app().persistedOutputFolder(), program.movies());
     QVERIFY(!QFile::exists(program.output(outputFile)));
 
-    program.app().terminate();
+    program.app().quit();
     QCOMPARE(readFile(program.output(outputFile)), program.movies().toUtf8());
     // And once: the end of the program does not write again.
     QVERIFY(QFile::remove(program.output(outputFile)));

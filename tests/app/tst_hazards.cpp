@@ -384,7 +384,7 @@ void TestHazards::closeWhilePaused() {
     const qint64 pid = scene.encoderPid();
     scene.program.app().window().close();
     QVERIFY(!scene.program.app().window().isVisible());
-    scene.program.app().terminate(); // as the closing of the last window does it
+    scene.program.app().quit(); // as the closing of the last window does it
     scene.program.quit();
     QCOMPARE(processState(pid), '\0');
     QVERIFY(!scene.hasOutput(a));
@@ -400,7 +400,7 @@ void TestHazards::endedUnderABox() {
         if (scene.program.boxes.seen.isEmpty())
             return;
         underTheBox.stop();
-        scene.program.app().terminate();
+        scene.program.app().quit();
     });
     underTheBox.start(1);
     scene.program.click("btnStop");

@@ -326,7 +326,7 @@ void TestInterruptedRun::theProgramEndsUnderTheQuestion() {
     AfterADeath after;
     ControllerFixture& program = after.program;
     // Without an answer.
-    program.boxes.promise(noAnswer, false, [&] { program.app().terminate(); });
+    program.boxes.promise(noAnswer, false, [&] { program.app().quit(); });
     QTimer::singleShot(0, qApp, [&] { after.start(); });
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(!QApplication::activeModalWidget());

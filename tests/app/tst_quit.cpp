@@ -44,7 +44,7 @@ template <typename When> int TestQuit::runUntilQuit(ControllerFixture& program, 
         if (!when())
             return;
         watch.stop();
-        program.app().terminate();
+        program.app().quit();
     });
     watch.start(1);
     QTimer::singleShot(15000, &watch, [] { QCoreApplication::exit(timedOut); });

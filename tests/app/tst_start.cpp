@@ -35,7 +35,7 @@ private:
     /// A controller that was not started, without a string table.
     struct Bare {
         explicit Bare(const QString& updateServer = QStringLiteral("http://127.0.0.1:1"));
-        ~Bare() { [[maybe_unused]] const bool ended = controller->finish(); }
+        ~Bare() { [[maybe_unused]] const bool ended = controller->awaitEnd(); }
 
         template <typename T> [[nodiscard]] T* widget(const char* name) const {
             return controller->window().findChild<T*>(QString::fromLatin1(name));
@@ -246,7 +246,7 @@ void TestStart::theVersionCheckIsNotWaitedFor() {
     // It is at work on its own thread, nobody has answered it, and the end does not wait for it.
     QElapsedTimer clock;
     clock.start();
-    program.controller->terminate();
+    program.controller->quit();
     QVERIFY(clock.elapsed() < 5000);
 }
 

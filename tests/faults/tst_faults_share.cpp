@@ -92,7 +92,7 @@ public:
         QElapsedTimer clock;
         clock.start();
         program.app().applicationShouldTerminateAfterLastWindowClosed();
-        const bool ended = program.app().finish();
+        const bool ended = program.app().awaitEnd();
         held = clock.elapsed();
         return ended;
     }
@@ -176,10 +176,10 @@ void TestFaultsShare::endWithAFolderFileThatDoesNotAnswer() {
         QElapsedTimer clock;
         clock.start();
         program.app().applicationShouldTerminateAfterLastWindowClosed();
-        QVERIFY(!program.app().finish()); // main() then leaves the thread behind
+        QVERIFY(!program.app().awaitEnd()); // main() then leaves the thread behind
         QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
     }
-    QVERIFY(program.app().finish());
+    QVERIFY(program.app().awaitEnd());
     report("the documents folder is on a dead share", "close", QStringLiteral("ended"));
 }
 
@@ -191,7 +191,7 @@ void TestFaultsShare::closeWhileEncodingThere() {
     QVERIFY2(scene.held < longestHold, qPrintable(QString::number(scene.held)));
     QVERIFY(noEncoderLives(scene.program.encodes()));
     scene.share.reset();
-    QVERIFY(scene.program.app().finish());
+    QVERIFY(scene.program.app().awaitEnd());
     // What hung has come back and done its work.
     QVERIFY(!QFile::exists(scene.output()));
     QVERIFY(scene.isUntouched());
@@ -208,7 +208,7 @@ void TestFaultsShare::closeWhilePausedThere() {
     QVERIFY2(scene.held < longestHold, qPrintable(QString::number(scene.held)));
     QVERIFY(noEncoderLives(scene.program.encodes()));
     scene.share.reset();
-    QVERIFY(scene.program.app().finish());
+    QVERIFY(scene.program.app().awaitEnd());
     QVERIFY(!QFile::exists(scene.output()));
     QVERIFY(scene.isUntouched());
     report("the output's share dies while it is paused", "close", QStringLiteral("ended"));
@@ -223,10 +223,10 @@ void TestFaultsShare::closeDuringAWaitForTheShare() {
     const InTheWait close(program, [&] { program.app().window().close(); });
     program.click("btnConvertFile");
     QVERIFY(program.app().mainThread().isClosing());
-    QVERIFY(!program.app().finish());
+    QVERIFY(!program.app().awaitEnd());
     QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
     share.reset();
-    QVERIFY(program.app().finish());
+    QVERIFY(program.app().awaitEnd());
     QVERIFY(program.encodes().isEmpty());
     report("Convert waits for the output folder's dead share", "close", QStringLiteral("ended"));
 }
@@ -242,7 +242,7 @@ void TestFaultsShare::closeDuringAStopThere() {
     QVERIFY(!scene.end());
     QVERIFY(noEncoderLives(scene.program.encodes()));
     scene.share.reset();
-    QVERIFY(scene.program.app().finish());
+    QVERIFY(scene.program.app().awaitEnd());
     QVERIFY(!QFile::exists(scene.output()));
     QVERIFY(scene.isUntouched());
     report("a stop waits for the output's dead share", "close", QStringLiteral("ended"));
@@ -416,10 +416,10 @@ void TestFaultsShare::startAfterADeathInARunThere() {
         QCOMPARE(program.boxes.seen.size(), 1);
         clock.start();
         program.app().applicationShouldTerminateAfterLastWindowClosed();
-        QVERIFY(!program.app().finish()); // main() then leaves the thread behind
+        QVERIFY(!program.app().awaitEnd()); // main() then leaves the thread behind
         QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
     }
-    QVERIFY(program.app().finish());
+    QVERIFY(program.app().awaitEnd());
     QCOMPARE(program.boxes.seen.size(), 1);
     report("the output of an interrupted run is on a dead share", "none asked",
            QStringLiteral("started, a movie converted"));

@@ -7,7 +7,7 @@
 /// in the lines that follow "Stream mapping:". The later releases report their first position only
 /// after half a second, so such a line may well come before it. What is said while the movie is
 /// still being opened is no matter of this class. Takes the output in pieces that may be cut
-/// anywhere; one reader thread, owned by whoever cuts the output.
+/// anywhere; one thread, owned by whoever cuts the output.
 class DamageWatch final {
 public:
     /// Whether the piece holds a complaint, or ends one that the piece before began. `text` is

@@ -7,7 +7,7 @@
 
 /// The life of one job, from the moment it is picked from the queue to its one outcome: what has
 /// been asked of its encoder, what the encoder has said and how it ended, and what that comes to.
-/// A value without threads; the run keeps it on the main thread.
+/// A value without threads; its job keeps it on the main thread.
 class EncoderLife final {
 public:
     enum class Phase {

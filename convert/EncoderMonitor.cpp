@@ -105,7 +105,6 @@ EncoderMonitor::Step EncoderMonitor::takePosition(const JobPtr& job, const QStri
     job->row.progress->changestat(status::STATCR);
     state.probe.duration = positionText(text);
     const double position = secondsOfTimecode(state.probe.duration);
-    job->row.percent = percentage(position, job->plan().length);
 
     if (state.convertingIndex >= context_.files.rowCount())
         return Step::Go;
@@ -119,12 +118,8 @@ EncoderMonitor::Step EncoderMonitor::takePosition(const JobPtr& job, const QStri
     }
     if (state.convertingIndex < 0)
         return Step::Go;
-    if (const auto row = context_.jobs.rowOf(*job))
-        job->row.record = context_.files.recordAt(*row);
-    job->row.record->set(key::progress, QString());
-    job->row.record->set(key::progressValue, percentageText(job->row.percent));
-    job->row.progress->setTimeLeft(context_.watch.reached(job->row.id, position));
-    context_.jobs.rowChanged(*job);
+    context_.jobs.showPosition(*job, percentage(position, job->plan().length),
+                               context_.watch.reached(job->row.id, position));
     return Step::WaitASecond;
 }
 
@@ -139,8 +134,7 @@ EncoderMonitor::Step EncoderMonitor::afterASecond(const JobPtr& job, const Encod
         return Step::WriteFailed;
     if (marks.hasSummary)
         return Step::AwaitEnd;
-    job->row.progress->incrementStep(job->row.percent);
-    context_.jobs.rowChanged(*job);
+    context_.jobs.showStep(*job);
     return Step::Go;
 }
 

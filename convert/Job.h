@@ -35,12 +35,12 @@ struct JobPlan final {
     PartialOutput output;
 };
 
-/// What the window shows of a job. Main thread.
+/// What the window shows of a job; LiveJobs alone writes it. Main thread.
 struct JobRow final {
     int id = 0; ///< of its row; another one after rows were dragged
     JobRecordPtr record;
     std::shared_ptr<ProgressObject> progress;
-    int percent = 0; ///< read from the piece that is being handled
+    int percent = 0; ///< of the position that was shown last
     /// Id of the row whose button asked for the pause.
     int pauseId = 0;
 };

@@ -183,11 +183,6 @@ void JobThread::launch(const JobPtr& job, const QStringList& arguments) {
         job->row.record->set(key::path, job->plan().output.path());
         context_.jobs.rowChanged(*job);
         context_.jobs.launched(*job, context_.processes.launch(context_.encoderPath, arguments));
-        const int row = context_.state.convertingIndex;
-        if (row >= 0 && row < static_cast<int>(context_.files.progressObjects.size()))
-            job->row.progress = context_.files.progressObjects[static_cast<size_t>(row)];
-        else
-            qCDebug(lcConvert, "exception--> no progress record for row %d", row);
     });
 }
 

@@ -6,7 +6,7 @@
 #include <deque>
 
 /// The last lines that an encoder said, for the log of a failure. Progress lines that follow one
-/// another count as one. One reader thread, which owns it.
+/// another count as one. One thread, which owns it.
 class LastWords final {
 public:
     static constexpr size_t mostLines = 40;

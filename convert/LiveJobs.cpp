@@ -1,5 +1,7 @@
 #include "convert/LiveJobs.h"
 
+#include "convert/ConvertLog.h"
+#include "convert/EncoderMarkers.h"
 #include "convert/RowStates.h"
 #include "convert/RunWatch.h"
 #include "filelist/FileList.h"
@@ -39,6 +41,16 @@ void LiveJobs::launched(Job& job, const std::shared_ptr<ChildProcess>& task) {
     job.launched(task);
     runningTask_ = task;
     watch_.encoderLaunched(job.row.id, job.plan().length);
+    const int row = state_.convertingIndex;
+    if (row >= 0 && row < static_cast<int>(files_.progressObjects.size()))
+        job.row.progress = files_.progressAt(row);
+    else
+        qCDebug(lcConvert, "exception--> no progress record for row %d", row);
+}
+
+void LiveJobs::pauseWasAsked(int row) {
+    if (current_)
+        current_->row.pauseId = files_.idAt(row);
 }
 
 void LiveJobs::resume(const std::shared_ptr<ChildProcess>& task) {
@@ -76,6 +88,21 @@ void LiveJobs::waitUntilSettled(const JobPtr& job) const {
 void LiveJobs::rowChanged(const Job& job) const {
     if (const auto row = rowOf(job))
         files_.rowChanged(*row);
+}
+
+void LiveJobs::showPosition(Job& job, int percent, const QString& timeLeft) const {
+    if (const auto row = rowOf(job))
+        job.row.record = files_.recordAt(*row);
+    job.row.percent = percent;
+    job.row.record->set(key::progress, QString());
+    job.row.record->set(key::progressValue, percentageText(percent));
+    job.row.progress->setTimeLeft(timeLeft);
+    rowChanged(job);
+}
+
+void LiveJobs::showStep(Job& job) const {
+    job.row.progress->incrementStep(job.row.percent);
+    rowChanged(job);
 }
 
 void LiveJobs::showWaiting(Job& job) const {

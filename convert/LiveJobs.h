@@ -36,6 +36,8 @@ public:
     /// A row's job begins.
     JobPtr begin(int row, const JobOrder& order);
     void launched(Job& job, const std::shared_ptr<ChildProcess>& task);
+    /// The button of this row was pressed to pause the job that is converted.
+    void pauseWasAsked(int row);
     void resume(const std::shared_ptr<ChildProcess>& task);
     /// Gives a job its one outcome; false when it has had it already.
     [[nodiscard]] bool settle(const JobPtr& job);
@@ -46,6 +48,9 @@ public:
     /// A wait of the main thread, of a second at least; `job` may be null.
     void waitUntilSettled(const JobPtr& job) const;
     void rowChanged(const Job& job) const;
+    void showPosition(Job& job, int percent, const QString& timeLeft) const;
+    /// The bar follows the position that was shown last.
+    void showStep(Job& job) const;
     /// Puts a job's row back to waiting.
     void showWaiting(Job& job) const;
     /// After rows were dragged: brings the lists beside the records in order, and the run in line

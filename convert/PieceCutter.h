@@ -13,7 +13,7 @@
 
 /// Cuts what an encoder says into pieces: whole lines, all that have come when a piece is asked
 /// for. What stands before the first progress line is kept apart from it, and a write failure
-/// without a position waits for the piece that brings one. One reader thread, which owns it.
+/// without a position waits for the piece that brings one. One thread, which owns it.
 class PieceCutter final {
 public:
     /// `paths` are the names that the encoder may echo: the source's and the output's.

@@ -25,8 +25,7 @@ void RowControl::changeConvertingIndex() {
 void RowControl::setConvertingIndexForPause(int row) {
     // The row of the button, as it is now: the selection may have moved on by the time that the
     // encoder says something.
-    if (const JobPtr& job = context_.jobs.current())
-        job->row.pauseId = context_.files.idAt(row);
+    context_.jobs.pauseWasAsked(row);
     context_.state.convertingIndex = SharedState::pauseRequested;
 }
 

@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
-/// The short-lived threads of a run. They are released when the program closes and waited for
-/// once, with a limit: one that hangs in the kernel is left behind, so what a thread uses after a
-/// call that can hang must be its own. Any thread; owned by the controller.
+/// The threads that wait for slow things, each for one task. They are released when the program
+/// closes and waited for once, with a limit: one that hangs in the kernel is left behind, so what a
+/// thread uses after a call that can hang must be its own. Any thread; owned by the controller.
 class WorkerThreads final {
 public:
     WorkerThreads();

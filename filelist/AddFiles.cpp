@@ -111,7 +111,6 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
     parts_.files.append(record, parts_.profiles.defaultCmbItem());
     try {
         examine(record, path);
-        parts_.files.reload();
         const bool accepted = record->text(key::video) == hevc;
         if (isLookedAtTwice() && !parts_.probe.gaveUp())
             parts_.probe.getVideoInfo(path, parts_.files.rowCount());
@@ -122,7 +121,6 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
                 tellUnsupported();
         } else {
             parts_.files.show(record);
-            parts_.files.reload();
         }
         refreshCount();
         return Next::GoOn;

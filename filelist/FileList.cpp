@@ -93,6 +93,8 @@ void FileList::appendResolution(const QString& resolution) {
 
 void FileList::show(const JobRecordPtr& record) {
     arrayControllerNew_.push_back(record);
+    if (observer_)
+        observer_->rowsWereAdded();
 }
 
 void FileList::showRecords() {

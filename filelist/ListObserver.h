@@ -9,6 +9,8 @@ public:
 
     /// Rows may have come, gone and changed.
     virtual void reload() = 0;
+    /// Rows may have come at the end, and no other has changed.
+    virtual void rowsWereAdded() = 0;
     /// What a row shows has changed.
     virtual void rowChanged(int row) = 0;
     /// The lists have lost these rows (numbers from before, in any order).

@@ -218,11 +218,16 @@ void FileTableModel::reload() {
     }
     if (rowCount_ > 0)
         Q_EMIT dataChanged(index(0, 0), index(rowCount_ - 1, tableColumnCount - 1));
-    if (rows > rowCount_) {
-        beginInsertRows({}, rowCount_, rows - 1);
-        rowCount_ = rows;
-        endInsertRows();
-    }
+    rowsWereAdded();
+}
+
+void FileTableModel::rowsWereAdded() {
+    const int rows = list_.completeRows();
+    if (rows <= rowCount_)
+        return;
+    beginInsertRows({}, rowCount_, rows - 1);
+    rowCount_ = rows;
+    endInsertRows();
 }
 
 void FileTableModel::rowsWereRemoved(std::vector<int> rows) {

@@ -47,6 +47,7 @@ public:
     void checkRows(const std::vector<int>& rows, bool checked);
     /// Shows what the lists hold now: rows at the end come and go, all others are shown anew.
     void reload() override;
+    void rowsWereAdded() override;
     void rowsWereRemoved(std::vector<int> rows) override;
     void rowChanged(int row) override;
     /// Kept without effect: the check boxes go on showing the rows' states.

@@ -24,7 +24,8 @@ RowAnnouncements::RowAnnouncements(const FileTableModel& model, Announcer& annou
                     noteChange(first.row(), last.row());
             });
     const auto noteAll = [this] { noteChange(0, model_.rowCount() - 1); };
-    connect(&model, &QAbstractItemModel::rowsInserted, this, noteAll);
+    connect(&model, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) { noteChange(first, last); });
     connect(&model, &QAbstractItemModel::rowsRemoved, this, noteAll);
     connect(&model, &QAbstractItemModel::modelReset, this, noteAll);
 }

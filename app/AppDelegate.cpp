@@ -1,7 +1,8 @@
 #include "app/AppDelegate.h"
 
+#include "app/ProgramParts.h"
 #include "platform/LocalizedStrings.h"
-#include "platform/desktop/FileManager.h"
+#include "platform/ProgramName.h"
 #include "table/FileTableView.h"
 #include "ui_MainWindow.h"
 #include "update/KXPortavoUpdate.h"
@@ -25,12 +26,6 @@ constexpr auto longestLook = 2s;
 // the click.
 constexpr auto longestPutOffClose = 2500ms;
 
-SharedState freshState(std::chrono::milliseconds second) {
-    SharedState state;
-    state.second = second;
-    return state;
-}
-
 // The panel goes before anything is done with the movies: it looks at its folder as long as it
 // lives, and where the folder hangs its end would, too.
 std::optional<QStringList> pickMovies(QWidget* parent) {
@@ -44,74 +39,38 @@ std::optional<QStringList> pickMovies(QWidget* parent) {
 
 } // namespace
 
-AppDelegate::AppDelegate(const Surroundings& surroundings)
-    : surroundings_(surroundings),
-      profiles_(getLocalString("IDS_TXT_PROFILELIST"),
-                getLocalString("IDS_TXT_PROFILELIST_DROPDOWN")),
-      state_(freshState(surroundings.second)),
-      gate_(mainThread_),
-      editing_(files_, state_),
-      model_(files_, state_, editing_, gate_),
-      window_(surroundings.fileManager),
-      dialogs_(state_, window_),
-      announcements_(model_, window_.announcer()),
-      engine_({mainThread_, processes_, workers_}, files_, state_, window_, dialogs_, profiles_,
-              surroundings.resourceFolder + QStringLiteral("/ffmpeg"), surroundings.stateFolder),
-      companion_(engine_.watch(), window_, surroundings.desktop),
-      probeRunner_(processes_, surroundings.resourceFolder + QStringLiteral("/ffmpeg")),
-      examiner_(workers_, probeRunner_, mainThread_.waker()),
-      probe_(mainThread_, files_, state_),
-      addCompanion_(addWatch_, window_, surroundings.desktop.launcher),
-      addFiles_({mainThread_,
-                 files_,
-                 state_,
-                 probe_,
-                 {examiner_, workers_, surroundings.volumes},
-                 addWatch_,
-                 profiles_,
-                 resolutions_,
-                 window_,
-                 dialogs_}),
-      removeFiles_(files_, state_, engine_.rows(), window_),
-      rowButton_(mainThread_, files_, state_, engine_.rows(), window_, dialogs_),
-      rowDrag_({files_, state_, gate_, window_, addFiles_}),
-      outputFolder_(mainThread_, surroundings.volumes, surroundings.fileManager),
-      update_(surroundings.update),
-      interruptedRuns_(mainThread_, workers_, gate_, window_) {
-    files_.setQualities(profiles_.comboBoxItems(), profiles_.cmbItems());
-    window_.form().comboBox->addItems(files_.comboBoxItems);
-    window_.form().comboBox->setCurrentIndex(0);
-    window_.form().theTableNew->setFileModel(&model_);
-    files_.setObserver(&model_);
-    window_.setCloseHandler([this] { return closeWindow(); });
+AppDelegate::AppDelegate(ProgramParts& parts) : parts_(parts) {
+    parts_.window.setCloseHandler([this] { return closeWindow(); });
     QCoreApplication::instance()->installEventFilter(this);
     connectControls();
     connectTable();
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() {
+    parts_.window.setCloseHandler({});
+}
 
 void AppDelegate::awakeFromNib() {
-    window_.form().theTableNew->setRowDrag(&rowDrag_);
-    window_.form().outputFolderPath->setText(_outputFolderPath);
+    parts_.window.form().theTableNew->setRowDrag(&parts_.rowDrag);
+    parts_.window.form().outputFolderPath->setText(_outputFolderPath);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    update_.start();
-    interruptedRuns_.start(surroundings_.stateFolder);
+    parts_.update.start();
+    parts_.interruptedRuns.start(parts_.surroundings.stateFolder);
     _outputFolderPath = rememberedFolder(PersistedFolders::DEFAULT_PATH_COMPONENT);
     _addFilePath = rememberedFolder(PersistedFolders::ADD_FILE_COMPONENT);
-    window_.form().outputFolderPath->setText(_outputFolderPath);
-    window_.setTexts();
-    window_.fitToScreen();
-    window_.setWindowTitle(appName + u' ' + surroundings_.version);
-    state_.fileListStr = getLocalString("IDS_TXT_FILELIST");
-    window_.showFileCount(state_, state_.count);
+    parts_.window.form().outputFolderPath->setText(_outputFolderPath);
+    parts_.window.setTexts();
+    parts_.window.fitToScreen();
+    parts_.window.setWindowTitle(appName + u' ' + parts_.surroundings.version);
+    parts_.state.fileListStr = getLocalString("IDS_TXT_FILELIST");
+    parts_.window.showFileCount(parts_.state, parts_.state.count);
 }
 
 bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
     if (!std::exchange(cleanedUp_, true)) {
-        engine_.quitting().quit();
+        parts_.engine.quitting().quit();
         rememberFolders();
     }
     return true;
@@ -120,9 +79,9 @@ bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
 // The folders may lie where nothing answers: the start and the end of the program do not wait for
 // ever.
 QString AppDelegate::rememberedFolder(const QString& fileName) {
-    const PersistedFolders& folders = surroundings_.folders;
+    const PersistedFolders& folders = parts_.surroundings.folders;
     try {
-        const auto found = mainThread_.resultWithin(
+        const auto found = parts_.mainThread.resultWithin(
             longestLook, [folders, fileName] { return folders.readDefaultFilePath(fileName); });
         return found.value_or(folders.defaultFolder());
     } catch (const std::system_error&) {
@@ -132,43 +91,43 @@ QString AppDelegate::rememberedFolder(const QString& fileName) {
 
 void AppDelegate::rememberFolders() {
     runGuarded([this] {
-        (void)mainThread_.resultWithin(
-            longestLook,
-            [folders = surroundings_.folders, output = _outputFolderPath, add = _addFilePath] {
-                folders.remeberFolderPath(output, add);
-                return true;
-            });
+        (void)parts_.mainThread.resultWithin(longestLook,
+                                             [folders = parts_.surroundings.folders,
+                                              output = _outputFolderPath, add = _addFilePath] {
+                                                 folders.remeberFolderPath(output, add);
+                                                 return true;
+                                             });
     });
 }
 
 void AppDelegate::quit() {
     if (std::exchange(isQuitting_, true))
         return;
-    window_.hide(); // first: see closeAtOnce()
+    parts_.window.hide(); // first: see closeAtOnce()
     endWork();
     PopUpBoxes::dismissAll();
-    update_.stop();
+    parts_.update.stop();
     QCoreApplication::quit();
 }
 
 void AppDelegate::endWork() {
     applicationShouldTerminateAfterLastWindowClosed();
-    mainThread_.close();
-    workers_.close();
+    parts_.mainThread.close();
+    parts_.workers.close();
 }
 
 bool AppDelegate::awaitEnd() {
     endWork();
-    engine_.quitting().awaitEnd();
+    parts_.engine.quitting().awaitEnd();
     const auto end = std::chrono::steady_clock::now() + longestGoodbye;
     const auto rest = [end] {
         return std::max(std::chrono::duration_cast<std::chrono::milliseconds>(
                             end - std::chrono::steady_clock::now()),
                         0ms);
     };
-    const bool haveWorkersEnded = workers_.waitForAll(rest());
-    const bool haveDownloadsEnded = update_.waitForDownloads(rest());
-    return mainThread_.waitForHelpers(rest()) && haveWorkersEnded && haveDownloadsEnded;
+    const bool haveWorkersEnded = parts_.workers.waitForAll(rest());
+    const bool haveDownloadsEnded = parts_.update.waitForDownloads(rest());
+    return parts_.mainThread.waitForHelpers(rest()) && haveWorkersEnded && haveDownloadsEnded;
 }
 
 // The session manager's last word is to be obeyed like a signal: left to itself the toolkit asks
@@ -183,34 +142,34 @@ bool AppDelegate::eventFilter(QObject* watched, QEvent* event) {
 // Inside a wait the closing is put off like every action, but not for ever; under an open box it
 // does nothing.
 bool AppDelegate::closeWindow() {
-    if (mainThread_.isClosing())
+    if (parts_.mainThread.isClosing())
         return true;
-    if (gate_.isOpen()) {
+    if (parts_.gate.isOpen()) {
         // Not now: the window that closes comes to its own end first.
         QMetaObject::invokeMethod(this, &AppDelegate::windowWasClosed, Qt::QueuedConnection);
         return true;
     }
-    const bool isPutOff = mainThread_.isWaiting() && !QApplication::activeModalWidget();
-    if (isPutOff && !window_.isCloseAsked())
+    const bool isPutOff = parts_.mainThread.isWaiting() && !QApplication::activeModalWidget();
+    if (isPutOff && !parts_.window.isCloseAsked())
         QTimer::singleShot(longestPutOffClose, this, [this] {
-            if (window_.isCloseAsked() && mainThread_.isWaiting())
+            if (parts_.window.isCloseAsked() && parts_.mainThread.isWaiting())
                 closeAtOnce();
         });
     if (isPutOff)
-        window_.askForClose();
+        parts_.window.askForClose();
     else
-        window_.forgetClose();
-    gate_.pass([this] {
-        window_.forgetClose();
-        window_.close();
+        parts_.window.forgetClose();
+    parts_.gate.pass([this] {
+        parts_.window.forgetClose();
+        parts_.window.close();
     });
     return false;
 }
 
 void AppDelegate::closeAtOnce() {
-    mainThread_.close();
+    parts_.mainThread.close();
     // First: what follows may take its time where a folder does not answer.
-    window_.close();
+    parts_.window.close();
     PopUpBoxes::dismissAll();
     endWork();
     QMetaObject::invokeMethod(this, &AppDelegate::windowWasClosed, Qt::QueuedConnection);
@@ -219,58 +178,56 @@ void AppDelegate::closeAtOnce() {
 // The window that offers a newer version may stay, and the program with it; no encoder does.
 void AppDelegate::windowWasClosed() {
     endWork();
-    engine_.quitting().awaitEnd();
+    parts_.engine.quitting().awaitEnd();
 }
 
 void AppDelegate::addData() {
-    addFiles_.beforePanel();
-    if (const auto paths = pickMovies(&window_))
+    parts_.addFiles.beforePanel();
+    if (const auto paths = pickMovies(&parts_.window))
         addPicked(*paths);
     else
-        addFiles_.close();
+        parts_.addFiles.close();
 }
 
 void AppDelegate::addPicked(const QStringList& paths) {
-    addFiles_.addPicked(paths);
-}
-
-void AppDelegate::addDropped(const QStringList& paths) {
-    addFiles_.addDropped(paths);
+    parts_.addFiles.addPicked(paths);
 }
 
 void AppDelegate::remove() {
-    removeFiles_.remove();
+    parts_.removeFiles.remove();
 }
 
 void AppDelegate::convert() {
-    window_.form().theTableNew->closeEditors();
-    engine_.queue().convert();
+    parts_.window.form().theTableNew->closeEditors();
+    parts_.engine.queue().convert();
 }
 
 void AppDelegate::stop() {
-    engine_.stopping().stop();
+    parts_.engine.stopping().stop();
 }
 
 void AppDelegate::selectFolder() {
-    if (const auto folder = outputFolder_.selectFolder(window_.outputFolderText(), &window_))
+    if (const auto folder =
+            parts_.outputFolder.selectFolder(parts_.window.outputFolderText(), &parts_.window))
         setOutputFolder(*folder);
 }
 
 void AppDelegate::openFolder() {
-    outputFolder_.openFolder(window_.outputFolderText(), &window_);
+    parts_.outputFolder.openFolder(parts_.window.outputFolderText(), &parts_.window);
 }
 
 void AppDelegate::selectAll() {
-    removeFiles_.selectAll(window_.form().theTableNew->btnSelectAll()->isChecked());
+    parts_.removeFiles.selectAll(parts_.window.form().theTableNew->btnSelectAll()->isChecked());
 }
 
 void AppDelegate::rowButton(int row) {
-    rowButton_.press(row);
+    parts_.rowButton.press(row);
 }
 
 void AppDelegate::comboBoxSelectionDidChange(int item) {
-    editing_.comboBoxSelectionDidChange(item, window_.form().theTableNew->selectedRow());
-    model_.reload();
+    parts_.editing.comboBoxSelectionDidChange(item,
+                                              parts_.window.form().theTableNew->selectedRow());
+    parts_.model.reload();
 }
 
 bool AppDelegate::isUpdateAvailable(const QString& local, const QString& server) {
@@ -278,16 +235,17 @@ bool AppDelegate::isUpdateAvailable(const QString& local, const QString& server)
 }
 
 void AppDelegate::setOutputFolder(const QString& folder) {
-    window_.form().outputFolderPath->setText(folder);
+    parts_.window.form().outputFolderPath->setText(folder);
     _outputFolderPath = folder;
-    state_.outputFolder = folder;
+    parts_.state.outputFolder = folder;
 }
 
 void AppDelegate::showProfileOfRow(int row) {
-    if (!model_.source().shouldSelectRow(row))
+    if (!parts_.model.source().shouldSelectRow(row))
         return;
-    const QString profile = files_.recordAt(row)->text(key::profile);
+    const QString profile = parts_.files.recordAt(row)->text(key::profile);
     // By what it is converted as: the profile of a new movie has its English name in every
     // language.
-    window_.form().comboBox->setCurrentIndex(static_cast<int>(profiles_.kindOf(profile)));
+    parts_.window.form().comboBox->setCurrentIndex(
+        static_cast<int>(parts_.profiles.kindOf(profile)));
 }

@@ -1,6 +1,7 @@
 // What the window's controls are connected to.
 
 #include "app/AppDelegate.h"
+#include "app/ProgramParts.h"
 #include "table/FileTableView.h"
 #include "ui_MainWindow.h"
 
@@ -20,13 +21,13 @@ void AppDelegate::connectAction(Control* control, Signal signal, void (AppDelega
         if (std::exchange(*beganUnderABox, false))
             return;
         // Looked at afresh when it was put off: a run may have disabled the control meanwhile.
-        gate_.pass([this, action] { (this->*action)(); },
-                   [control] { return control->isEnabled(); });
+        parts_.gate.pass([this, action] { (this->*action)(); },
+                         [control] { return control->isEnabled(); });
     });
 }
 
 void AppDelegate::connectControls() {
-    Ui::MainWindow& form = window_.form();
+    Ui::MainWindow& form = parts_.window.form();
     connectAction(form.btnAddFile, &QPushButton::clicked, &AppDelegate::addData);
     connectAction(form.btnRemoveFile, &QPushButton::clicked, &AppDelegate::remove);
     connectAction(form.btnConvertFile, &QPushButton::clicked, &AppDelegate::convert);
@@ -35,19 +36,19 @@ void AppDelegate::connectControls() {
     connectAction(form.btnOpenFolder, &QPushButton::clicked, &AppDelegate::openFolder);
     // Only a choice of the user counts: the list also follows the selected row.
     connect(form.comboBox, &QComboBox::activated, this, [this](int item) {
-        gate_.pass([this, item] { comboBoxSelectionDidChange(item); },
-                   [this] { return window_.form().comboBox->isEnabled(); });
+        parts_.gate.pass([this, item] { comboBoxSelectionDidChange(item); },
+                         [this] { return parts_.window.form().comboBox->isEnabled(); });
     });
-    connect(&update_, &UpdateCheck::installerOpened, this, &AppDelegate::quit);
-    connect(&gate_, &ActionGate::actionBegins, form.quietLine,
+    connect(&parts_.update, &UpdateCheck::installerOpened, this, &AppDelegate::quit);
+    connect(&parts_.gate, &ActionGate::actionBegins, form.quietLine,
             [line = form.quietLine] { line->show(QString()); });
 }
 
 void AppDelegate::connectTable() {
-    FileTableView* const table = window_.form().theTableNew;
+    FileTableView* const table = parts_.window.form().theTableNew;
     connect(table, &FileTableView::rowButtonPressed, this, &AppDelegate::rowButton);
     connect(table, &FileTableView::selectAllPressed, this, &AppDelegate::selectAll);
     connect(table, &FileTableView::rowSelected, this, &AppDelegate::showProfileOfRow);
-    connect(&model_, &FileTableModel::headerStateChanged, &window_,
+    connect(&parts_.model, &FileTableModel::headerStateChanged, &parts_.window,
             &MainWindow::setSelectAllChecked);
 }

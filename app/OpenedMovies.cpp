@@ -1,9 +1,13 @@
 #include "app/OpenedMovies.h"
 
-#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
+#include "filelist/AddFiles.h"
+#include "filelist/SharedState.h"
 #include "platform/LocalizedStrings.h"
+#include "platform/MainThread.h"
 #include "table/DroppedFiles.h"
 #include "ui_MainWindow.h"
+#include "widgets/ActionGate.h"
 #include "widgets/Announcer.h"
 #include "widgets/ForeignText.h"
 
@@ -20,8 +24,7 @@ constexpr qsizetype longestName = 100;
 
 } // namespace
 
-OpenedMovies::OpenedMovies(AppDelegate& controller, QObject* parent)
-    : QObject(parent), controller_(controller) {
+OpenedMovies::OpenedMovies(Parts parts, QObject* parent) : QObject(parent), parts_(parts) {
     timer_.setInterval(betweenLooks);
     connect(&timer_, &QTimer::timeout, this, &OpenedMovies::addWaiting);
 }
@@ -31,8 +34,9 @@ void OpenedMovies::open(const QStringList& addresses) {
         const QStringList path = droppedFiles({QUrl::fromEncoded(address.toUtf8())});
         waiting_ += path;
         if (path.isEmpty())
-            controller_.tell(getLocalString("IDS_TXT_ADD_ENDED")
-                                 .arg(foreignLine(address.section(u'/', -1), longestName)));
+            parts_.window.showQuietLine(
+                getLocalString("IDS_TXT_ADD_ENDED")
+                    .arg(foreignLine(address.section(u'/', -1), longestName)));
     }
     if (waiting_.isEmpty())
         return;
@@ -43,27 +47,27 @@ void OpenedMovies::open(const QStringList& addresses) {
 
 // Looked at again and again, because there are many ways in which a wait, a box or a run ends.
 void OpenedMovies::addWaiting() {
-    if (controller_.mainThread().isClosing() || !controller_.window().isVisible()) {
+    if (parts_.mainThread.isClosing() || !parts_.window.isVisible()) {
         timer_.stop();
         return;
     }
     tellWaiting();
-    if (controller_.state().isConversionRunning || !controller_.gate().isOpen())
+    if (parts_.state.isConversionRunning || !parts_.gate.isOpen())
         return;
     timer_.stop();
     const QStringList paths = std::exchange(waiting_, {});
     tellWaiting();
-    controller_.gate().pass([this, paths] { controller_.addDropped(paths); });
+    parts_.gate.pass([this, paths] { parts_.addFiles.addDropped(paths); });
 }
 
 void OpenedMovies::tellWaiting() {
-    const bool tells = controller_.state().isConversionRunning && !waiting_.isEmpty();
+    const bool tells = parts_.state.isConversionRunning && !waiting_.isEmpty();
     if (tells == isTold_)
         return;
     isTold_ = tells;
     const QString line =
         tells ? getLocalString("IDS_TXT_OPENED_LATER").arg(waiting_.size()) : QString();
-    controller_.window().form().quietLine->showBehind(QuietLine::Behind::Opened, line);
+    parts_.window.form().quietLine->showBehind(QuietLine::Behind::Opened, line);
     if (tells)
-        controller_.window().announcer().say(line);
+        parts_.window.announcer().say(line);
 }

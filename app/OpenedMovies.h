@@ -4,16 +4,28 @@
 #include <QStringList>
 #include <QTimer>
 
-class AppDelegate;
+class ActionGate;
+class AddFiles;
+class MainThread;
+class MainWindow;
+struct SharedState;
 
 /// The movies that the command line, the desktop or a second start opens: added like dropped ones
 /// as soon as nothing else is going on, and after a run, which a quiet line tells meanwhile. Main
-/// thread; owned by whoever owns the controller, which lives longer.
+/// thread; owned by main().
 class OpenedMovies final : public QObject {
     Q_OBJECT
 
 public:
-    explicit OpenedMovies(AppDelegate& controller, QObject* parent = nullptr);
+    struct Parts {
+        MainThread& mainThread;
+        ActionGate& gate;
+        SharedState& state;
+        MainWindow& window;
+        AddFiles& addFiles;
+    };
+
+    explicit OpenedMovies(Parts parts, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(OpenedMovies)
 
     /// `file:` addresses; those of other kinds are named in the quiet line. Returns at once.
@@ -25,7 +37,7 @@ private:
     void addWaiting();
     void tellWaiting();
 
-    AppDelegate& controller_;
+    const Parts parts_;
     QStringList waiting_;
     QTimer timer_;
     bool isTold_ = false; ///< of those that wait for the end of the run

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/OpenedMovies.h"
+#include "app/ProgramParts.h"
 #include "app/Version.h"
 #include "app/WindowToFront.h"
 #include "convert/NoteFile.h"
@@ -8,6 +9,7 @@
 #include "opening/HandOver.h"
 #include "opening/NoDisplay.h"
 #include "platform/LocalizedStrings.h"
+#include "platform/ProgramName.h"
 #include "platform/QuitSignals.h"
 #include "platform/StandardStreams.h"
 #include "platform/desktop/FileManager.h"
@@ -45,23 +47,22 @@ bool isWindowOpen() {
 }
 
 /// What comes over the message bus.
-void connectOpening(BusApplication& bus, AppDelegate& controller, OpenedMovies& opened) {
-    bus.setReadiness([&controller] { return !controller.mainThread().isClosing(); });
+void connectOpening(BusApplication& bus, AppDelegate& controller, ProgramParts& parts,
+                    OpenedMovies& opened) {
+    bus.setReadiness([&parts] { return !parts.mainThread.isClosing(); });
     QObject::connect(QApplication::instance(), &QCoreApplication::aboutToQuit, &bus,
                      &BusApplication::release);
-    QObject::connect(
-        &bus, &BusApplication::activated, &controller,
-        [&controller](const StartupTokens& tokens) { bringToFront(controller.window(), tokens); });
-    QObject::connect(
-        &bus, &BusApplication::opened, &controller,
-        [&controller, &opened](const QStringList& addresses, const StartupTokens& tokens) {
-            bringToFront(controller.window(), tokens);
-            opened.open(addresses);
-        });
+    QObject::connect(&bus, &BusApplication::activated, &controller,
+                     [&parts](const StartupTokens& tokens) { bringToFront(parts.window, tokens); });
+    QObject::connect(&bus, &BusApplication::opened, &controller,
+                     [&parts, &opened](const QStringList& addresses, const StartupTokens& tokens) {
+                         bringToFront(parts.window, tokens);
+                         opened.open(addresses);
+                     });
     // As its close button does, where there is a window.
-    QObject::connect(&bus, &BusApplication::quitAsked, &controller, [&controller] {
-        if (controller.window().isVisible())
-            controller.window().close();
+    QObject::connect(&bus, &BusApplication::quitAsked, &controller, [&controller, &parts] {
+        if (parts.window.isVisible())
+            parts.window.close();
         else
             controller.quit();
     });
@@ -115,14 +116,15 @@ int main(int argc, char* argv[]) {
     update.baseUrl = QStringLiteral(REELSHIFT_UPDATE_BASE_URL);
     update.version = QStringLiteral(REELSHIFT_VERSION);
 
-    AppDelegate controller({resourceFolder,
-                            update.version,
-                            PersistedFolders(),
-                            NoteFile::stateFolder(),
-                            volumes,
-                            fileManager,
-                            {sleep, notifications, launcher},
-                            update});
+    ProgramParts parts({resourceFolder,
+                        update.version,
+                        PersistedFolders(),
+                        NoteFile::stateFolder(),
+                        volumes,
+                        fileManager,
+                        {sleep, notifications, launcher},
+                        update});
+    AppDelegate controller(parts);
     const QuitSignals signals_;
     QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::quit);
     // Queued: the window that closes is not to be destroyed while it does, and may open a box yet.
@@ -138,14 +140,14 @@ int main(int argc, char* argv[]) {
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &controller,
                      &AppDelegate::rememberFolders, Qt::DirectConnection);
 
-    OpenedMovies opened(controller);
-    connectOpening(bus, controller, opened);
+    OpenedMovies opened({parts.mainThread, parts.gate, parts.state, parts.window, parts.addFiles});
+    connectOpening(bus, controller, parts, opened);
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();
     if (isService)
         endWhereNothingIsAsked(controller);
     else
-        controller.window().show();
+        parts.window.show();
     opened.open(beginning.line.addresses);
     const int status = QApplication::exec();
     if (!controller.awaitEnd())

@@ -4,6 +4,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/FakeDesktop.h"
+#include "app/ProgramParts.h"
 #include "bench/LoopClock.h"
 #include "filelist/ProgressObject.h"
 #include "platform/LocalizedStrings.h"
@@ -77,16 +78,14 @@ double residentBytes() {
 /// The window with its list, and what a user does to it.
 class Bench final {
 public:
-    Bench(TimedApplication& application, AppDelegate& controller)
-        : application_(application),
-          controller_(controller),
-          view_(*controller.window().form().theTableNew) {
+    Bench(TimedApplication& application, ProgramParts& parts)
+        : application_(application), parts_(parts), view_(*parts.window.form().theTableNew) {
         application_.painted = view_.viewport();
     }
 
     /// Until the window is on the screen in its full size.
     void waitForWindow() {
-        const MainWindow& window = controller_.window();
+        const MainWindow& window = parts_.window;
         const auto isThere = [&] {
             return window.windowHandle() && window.windowHandle()->isExposed() &&
                    window.width() >= window.screen()->availableSize().width() &&
@@ -110,9 +109,9 @@ public:
     }
 
     void addRows(int count) {
-        FileList& files = controller_.files();
+        FileList& files = parts_.files;
         for (int i = 0; i < count; ++i) {
-            addMadeUpRow(files, controller_.state(),
+            addMadeUpRow(files, parts_.state,
                          QStringLiteral("IMG_20240%1_%2.mp4").arg(i % 10).arg(i, 6));
             // One row in seven shows a bar.
             if (i % 7 == 0) {
@@ -121,7 +120,7 @@ public:
             }
         }
         view_.fileModel()->reload();
-        controller_.window().form().btnRemoveFile->setEnabled(true);
+        parts_.window.form().btnRemoveFile->setEnabled(true);
         view_.btnSelectAll()->setChecked(true);
     }
 
@@ -185,7 +184,7 @@ public:
 
     /// Removes the rows for which `goes` answers true.
     template <typename Goes> double remove(Goes goes) {
-        FileList& files = controller_.files();
+        FileList& files = parts_.files;
         int staying = 0;
         for (int row = 0; row < files.rowCount(); ++row) {
             const int checked = goes(row, files.rowCount()) ? 1 : 0;
@@ -193,7 +192,7 @@ public:
             files.recordAt(row)->set(key::check, checked);
             staying += 1 - checked;
         }
-        const double time = held([&] { controller_.window().form().btnRemoveFile->click(); });
+        const double time = held([&] { parts_.window.form().btnRemoveFile->click(); });
         if (files.rowCount() != staying || view_.fileModel()->rowCount() != staying)
             qFatal("other rows went than were checked");
         return time;
@@ -212,7 +211,7 @@ private:
     }
 
     TimedApplication& application_;
-    AppDelegate& controller_;
+    ProgramParts& parts_;
     FileTableView& view_;
 };
 
@@ -231,15 +230,16 @@ int main(int argc, char* argv[]) {
     UpdateSettings update;
     update.baseUrl = QStringLiteral("http://127.0.0.1:1");
     update.version = QStringLiteral("1.0.0.0");
-    AppDelegate controller({QStringLiteral(REELSHIFT_BENCH_RESOURCES), update.version,
-                            PersistedFolders(home.path(), home.path()),
-                            home.path() + QStringLiteral("/state"), volumes, fileManager,
-                            desktop.parts(), update});
+    ProgramParts parts({QStringLiteral(REELSHIFT_BENCH_RESOURCES), update.version,
+                        PersistedFolders(home.path(), home.path()),
+                        home.path() + QStringLiteral("/state"), volumes, fileManager,
+                        desktop.parts(), update});
+    AppDelegate controller(parts);
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();
-    controller.window().showMaximized();
+    parts.window.showMaximized();
 
-    Bench bench(application, controller);
+    Bench bench(application, parts);
     bench.waitForWindow();
     const double before = residentBytes();
     bench.addRows(rows);
@@ -249,10 +249,10 @@ int main(int argc, char* argv[]) {
     bench.edit();
     bench.selectAll();
     print("remove_every_second", bench.remove([](int row, int) { return row % 2 == 0; }));
-    bench.addRows(rows - controller.files().rowCount());
+    bench.addRows(rows - parts.files.rowCount());
     print("remove_in_one_piece",
           bench.remove([](int row, int count) { return row >= count / 4 && row < count * 3 / 4; }));
-    bench.addRows(rows - controller.files().rowCount());
+    bench.addRows(rows - parts.files.rowCount());
     print("remove_most", bench.remove([](int row, int) { return row % 5 != 0; }));
     (void)controller.awaitEnd();
     return 0;

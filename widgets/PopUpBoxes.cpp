@@ -1,5 +1,6 @@
 #include "widgets/PopUpBoxes.h"
 
+#include "platform/ProgramName.h"
 #include "widgets/MessageBox.h"
 #include "widgets/WidgetsLog.h"
 
@@ -10,8 +11,8 @@ namespace {
 MessageBox::Answer ask(const QStringList& texts, const QString& checkBox, QWidget* parent) {
     if (texts.isEmpty())
         throw std::out_of_range("a box without a message");
-    const MessageBox::Answer answer = MessageBox::ask(
-        {QStringLiteral("Quorvex Reelshift"), texts.first(), texts.mid(1), checkBox}, parent);
+    const MessageBox::Answer answer =
+        MessageBox::ask({appName, texts.first(), texts.mid(1), checkBox}, parent);
     qCDebug(lcWidgets, "%ld", static_cast<long>(answer.code));
     return answer;
 }

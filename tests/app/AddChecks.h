@@ -1,6 +1,7 @@
 #pragma once
 
 #include "filelist/FileList.h"
+#include "filelist/ProgressObject.h"
 #include "platform/LocalizedStrings.h"
 
 #include <QFile>

@@ -1,5 +1,8 @@
 #include "app/ControllerFixture.h"
 
+#include "app/AppDelegate.h"
+#include "app/ProgramParts.h"
+#include "platform/LocalizedStrings.h"
 #include "widgets/MessageBox.h"
 
 #include <QAbstractButton>
@@ -80,19 +83,68 @@ void ControllerFixture::start() {
     // Nothing listens there: the check finds no server at once.
     update.baseUrl = QStringLiteral("http://127.0.0.1:1");
     update.version = QStringLiteral("1.0.0.0");
-    controller_ = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
-        resources(), update.version,
-        ofTheUser ? PersistedFolders()
-                  : PersistedFolders(documents(), path(QStringLiteral("home"))),
-        stateFolder(), sharedVolumes, fileManager, desktop.parts(), update, second_});
+    parts_ = std::make_unique<ProgramParts>(
+        Surroundings{resources(), update.version,
+                     ofTheUser ? PersistedFolders()
+                               : PersistedFolders(documents(), path(QStringLiteral("home"))),
+                     stateFolder(), sharedVolumes, fileManager, desktop.parts(), update, second_});
+    controller_ = std::make_unique<AppDelegate>(*parts_);
     controller_->awakeFromNib();
     controller_->applicationDidFinishLaunching();
-    controller_->window().show();
+    parts_->window.show();
 }
 
 ControllerFixture::~ControllerFixture() {
     quit();
     qputenv("PATH", searchPath_);
+}
+
+MainWindow& ControllerFixture::window() {
+    return parts_->window;
+}
+
+ConversionEngine& ControllerFixture::engine() {
+    return parts_->engine;
+}
+
+MainThread& ControllerFixture::mainThread() {
+    return parts_->mainThread;
+}
+
+ChildProcesses& ControllerFixture::processes() {
+    return parts_->processes;
+}
+
+ActionGate& ControllerFixture::gate() {
+    return parts_->gate;
+}
+
+ProbeRunner& ControllerFixture::probeRunner() {
+    return parts_->probeRunner;
+}
+
+RowDrag& ControllerFixture::rowDrag() {
+    return parts_->rowDrag;
+}
+
+UpdateCheck& ControllerFixture::update() {
+    return parts_->update;
+}
+
+FileList& ControllerFixture::files() {
+    return parts_->files;
+}
+
+SharedState& ControllerFixture::state() {
+    return parts_->state;
+}
+
+QWidget& ControllerFixture::top() {
+    return parts_->window;
+}
+
+QString ControllerFixture::shownOutputFolder() {
+    return parts_->window.outputFolderText();
 }
 
 ScriptedMovie ControllerFixture::movie(const QString& name) const {
@@ -106,25 +158,25 @@ QList<EncoderStart> ControllerFixture::encodes() const {
 }
 
 bool ControllerFixture::isIdle() const {
-    const auto& run = controller_->engine().jobs().current();
-    return !controller_->state().isConversionRunning && (!run || run->life().isSettled()) &&
-           !QApplication::activeModalWidget() && !controller_->mainThread().isWaiting();
+    const auto& run = parts_->engine.jobs().current();
+    return !parts_->state.isConversionRunning && (!run || run->life().isSettled()) &&
+           !QApplication::activeModalWidget() && !parts_->mainThread.isWaiting();
 }
 
 void ControllerFixture::add(const QStringList& paths) {
-    controller_->gate().pass([this, paths] { controller_->addPicked(paths); });
+    parts_->gate.pass([this, paths] { controller_->addPicked(paths); });
 }
 
 void ControllerFixture::drop(const QStringList& paths) {
-    controller_->gate().pass([this, paths] { controller_->addDropped(paths); });
+    parts_->gate.pass([this, paths] { parts_->addFiles.addDropped(paths); });
 }
 
 void ControllerFixture::click(const char* name) {
-    controller_->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+    parts_->window.findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
 }
 
 void ControllerFixture::clickRowButton(int row) {
-    controller_->gate().pass([this, row] { controller_->rowButton(row); });
+    parts_->gate.pass([this, row] { controller_->rowButton(row); });
 }
 
 bool ControllerFixture::runToEnd() {
@@ -144,6 +196,7 @@ void ControllerFixture::quit() {
     Q_ASSERT(ended);
     Q_UNUSED(ended);
     controller_.reset();
+    parts_.reset();
 }
 
 void ControllerFixture::restart() {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/AppDelegate.h"
 #include "app/FakeDesktop.h"
 #include "encoder/ScriptedMovie.h"
+#include "filelist/FileList.h"
 #include "platform/LocalizedStrings.h"
 #include "platform/desktop/FakeVolumes.h"
 #include "platform/desktop/FileManager.h"
@@ -13,6 +13,18 @@
 #include <QTimer>
 
 #include <memory>
+
+class ActionGate;
+class AppDelegate;
+class ChildProcesses;
+class ConversionEngine;
+class MainThread;
+class MainWindow;
+class ProbeRunner;
+class RowDrag;
+class StringTable;
+class UpdateCheck;
+struct ProgramParts;
 
 /// Notes the folders that the program shows.
 class FakeFileManager final : public FileManager {
@@ -88,16 +100,26 @@ public:
     [[nodiscard]] QList<EncoderStart> encodes() const;
 
     AppDelegate& app() { return *controller_; }
+    // Its parts; the header of each is the test's to include.
+    MainWindow& window();
+    FileList& files();
+    SharedState& state();
+    ConversionEngine& engine();
+    MainThread& mainThread();
+    ChildProcesses& processes();
+    ActionGate& gate();
+    ProbeRunner& probeRunner();
+    RowDrag& rowDrag();
+    UpdateCheck& update();
     /// A widget of the main window by its object name.
     template <typename T> T* widget(const char* name) {
-        return controller_->window().findChild<T*>(QString::fromLatin1(name));
+        return top().findChild<T*>(QString::fromLatin1(name));
     }
-    FileList& files() { return controller_->files(); }
-    SharedState& state() { return controller_->state(); }
     [[nodiscard]] QString status(int row) { return files().recordAt(row)->text(key::status); }
     [[nodiscard]] QString progressText(int row) {
         return files().recordAt(row)->text(key::progress);
     }
+    [[nodiscard]] QString shownOutputFolder();
     [[nodiscard]] bool isIdle() const;
 
     /// Adds movies as a confirmed panel does.
@@ -133,11 +155,13 @@ public:
 
 private:
     void start();
+    [[nodiscard]] QWidget& top();
 
     const std::chrono::milliseconds second_;
     QTemporaryDir folder_;
     QString encoderLog_;
     const QByteArray searchPath_ = qgetenv("PATH");
     std::unique_ptr<StringTable> strings_;
+    std::unique_ptr<ProgramParts> parts_;
     std::unique_ptr<AppDelegate> controller_;
 };

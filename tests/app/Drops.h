@@ -1,8 +1,10 @@
 #pragma once
 
 #include "app/RunChecks.h"
+#include "platform/MainThread.h"
 #include "table/DraggedRows.h"
 #include "table/FileTableView.h"
+#include "table/RowDrag.h"
 
 #include <QDragEnterEvent>
 #include <QDragLeaveEvent>
@@ -87,10 +89,10 @@ inline constexpr DropAnswers moviesAnswers{Qt::CopyAction, Qt::CopyAction, Qt::I
 [[nodiscard]] inline bool settle(ControllerFixture& program) {
     bool isReached = false;
     QMetaObject::invokeMethod(
-        &program.app().rowDrag(), [&] { isReached = true; }, Qt::QueuedConnection);
+        &program.rowDrag(), [&] { isReached = true; }, Qt::QueuedConnection);
     return QTest::qWaitFor(
         [&] {
-            return isReached && !program.app().mainThread().isWaiting() &&
+            return isReached && !program.mainThread().isWaiting() &&
                    !QApplication::activeModalWidget();
         },
         120000);

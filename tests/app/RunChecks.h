@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ControllerFixture.h"
+#include "convert/ConversionEngine.h"
 #include "filelist/ProgressObject.h"
 #include "filelist/StatusWords.h"
 
@@ -58,8 +59,7 @@ inline QString writeContent(const QString& path, const QByteArray& content = "x"
 /// Whether Convert, Add File, Select Folder and the main quality list are all in this state.
 [[nodiscard]] inline bool runControlsAre(bool enabled, ControllerFixture& program) {
     for (const char* name : {"btnConvertFile", "btnAddFile", "btnSelectFolder", "comboBox"}) {
-        const auto* const control =
-            program.app().window().findChild<QWidget*>(QString::fromLatin1(name));
+        const auto* const control = program.widget<QWidget>(name);
         if (!control || control->isEnabled() != enabled)
             return false;
     }
@@ -90,7 +90,7 @@ inline QString writeContent(const QString& path, const QByteArray& content = "x"
 
 /// Whether no job is under way, and no process that is none.
 [[nodiscard]] inline bool noJobIsLeft(ControllerFixture& program) {
-    const LiveJobs& jobs = program.app().engine().jobs();
+    const LiveJobs& jobs = program.engine().jobs();
     return jobs.all().empty() && jobs.strays().empty();
 }
 

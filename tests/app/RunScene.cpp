@@ -1,11 +1,21 @@
 #include "app/RunScene.h"
 
+#include "convert/ConversionEngine.h"
+#include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
 
 #include <QFile>
 #include <QTest>
 
 using namespace std::chrono_literals;
+
+RunScene::RunScene(std::chrono::milliseconds second) : program(second) {
+    program.engine().setPatience({10 * second, 5 * second});
+}
+
+JobPtr RunScene::run() {
+    return program.engine().jobs().current();
+}
 
 void RunScene::add(const QStringList& names) {
     QStringList paths;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ControllerFixture.h"
+#include "convert/Job.h"
 #include "filelist/StatusWords.h"
 
 #include <functional>
@@ -26,10 +27,7 @@ public:
     static constexpr int lastStep = 3;
 
     /// The five seconds and the ten of an encoder that does not end are in proportion.
-    explicit RunScene(std::chrono::milliseconds second = std::chrono::milliseconds(50))
-        : program(second) {
-        program.app().engine().setPatience({10 * second, 5 * second});
-    }
+    explicit RunScene(std::chrono::milliseconds second = std::chrono::milliseconds(50));
     Q_DISABLE_COPY_MOVE(RunScene)
 
     ControllerFixture program;
@@ -56,7 +54,7 @@ public:
     [[nodiscard]] bool pause(int row, const QString& name, int step = 1);
     /// Lets these encoders come to their end, answers the summary and waits for the end.
     [[nodiscard]] bool end(const QStringList& names);
-    [[nodiscard]] JobPtr run() { return program.app().engine().jobs().current(); }
+    [[nodiscard]] JobPtr run();
     /// Blocks, without turning the main loop, until the run's encoder has ended.
     [[nodiscard]] bool blockUntilEnded();
 

@@ -2,6 +2,7 @@
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
+#include "filelist/ProgressObject.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>

@@ -2,6 +2,7 @@
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
+#include "platform/ChildProcesses.h"
 
 #include <QApplication>
 #include <QDir>
@@ -78,7 +79,7 @@ void TestAddingAhead::theNextOneIsExaminedMeanwhile() {
              // The later one is ready first, and comes second all the same.
              letGo(second);
          });
-    once([&] { return starts(program, second) == 2 && program.app().processes().liveCount() < 2; },
+    once([&] { return starts(program, second) == 2 && program.processes().liveCount() < 2; },
          [&] { letGo(first); });
     program.add({first, second});
     QCOMPARE(names(program), (QStringList{a, b}));
@@ -94,7 +95,7 @@ void TestAddingAhead::aFileThatHasChangedIsExaminedAgain() {
     const QString first = waitingMovie(program, a);
     const QString second =
         program.movie(b).probeSteps({"touch b.mp4.seen", "report size=1280x720"}).write();
-    once([&] { return isSeen(second) && program.app().processes().liveCount() == 1; },
+    once([&] { return isSeen(second) && program.processes().liveCount() == 1; },
          [&] {
              program.movie(b).probeSteps({"report size=1920x1080"}).write();
              letGo(first);
@@ -112,7 +113,7 @@ void TestAddingAhead::nothingGoesOnAfterAnEarlyEnd() {
     once([&] { return isSeen(next); }, [&] { letGo(bad); });
     program.add({bad, next, waitingMovie(program, c)});
     QCOMPARE(program.files().rowCount(), 0);
-    QTRY_COMPARE(program.app().processes().liveCount(), 0);
+    QTRY_COMPARE(program.processes().liveCount(), 0);
     QCOMPARE(program.state().itemId, qint64{1});
     // Added again it is examined afresh.
     letGo(next);

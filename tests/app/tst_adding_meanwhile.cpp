@@ -1,7 +1,11 @@
 #include "TestProgram.h"
 #include "app/AddChecks.h"
+#include "app/AppDelegate.h"
 #include "app/ControllerFixture.h"
+#include "app/MainWindow.h"
 #include "app/PanelDriver.h"
+#include "platform/MainThread.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 #include "widgets/PopUpBoxes.h"
 #include "widgets/QuietLine.h"
@@ -72,7 +76,7 @@ void TestAddingMeanwhile::halfBuiltRowsAreNotShown() {
         QCOMPARE(program.files().rowCount(), 2);
         QVERIFY(!program.files().recordAt(1)->contains(key::resolution));
         QCOMPARE(table->model()->rowCount(), 1);
-        (void)program.app().window().grab();
+        (void)program.window().grab();
         table->viewport()->repaint();
         QTest::mouseMove(table->viewport(),
                          table->visualRect(table->model()->index(0, 1)).center());
@@ -81,7 +85,7 @@ void TestAddingMeanwhile::halfBuiltRowsAreNotShown() {
         table->fileModel()->reload();
         QCOMPARE(table->model()->rowCount(), 1);
         QCOMPARE(table->model()->index(0, 1).data().toString(), QStringLiteral("a.mp4"));
-        (void)program.app().window().grab();
+        (void)program.window().grab();
         looked = true;
         go(program);
     });
@@ -141,8 +145,8 @@ void TestAddingMeanwhile::nothingGoesThroughUnderTheBox() {
     program.boxes.promise(1000, false, [&] {
         program.click("btnConvertFile");
         program.click("btnOpenFolder");
-        program.app().window().close();
-        QVERIFY(program.app().window().isVisible());
+        program.window().close();
+        QVERIFY(program.window().isVisible());
         tried = true;
     });
     program.add({good, bad, good});
@@ -150,7 +154,7 @@ void TestAddingMeanwhile::nothingGoesThroughUnderTheBox() {
     QCoreApplication::processEvents();
     QVERIFY(!program.state().isConversionRunning);
     QVERIFY(program.fileManager.shown.isEmpty());
-    QVERIFY(program.app().window().isVisible());
+    QVERIFY(program.window().isVisible());
     QCOMPARE(program.files().rowCount(), 2);
 }
 
@@ -161,17 +165,17 @@ void TestAddingMeanwhile::windowClosedMeanwhile() {
     const QString movie = waitingMovie(program);
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     whileProbing(program, [&] {
-        program.app().window().close();
-        program.app().window().close();
-        QVERIFY(program.app().window().isVisible());
-        QVERIFY(!program.app().mainThread().isClosing());
+        program.window().close();
+        program.window().close();
+        QVERIFY(program.window().isVisible());
+        QVERIFY(!program.mainThread().isClosing());
         go(program);
     });
     QTimer::singleShot(0, &program.app(), [&] { program.add({movie, good}); });
     QCOMPARE(QApplication::exec(), 0);
     // The movie that was looked at is in, the others were not looked at any more.
-    QVERIFY(!program.app().window().isVisible());
-    QVERIFY(program.app().mainThread().isClosing());
+    QVERIFY(!program.window().isVisible());
+    QVERIFY(program.mainThread().isClosing());
     QCOMPARE(program.files().rowCount(), 1);
     QVERIFY(areInStep(program.files()));
     QVERIFY(QFile::exists(program.output(QStringLiteral("default_hevc_path.txt"))));
@@ -185,12 +189,12 @@ void TestAddingMeanwhile::windowClosedWhileARefusedMovieIsExamined() {
                             .probeSteps({"touch started", "wait-file go", "report video=h264"})
                             .write();
     whileProbing(program, [&] {
-        program.app().window().close();
+        program.window().close();
         go(program);
     });
     program.boxes.promise(1000);
     program.add({good, bad, good});
-    QTRY_VERIFY(!program.app().window().isVisible());
+    QTRY_VERIFY(!program.window().isVisible());
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.files().rowCount(), 1);
     QVERIFY(areInStep(program.files()));
@@ -225,7 +229,7 @@ void TestAddingMeanwhile::escapeEndsTheAdd() {
     ControllerFixture program;
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     whileProbing(program, [&] {
-        QTest::keyClick(program.app().window().windowHandle(), Qt::Key_Escape);
+        QTest::keyClick(program.window().windowHandle(), Qt::Key_Escape);
         go(program);
     });
     program.add({good, waitingMovie(program), good, good});
@@ -246,21 +250,19 @@ void TestAddingMeanwhile::escapeUnderABoxIsTheBoxs() {
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     const QString bad =
         program.movie(QStringLiteral("b.mp4")).probe(QStringLiteral("h264")).write();
-    program.boxes.promise(1000, false, [&] {
-        QTest::keyClick(program.app().window().windowHandle(), Qt::Key_Escape);
-    });
+    program.boxes.promise(
+        1000, false, [&] { QTest::keyClick(program.window().windowHandle(), Qt::Key_Escape); });
     program.add({good, bad, good});
     QCOMPARE(program.files().rowCount(), 2);
 }
 
 void TestAddingMeanwhile::aCloseThatABoxSwallowedIsForgotten() {
     ControllerFixture program;
-    once([&] { return program.app().mainThread().isWaiting(); },
-         [&] { program.app().window().close(); });
-    program.app().mainThread().waitFor(100ms);
+    once([&] { return program.mainThread().isWaiting(); }, [&] { program.window().close(); });
+    program.mainThread().waitFor(100ms);
     program.boxes.promise(1000);
-    PopUpBoxes(&program.app().window()).PopUpMesg({text("IDS_TXT_UNSUPPORTED")});
-    QVERIFY(program.app().window().isVisible());
+    PopUpBoxes(&program.window()).PopUpMesg({text("IDS_TXT_UNSUPPORTED")});
+    QVERIFY(program.window().isVisible());
 
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     program.add({good});
@@ -328,7 +330,7 @@ void TestAddingMeanwhile::programEndsUnderAPanel() {
     QCOMPARE(QApplication::exec(), 0);
     QVERIFY(!QApplication::activeModalWidget());
     QCOMPARE(program.files().rowCount(), 0);
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QCOMPARE(program.shownOutputFolder(), program.documents());
     QVERIFY(program.boxes.seen.isEmpty());
 }
 

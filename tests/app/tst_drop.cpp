@@ -1,5 +1,8 @@
 #include "TestProgram.h"
 #include "app/Drops.h"
+#include "filelist/ProgressObject.h"
+#include "platform/MainThread.h"
+#include "table/RowDrag.h"
 #include "widgets/QuietLine.h"
 
 #include <QApplication>
@@ -272,7 +275,7 @@ void TestDrop::unknownTypesAreIgnored() {
     QCOMPARE(drop.behindTheRows(), DropAnswers());
     QVERIFY(settle(program));
     QVERIFY(!program.widget<QWidget>("btnRemoveFile")->isEnabled()); // it did not come so far
-    QVERIFY(!program.app().rowDrag().acceptDrop(*drop.mime, 0));
+    QVERIFY(!program.rowDrag().acceptDrop(*drop.mime, 0));
     QVERIFY(settle(program));
     QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled()); // and nothing else
     QCOMPARE(program.state().itemId, 0);
@@ -391,7 +394,7 @@ void TestDrop::duringTheAddTheNextDropIsPutOff() {
     bool wasPutOff = false;
     QTimer looks;
     connect(&looks, &QTimer::timeout, this, [&] {
-        if (!program.app().mainThread().isWaiting() || program.starts().isEmpty())
+        if (!program.mainThread().isWaiting() || program.starts().isEmpty())
             return;
         looks.stop();
         Drop::ofFiles(program, {next}).behindTheRows();

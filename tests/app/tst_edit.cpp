@@ -1,5 +1,8 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QAccessible>
@@ -52,11 +55,11 @@ private:
 };
 
 FileTableView& TestEdit::table(RunScene& scene) {
-    return *scene.program.app().window().findChild<FileTableView*>();
+    return *scene.program.window().findChild<FileTableView*>();
 }
 
 QComboBox& TestEdit::mainList(RunScene& scene) {
-    return *scene.program.app().window().findChild<QComboBox*>(QStringLiteral("comboBox"));
+    return *scene.program.window().findChild<QComboBox*>(QStringLiteral("comboBox"));
 }
 
 QModelIndex TestEdit::cell(RunScene& scene, int row, TableColumn column) {

@@ -1,5 +1,7 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
+#include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
@@ -303,7 +305,7 @@ void TestEncoderOutput::textWithoutALineEndIsNotHeldForLong() {
                      .write()});
     program.click("btnConvertFile");
     QTRY_COMPARE(program.files().recordAt(0)->text(key::progressValue), QStringLiteral("50 %"));
-    QVERIFY(!program.app().engine().jobs().current()->task()->end());
+    QVERIFY(!program.engine().jobs().current()->task()->end());
 }
 
 REELSHIFT_TEST(tst_encoder_output, TestEncoderOutput, QApplication)

@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -57,8 +58,7 @@ void TestFailures::addOne(ControllerFixture& program, std::initializer_list<cons
 }
 
 void TestFailures::shortenPatience(ControllerFixture& program) {
-    program.app().engine().setPatience(
-        {std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
+    program.engine().setPatience({std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
 }
 
 void TestFailures::errorAndSkip_data() {
@@ -467,7 +467,7 @@ void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun_data() {
 void TestFailures::removingTheRowDoesNotLoseTheEndOfTheRun() {
     QFETCH(QString, line);
     ControllerFixture program(std::chrono::seconds(1));
-    program.app().engine().setPatience({std::chrono::seconds(1), std::chrono::seconds(1)});
+    program.engine().setPatience({std::chrono::seconds(1), std::chrono::seconds(1)});
     program.add(
         {program.movie(soleMovie)
              .encode(QStringList{QStringLiteral("ignore-term"), QStringLiteral("create"),

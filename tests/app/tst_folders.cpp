@@ -1,8 +1,10 @@
 #include "TestProgram.h"
+#include "app/AppDelegate.h"
 #include "app/AsNobody.h"
 #include "app/ControllerFixture.h"
 #include "app/FolderFiles.h"
 #include "app/PanelDriver.h"
+#include "app/PersistedFolders.h"
 #include "app/RunChecks.h"
 
 #include <QApplication>
@@ -227,7 +229,7 @@ void TestFolders::theStartReadsBoth() {
     writeContent(program.output(outputFile), program.movies().toUtf8());
     writeContent(program.output(addFile), program.resources().toUtf8());
     program.restart();
-    QCOMPARE(program.app().persistedOutputFolder(), program.movies());
+    QCOMPARE(program.shownOutputFolder(), program.movies());
     QCOMPARE(program.widget<QLineEdit>("outputFolderPath")->text(), program.movies());
     QCOMPARE(program.state().outputFolder, QString());
 }
@@ -276,7 +278,7 @@ void TestFolders::writtenAtTheEndAndOnlyThen() {
         confirmPanel(panel);
     });
     program.click("btnSelectFolder");
-    QCOMPARE(program.app().persistedOutputFolder(), program.movies());
+    QCOMPARE(program.shownOutputFolder(), program.movies());
     QVERIFY(!QFile::exists(program.output(outputFile)));
 
     program.app().quit();

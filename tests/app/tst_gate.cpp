@@ -1,5 +1,8 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "platform/MainThread.h"
+#include "table/FileTableColumns.h"
 #include "table/FileTableView.h"
 
 #include <QAccessible>
@@ -33,7 +36,7 @@ private:
 };
 
 FileTableView& TestGate::table(RunScene& scene) {
-    return *scene.program.app().window().findChild<FileTableView*>();
+    return *scene.program.window().findChild<FileTableView*>();
 }
 
 void TestGate::press(RunScene& scene, int row, TableColumn column) {
@@ -46,8 +49,7 @@ void TestGate::press(RunScene& scene, int row, TableColumn column) {
 
 // As the list does it when the user takes one of its items.
 void TestGate::choose(RunScene& scene, int item) {
-    auto* const list =
-        scene.program.app().window().findChild<QComboBox*>(QStringLiteral("comboBox"));
+    auto* const list = scene.program.window().findChild<QComboBox*>(QStringLiteral("comboBox"));
     list->setCurrentIndex(item);
     Q_EMIT list->activated(item);
 }
@@ -96,7 +98,7 @@ void TestGate::nothingUnderABox() {
     RunScene scene;
     scene.add({a, b});
     QVERIFY(scene.begin());
-    MainWindow& window = scene.program.app().window();
+    MainWindow& window = scene.program.window();
     scene.program.boxes.promise(1000, false, [&] {
         press(scene, 1, TableColumn::Check);
         press(scene, 1, TableColumn::Im);
@@ -128,7 +130,7 @@ void TestGate::aPressUnderABoxThatClosesMeanwhile() {
     scene.add({a, b});
     QVERIFY(scene.begin());
     auto* const remove =
-        scene.program.app().window().findChild<QAbstractButton*>(QStringLiteral("btnRemoveFile"));
+        scene.program.window().findChild<QAbstractButton*>(QStringLiteral("btnRemoveFile"));
     const QSignalSpy clicked(remove, &QAbstractButton::clicked);
     scene.program.boxes.promise(1000, false, [&] {
         QAccessible::queryAccessibleInterface(remove)->actionInterface()->doAction(
@@ -162,10 +164,10 @@ void TestGate::putOffInAWaitAndLookedAtAfresh() {
             nothingYet =
                 scene.program.files().check.front() == 1 && scene.program.files().rowCount() == 3;
             done = true;
-            scene.program.app().mainThread().wake();
+            scene.program.mainThread().wake();
         });
     });
-    scene.program.app().mainThread().waitUntil([&] { return done; }, 20ms);
+    scene.program.mainThread().waitUntil([&] { return done; }, 20ms);
     QVERIFY(nothingYet);
     QVERIFY(eventually([&] { return scene.names() == (QStringList{a, c}); }));
     QCOMPARE(scene.program.files().check, (std::vector<int>{0, 1}));
@@ -182,7 +184,7 @@ void TestGate::aPutOffRowButtonThatHasAnotherMeaning() {
     // Pressed once more inside the wait of the resume, where it would still mean to resume.
     QTimer inWait;
     connect(&inWait, &QTimer::timeout, this, [&] {
-        if (!scene.program.app().mainThread().isWaiting())
+        if (!scene.program.mainThread().isWaiting())
             return;
         inWait.stop();
         press(scene, 0, TableColumn::Im);

@@ -1,6 +1,12 @@
 #include "TestProgram.h"
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
 #include "platform/ChildProcess.h"
+#include "platform/MainThread.h"
+#include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QAbstractButton>
@@ -45,7 +51,7 @@ private:
 };
 
 QAbstractButton* TestHazards::button(RunScene& scene, const char* name) {
-    return scene.program.app().window().findChild<QAbstractButton*>(QString::fromLatin1(name));
+    return scene.program.window().findChild<QAbstractButton*>(QString::fromLatin1(name));
 }
 
 // By key and through the accessibility tree, and by what needs neither.
@@ -80,7 +86,7 @@ void TestHazards::convertAsSoonAsAStopAllowsIt() {
     const qint64 oldPid = scene.encoderPid();
     QTimer inWait;
     connect(&inWait, &QTimer::timeout, this, [&] {
-        if (!scene.program.app().mainThread().isWaiting() ||
+        if (!scene.program.mainThread().isWaiting() ||
             !button(scene, "btnConvertFile")->isEnabled())
             return;
         inWait.stop();
@@ -131,7 +137,7 @@ void TestHazards::aShorterMovieAfterARemovedPausedOne() {
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(0, a));
     scene.program.click("btnSelectAll");
-    FileTableModel& model = *scene.program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel& model = *scene.program.window().findChild<FileTableView*>()->fileModel();
     model.setData(model.index(0, 0), Qt::Checked, Qt::CheckStateRole);
     scene.program.click("btnRemoveFile");
     QVERIFY(scene.waitForPercent(0, 50));
@@ -167,7 +173,7 @@ void TestHazards::nothingAfterARemovedPausedOne() {
 void TestHazards::anotherRowIsClickedBeforeThePause() {
     RunScene scene;
     scene.add({a, b});
-    FileTableView& table = *scene.program.app().window().findChild<FileTableView*>();
+    FileTableView& table = *scene.program.window().findChild<FileTableView*>();
     const auto click = [&](int row, TableColumn column) {
         const QModelIndex cell = table.fileModel()->index(row, static_cast<int>(column));
         QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(cell).center());
@@ -201,7 +207,7 @@ void TestHazards::pauseStopAndRemovalAsItFinishes() {
     QFETCH(QString, action);
     for (int moment = 0; moment < 10; ++moment) {
         RunScene scene(5ms);
-        scene.program.app().engine().setPatience({5s, 1s});
+        scene.program.engine().setPatience({5s, 1s});
         scene.addScript(a, {QStringLiteral("create"), QStringLiteral("write 4096"),
                             QStringLiteral("progress 1"), QStringLiteral("wait-file a.1"),
                             QStringLiteral("progress 9"), QStringLiteral("summary 10")});
@@ -216,7 +222,7 @@ void TestHazards::pauseStopAndRemovalAsItFinishes() {
             QCoreApplication::processEvents();
         const QString word = record->text(key::status);
         if (action == QStringLiteral("stop"))
-            scene.program.app().engine().stopping().stopConversion();
+            scene.program.engine().stopping().stopConversion();
         else if (action == QStringLiteral("removal"))
             scene.program.click("btnRemoveFile");
         else if (word == status::STATPR)
@@ -245,7 +251,7 @@ void TestHazards::removalInTheHandlersSecond() {
     scene.add({a, b});
     QVERIFY(scene.begin());
     // The position has just been taken in: the handler sleeps its second.
-    FileTableModel& model = *scene.program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel& model = *scene.program.window().findChild<FileTableView*>()->fileModel();
     model.setData(model.index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
     scene.program.click("btnRemoveFile");
     QCOMPARE(scene.names(), QStringList{b});
@@ -279,7 +285,7 @@ void TestHazards::removalUnderABoxOfItsEncoder() {
                         QStringLiteral("hang")});
     scene.add({b});
     QVERIFY(scene.begin());
-    FileTableModel& model = *scene.program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel& model = *scene.program.window().findChild<FileTableView*>()->fileModel();
     model.setData(model.index(1, 0), Qt::Unchecked, Qt::CheckStateRole);
     scene.program.boxes.promise(runGoesOn ? 1001 : 1000, false, [&] {
         if (byForce)
@@ -366,7 +372,7 @@ void TestHazards::closeUnderABox() {
     RunScene scene;
     scene.add({a});
     QVERIFY(scene.begin());
-    MainWindow& window = scene.program.app().window();
+    MainWindow& window = scene.program.window();
     scene.program.boxes.promise(1000, false, [&] { window.close(); });
     scene.program.click("btnStop");
     QVERIFY(window.isVisible());
@@ -382,8 +388,8 @@ void TestHazards::closeWhilePaused() {
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(0, a));
     const qint64 pid = scene.encoderPid();
-    scene.program.app().window().close();
-    QVERIFY(!scene.program.app().window().isVisible());
+    scene.program.window().close();
+    QVERIFY(!scene.program.window().isVisible());
     scene.program.app().quit(); // as the closing of the last window does it
     scene.program.quit();
     QCOMPARE(processState(pid), '\0');
@@ -454,10 +460,10 @@ void TestHazards::actionsDuringARun() {
     QVERIFY(scene.begin());
     const std::vector<int> queue = scene.program.files().conversionTaskList;
     pressAll(scene);
-    scene.program.app().mainThread().waitFor(200ms); // an accessible press lasts 100 ms
+    scene.program.mainThread().waitFor(200ms); // an accessible press lasts 100 ms
     QVERIFY(!QApplication::activeModalWidget());
     QCOMPARE(scene.program.files().conversionTaskList, queue);
-    FileTableModel& model = *scene.program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel& model = *scene.program.window().findChild<FileTableView*>()->fileModel();
     model.setData(model.index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
     QTest::keyClick(button(scene, "btnRemoveFile"), Qt::Key_Space);
     QCOMPARE(scene.names(), QStringList{a});
@@ -478,7 +484,7 @@ void TestHazards::actionsInsideAWait() {
         nothingYet =
             scene.program.files().rowCount() == 2 && !scene.program.state().isConversionRunning;
     });
-    scene.program.app().mainThread().waitFor(20ms);
+    scene.program.mainThread().waitFor(20ms);
     QVERIFY(nothingYet);
     QVERIFY(eventually([&] { return scene.program.state().isConversionRunning; }));
     QCOMPARE(scene.program.files().rowCount(), 3);

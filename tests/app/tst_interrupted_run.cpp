@@ -1,8 +1,12 @@
 #include "TestProgram.h"
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
 #include "convert/NoteFile.h"
 #include "convert/RunNote.h"
 #include "platform/ChildProcess.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -182,8 +186,7 @@ void TestInterruptedRun::theNoteGoesWithTheOutcome() {
     QFETCH(QStringList, encode);
     QFETCH(bool, stopped);
     ControllerFixture program;
-    program.app().engine().setPatience(
-        {std::chrono::milliseconds(500), std::chrono::milliseconds(500)});
+    program.engine().setPatience({std::chrono::milliseconds(500), std::chrono::milliseconds(500)});
     program.add({program.movie(soleMovie).encode(encode).write()});
     if (stopped)
         program.boxes.promise(1001);
@@ -204,7 +207,7 @@ void TestInterruptedRun::theNoteGoesWithARowThatIsRemoved() {
     program.add({program.movie(soleMovie)
                      .encode({"create", "header", "progress 1", "write 10", "touch begun", "hang"})
                      .write()});
-    FileTableModel* const model = program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel* const model = program.window().findChild<FileTableView*>()->fileModel();
     QVERIFY(model->setData(model->index(0, 0), Qt::Checked, Qt::CheckStateRole));
     program.boxes.answerTheRest(okAnswer);
     program.click("btnConvertFile");
@@ -252,8 +255,7 @@ void TestInterruptedRun::toTheTrash() {
     AfterADeath after;
     ControllerFixture& program = after.program;
     bool isWindowUp = false;
-    program.boxes.promise(trashAnswer, false,
-                          [&] { isWindowUp = program.app().window().isVisible(); });
+    program.boxes.promise(trashAnswer, false, [&] { isWindowUp = program.window().isVisible(); });
     after.start();
     QTRY_COMPARE(namesIn(after.trash.files()), QStringList(soleOutput));
     QVERIFY(isWindowUp);

@@ -1,6 +1,10 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/PanelDriver.h"
 #include "app/RunScene.h"
+#include "platform/MainThread.h"
+#include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QAccessible>
@@ -52,7 +56,7 @@ void TestKeys::press(RunScene& scene, const QKeySequence& keys) {
 }
 
 QWidget* TestKeys::activeWindow(ControllerFixture& program) {
-    MainWindow& window = program.app().window();
+    MainWindow& window = program.window();
     window.activateWindow();
     if (!QTest::qWaitForWindowActive(&window))
         qFatal("the window is not active");
@@ -60,7 +64,7 @@ QWidget* TestKeys::activeWindow(ControllerFixture& program) {
 }
 
 FileTableView& TestKeys::table(RunScene& scene) {
-    return *scene.program.app().window().findChild<FileTableView*>();
+    return *scene.program.window().findChild<FileTableView*>();
 }
 
 void TestKeys::everyKeyPressesItsButton_data() {
@@ -118,7 +122,7 @@ void TestKeys::noTwoKeysAreAlike() {
     const auto isNew = [&seen](const QKeySequence& key) {
         return key.isEmpty() || seen.insert(key.toString()).second;
     };
-    MainWindow& window = scene.program.app().window();
+    MainWindow& window = scene.program.window();
     const auto buttons = window.findChildren<QAbstractButton*>();
     for (const QAbstractButton* const each : buttons)
         QVERIFY2(isNew(each->shortcut()), qPrintable(each->text()));
@@ -199,7 +203,7 @@ void TestKeys::noKeyCountsUnderABox() {
     scene.add({a});
     QVERIFY(scene.begin());
     scene.program.boxes.promise(1000, false, [&] {
-        MainWindow& window = scene.program.app().window();
+        MainWindow& window = scene.program.window();
         for (const char* const keys : {"Delete", "Ctrl+Shift+O", "Ctrl+.", "Ctrl+Shift+A"}) {
             QTest::keySequence(&window, QKeySequence(QString::fromLatin1(keys)));
             QTest::keySequence(QApplication::activeModalWidget(),
@@ -224,9 +228,9 @@ void TestKeys::aKeyInsideAWaitIsPutOff() {
         press(scene, QKeySequence(Qt::Key_Delete));
         nothingYet = scene.program.files().rowCount() == 2;
         done = true;
-        scene.program.app().mainThread().wake();
+        scene.program.mainThread().wake();
     });
-    scene.program.app().mainThread().waitUntil([&] { return done; }, 20ms);
+    scene.program.mainThread().waitUntil([&] { return done; }, 20ms);
     QVERIFY(nothingYet);
     QVERIFY(eventually([&] { return scene.names().isEmpty(); }));
 }
@@ -235,7 +239,7 @@ void TestKeys::escapeEndsNothing() {
     RunScene scene;
     scene.add({a});
     QVERIFY(scene.begin());
-    MainWindow& window = scene.program.app().window();
+    MainWindow& window = scene.program.window();
     for (QWidget* const each : window.findChildren<QWidget*>()) {
         if (each->focusPolicy() == Qt::NoFocus || !each->isVisible() || !each->isEnabled())
             continue;

@@ -1,8 +1,11 @@
 #include "TestProgram.h"
 #include "app/ControllerFixture.h"
+#include "app/MainWindow.h"
 #include "platform/LocalizedStrings.h"
+#include "platform/MainThread.h"
 #include "platform/MainThreadCalls.h"
 #include "platform/WorkerThreads.h"
+#include "table/FileTableColumns.h"
 #include "table/FileTableDelegates.h"
 #include "table/FileTableModel.h"
 #include "table/FileTableView.h"
@@ -205,7 +208,7 @@ std::unique_ptr<ControllerFixture> TestLanguages::start(const QString& language)
 }
 
 FileTableView& TestLanguages::table(ControllerFixture& program) {
-    return *program.app().window().findChild<FileTableView*>();
+    return *program.window().findChild<FileTableView*>();
 }
 
 void TestLanguages::add(ControllerFixture& program, const QStringList& names) {
@@ -250,7 +253,7 @@ void TestLanguages::window() {
     QApplication::setFont(font);
     const auto program = start(language);
     add(*program, {QStringLiteral("a.mp4"), QStringLiteral("b.mp4")});
-    QMainWindow& window = program->app().window();
+    QMainWindow& window = program->window();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     // With the line that is seldom there.
     program->widget<QLabel>("notKeptAwake")->show();
@@ -317,8 +320,8 @@ void TestLanguages::columns() {
     QApplication::setFont(font);
     const auto program = start(language);
     add(*program, {QStringLiteral("a.mp4")});
-    QVERIFY(QTest::qWaitForWindowExposed(&program->app().window()));
-    program->app().window().resize(usualSize);
+    QVERIFY(QTest::qWaitForWindowExposed(&program->window()));
+    program->window().resize(usualSize);
     FileTableView& view = table(*program);
     const QHeaderView& header = *view.horizontalHeader();
     for (int column = 0; column < header.count(); ++column)
@@ -366,7 +369,7 @@ void TestLanguages::messageBoxes() {
             QVERIFY2(area->verticalScrollBarPolicy() == Qt::ScrollBarAlwaysOff, what);
             press(box, 1000);
         };
-        QCOMPARE(look(request, &program->app().window(), check), 1000);
+        QCOMPARE(look(request, &program->window(), check), 1000);
     }
 }
 
@@ -396,7 +399,7 @@ void TestLanguages::updateWindow() {
 void TestLanguages::arabicIsMirrored() {
     const auto program = start(QStringLiteral("ar"));
     add(*program, {QStringLiteral("a.mp4"), QStringLiteral("b.mp4")});
-    QMainWindow& window = program->app().window();
+    QMainWindow& window = program->window();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     const auto x = [&](const char* name) {
         return program->widget<QWidget>(name)->mapTo(&window, QPoint()).x();
@@ -456,7 +459,7 @@ void TestLanguages::arabicBoxIsMirrored() {
         QCOMPARE(buttons.last()->text(), getLocalString("IDS_BTN_POPUP_CANCEL"));
         press(box, 1000);
     };
-    QCOMPARE(look(request, &program->app().window(), check), 1000);
+    QCOMPARE(look(request, &program->window(), check), 1000);
 }
 
 void TestLanguages::namesOfFilesKeepTheirOrder_data() {

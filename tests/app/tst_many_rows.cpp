@@ -1,6 +1,8 @@
 #include "TestProgram.h"
 #include "app/RunScene.h"
 #include "filelist/ProgressObject.h"
+#include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 #include "table/MadeUpRow.h"
 

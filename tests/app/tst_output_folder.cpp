@@ -2,6 +2,7 @@
 #include "app/ControllerFixture.h"
 #include "app/PanelDriver.h"
 #include "app/RunChecks.h"
+#include "platform/MainThread.h"
 
 #include <QApplication>
 #include <QDir>
@@ -50,7 +51,7 @@ void TestOutputFolder::choosingAFolder() {
     QCOMPARE(began, program.documents());
     QCOMPARE(title, getLocalString("IDS_TXT_PANEL_FOLDER"));
     QCOMPARE(program.widget<QLineEdit>("outputFolderPath")->text(), chosen);
-    QCOMPARE(program.app().persistedOutputFolder(), chosen);
+    QCOMPARE(program.shownOutputFolder(), chosen);
     QCOMPARE(program.state().outputFolder, chosen);
 
     // From now on the records of added movies name it.
@@ -66,7 +67,7 @@ void TestOutputFolder::choosingNone() {
     });
     program.click("btnSelectFolder");
     QCOMPARE(program.widget<QLineEdit>("outputFolderPath")->text(), program.documents());
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QCOMPARE(program.shownOutputFolder(), program.documents());
     QCOMPARE(program.state().outputFolder, QString());
     QVERIFY(program.boxes.seen.isEmpty());
 }
@@ -79,7 +80,7 @@ void TestOutputFolder::choosingByName() {
         confirmPanel(panel);
     });
     program.click("btnSelectFolder");
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents() + QStringLiteral("/below"));
+    QCOMPARE(program.shownOutputFolder(), program.documents() + QStringLiteral("/below"));
 }
 
 void TestOutputFolder::aFileIsNotAFolder() {
@@ -91,10 +92,10 @@ void TestOutputFolder::aFileIsNotAFolder() {
         QVERIFY(panel.isVisible());
     });
     program.click("btnSelectFolder");
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QCOMPARE(program.shownOutputFolder(), program.documents());
 
     // A desktop's own panel may hand it over all the same.
-    OutputFolder outputFolder(program.app().mainThread(), std::make_shared<FakeVolumes>(),
+    OutputFolder outputFolder(program.mainThread(), std::make_shared<FakeVolumes>(),
                               program.fileManager);
     QVERIFY(!outputFolder.isTaken(program.path(QStringLiteral("plain")), nullptr));
     QVERIFY(program.boxes.seen.isEmpty());
@@ -102,8 +103,7 @@ void TestOutputFolder::aFileIsNotAFolder() {
 
 void TestOutputFolder::aFolderThatIsGone() {
     ControllerFixture program;
-    OutputFolder outputFolder(program.app().mainThread(), program.sharedVolumes,
-                              program.fileManager);
+    OutputFolder outputFolder(program.mainThread(), program.sharedVolumes, program.fileManager);
     QVERIFY(!outputFolder.isTaken(program.path(QStringLiteral("gone")), nullptr));
     QVERIFY(!outputFolder.isTaken(QString(), nullptr));
     QVERIFY(program.boxes.seen.isEmpty());
@@ -143,7 +143,7 @@ void TestOutputFolder::refusedVolumes() {
     QCOMPARE(program.boxes.seen[0].buttons, QStringList{getLocalString("IDS_BTN_POPUP_OK")});
     QCOMPARE(program.boxes.seen[0].checkBox, QString());
     QCOMPARE(program.widget<QLineEdit>("outputFolderPath")->text(), program.documents());
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QCOMPARE(program.shownOutputFolder(), program.documents());
     QCOMPARE(program.state().outputFolder, QString());
 }
 
@@ -158,8 +158,7 @@ void TestOutputFolder::otherFileSystemsAreTaken() {
     QFETCH(QString, type);
     ControllerFixture program;
     program.volumes.table[program.movies()] = {false, type};
-    OutputFolder outputFolder(program.app().mainThread(), program.sharedVolumes,
-                              program.fileManager);
+    OutputFolder outputFolder(program.mainThread(), program.sharedVolumes, program.fileManager);
     QVERIFY(outputFolder.isTaken(program.movies(), nullptr));
     QVERIFY(program.boxes.seen.isEmpty());
 }

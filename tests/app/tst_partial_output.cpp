@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
@@ -56,8 +57,7 @@ void TestPartialOutput::anOlderOutputThatWasTouchedGoes() {
 
 void TestPartialOutput::anOutputMadeAfterItsDeletionGoesToo() {
     ControllerFixture program;
-    program.app().engine().setPatience(
-        {std::chrono::milliseconds(300), std::chrono::milliseconds(1000)});
+    program.engine().setPatience({std::chrono::milliseconds(300), std::chrono::milliseconds(1000)});
     addOne(program, {"ignore-term", "header",
                      "print an error while opening\\nframe=    0 time=00:00:00.00 bitrate=\\r",
                      "wait-file late", "create", "write 10", "touch made", "hang"});
@@ -109,7 +109,7 @@ void TestPartialOutput::whatOthersPutThereUnderTheQuestionStays() {
     }
     program.boxes.promise(stopError, false, [&] {
         writeContent(program.movies() + QStringLiteral("/go"));
-        const JobPtr run = program.app().engine().jobs().current();
+        const JobPtr run = program.engine().jobs().current();
         // Without the main loop: it would answer the next box.
         const QDeadlineTimer deadline(20000);
         while (!run->plan().output.isJudged() && !deadline.hasExpired())
@@ -146,11 +146,10 @@ void TestPartialOutput::whatOthersPutInPlaceOfItStays() {
     QFETCH(QStringList, encode);
     QFETCH(int, answer);
     ControllerFixture program;
-    program.app().engine().setPatience(
-        {std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
+    program.engine().setPatience({std::chrono::milliseconds(300), std::chrono::milliseconds(300)});
     program.add({program.movie(soleMovie).encode(encode).write()});
     program.boxes.promise(answer, false, [&] {
-        QVERIFY(!program.app().engine().jobs().current()->task()->end());
+        QVERIFY(!program.engine().jobs().current()->task()->end());
         QVERIFY(QFile::remove(program.output(soleOutput)));
         writeContent(program.output(soleOutput), "of somebody else");
     });
@@ -172,8 +171,8 @@ void TestPartialOutput::anOutputThatWentByItselfIsNotConverted() {
                                  QStringLiteral("summary 10"), QStringLiteral("unlink ") + output})
              .write()});
     program.click("btnConvertFile");
-    QTRY_VERIFY(program.app().engine().jobs().current()->row.record->contains(key::progressValue));
-    const auto task = program.app().engine().jobs().current()->task();
+    QTRY_VERIFY(program.engine().jobs().current()->row.record->contains(key::progressValue));
+    const auto task = program.engine().jobs().current()->task();
     QVERIFY(task->waitForEnd(std::chrono::seconds(20)));
     program.boxes.promise(1001);
     program.click("btnStop");

@@ -1,8 +1,13 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
 #include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
+#include "platform/MainThread.h"
+#include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -97,7 +102,7 @@ void TestPause::thePauseWaitsForTheEncodersNextWord() {
     QVERIFY(scene.begin());
     scene.program.clickRowButton(0);
     QCOMPARE(scene.program.state().convertingIndex, SharedState::pauseRequested);
-    scene.program.app().mainThread().waitFor(150ms);
+    scene.program.mainThread().waitFor(150ms);
     QCOMPARE(scene.program.status(0), status::STATPR);
     QVERIFY(scene.encoderState() != 'T');
     scene.go(a, 1);
@@ -108,7 +113,7 @@ void TestPause::thePauseWaitsForTheEncodersNextWord() {
 void TestPause::thePausedRowIsTheButtonsOwn() {
     RunScene scene;
     scene.add({a, b});
-    auto* const table = scene.program.app().window().findChild<FileTableView*>();
+    auto* const table = scene.program.window().findChild<FileTableView*>();
     QVERIFY(scene.begin());
     table->selectRow(1);
     scene.program.clickRowButton(0);
@@ -146,7 +151,7 @@ void TestPause::theRowSaysWhatItIsAndItsButtonWhatItDoes() {
     scene.add({a});
     const auto spoken = [&](TableColumn column) {
         const FileTableModel* const model =
-            scene.program.app().window().findChild<FileTableView*>()->fileModel();
+            scene.program.window().findChild<FileTableView*>()->fileModel();
         return model->index(0, static_cast<int>(column)).data(Qt::AccessibleTextRole).toString();
     };
     const auto says = [&](const QString& status, const char* button) {
@@ -181,7 +186,7 @@ void TestPause::whatIsLeftInThePipeWaitsForTheResume() {
     };
     const int before = waiting();
     QVERIFY(before > 0);
-    scene.program.app().mainThread().waitFor(200ms);
+    scene.program.mainThread().waitFor(200ms);
     QCOMPARE(waiting(), before);
     QCOMPARE(scene.program.status(0), status::STATPS);
     QCOMPARE(scene.program.files().recordAt(0)->text(key::progressValue), QStringLiteral("10 %"));
@@ -234,8 +239,8 @@ void TestPause::resumeTakesTheEntryOfItsOwnRow() {
     QVERIFY(scene.begin());
     QVERIFY(scene.pause(0, a));
     FileList& files = scene.program.files();
-    const auto other = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
-                                                              {QStringLiteral("60")});
+    const auto other =
+        scene.program.processes().launch(QStringLiteral("/bin/sleep"), {QStringLiteral("60")});
     QVERIFY(other->suspend());
     const PausedTask own = files.pausedList.front();
     files.clearPaused();
@@ -246,7 +251,7 @@ void TestPause::resumeTakesTheEntryOfItsOwnRow() {
     QCOMPARE(files.pausedList.front().task, other);
     QCOMPARE(processState(other->processIdentifier()), 'T');
     QVERIFY(eventually([&] { return scene.encoderState() != 'T'; }));
-    QCOMPARE(scene.program.app().engine().jobs().runningTask(), scene.run()->task());
+    QCOMPARE(scene.program.engine().jobs().runningTask(), scene.run()->task());
     files.clearPaused();
     QVERIFY(scene.end({a, b}));
 }
@@ -258,7 +263,7 @@ void TestPause::resumeOfARowWithoutAnEntryStartsNothing() {
     QVERIFY(scene.pause(0, a));
     SharedState& state = scene.program.state();
     state.noOfconvertingFileList.clear();
-    scene.program.app().engine().rows().setConvertingIndexForResume(1);
+    scene.program.engine().rows().setConvertingIndexForResume(1);
     QVERIFY(state.noOfconvertingFileList.contains(scene.program.files().idList[1]));
     QCOMPARE(scene.program.files().pausedList.size(), size_t(1));
     QCOMPARE(state.convertingIndex, SharedState::pauseRequested);
@@ -360,7 +365,7 @@ void TestPause::killedWhileSuspended() {
     QVERIFY(scene.pause(0, a));
     ::kill(static_cast<pid_t>(scene.encoderPid()), SIGKILL);
     QVERIFY(scene.blockUntilEnded());
-    scene.program.app().mainThread().waitFor(150ms);
+    scene.program.mainThread().waitFor(150ms);
     QCOMPARE(scene.program.status(0), status::STATPS);
 
     scene.program.boxes.promise(1001);
@@ -444,8 +449,8 @@ void TestPause::sourceStillGoneAtTheNextTry() {
 
 void TestPause::aPausedListThatCannotBeResumedEndsTheRun() {
     RunScene scene;
-    const auto stray = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
-                                                              {QStringLiteral("60")});
+    const auto stray =
+        scene.program.processes().launch(QStringLiteral("/bin/sleep"), {QStringLiteral("60")});
     scene.program.files().pause({stray, stray->readEnd(), 0, 4711});
     scene.program.click("btnConvertFile");
     QVERIFY(scene.program.isIdle());

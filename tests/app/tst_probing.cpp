@@ -1,6 +1,8 @@
 #include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
+#include "media/ProbeRunner.h"
+#include "platform/ChildProcesses.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -252,7 +254,7 @@ void TestProbing::grandchildHoldsThePipe() {
 
 void TestProbing::silentForEver() {
     ControllerFixture program;
-    program.app().probeRunner().setPatience(500ms);
+    program.probeRunner().setPatience(500ms);
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     const QString silent =
         program.movie(QStringLiteral("b.mp4")).probeSteps({"ignore-term", "hang"}).write();
@@ -263,13 +265,13 @@ void TestProbing::silentForEver() {
     QVERIFY(areInStep(program.files()));
     // Nobody waits for it a second time.
     QCOMPARE(probes(program, silent), 1);
-    QTRY_COMPARE(program.app().processes().liveCount(), 0);
+    QTRY_COMPARE(program.processes().liveCount(), 0);
 }
 
 void TestProbing::slowButNotSilent() {
     ControllerFixture program;
     program.state().probe.duration = QStringLiteral("00:00:01.00"); // one look is enough
-    program.app().probeRunner().setPatience(1500ms);
+    program.probeRunner().setPatience(1500ms);
     QElapsedTimer clock;
     clock.start();
     program.add({program.movie(QStringLiteral("a.mp4"))
@@ -281,7 +283,7 @@ void TestProbing::slowButNotSilent() {
 
 void TestProbing::talksForEver() {
     ControllerFixture program;
-    program.app().probeRunner().setPatience(400ms);
+    program.probeRunner().setPatience(400ms);
     const QString good = program.movie(QStringLiteral("a.mp4")).write();
     const QString talking = program.movie(QStringLiteral("b.mp4"))
                                 .probeSteps({"ignore-term", "report", "loop 1000000",
@@ -292,7 +294,7 @@ void TestProbing::talksForEver() {
     QCOMPARE(program.boxes.messages(), QStringList{text("IDS_TXT_UNSUPPORTED")});
     QCOMPARE(program.files().idList, (std::vector<int>{1, 3}));
     QCOMPARE(probes(program, talking), 1);
-    QTRY_COMPARE(program.app().processes().liveCount(), 0);
+    QTRY_COMPARE(program.processes().liveCount(), 0);
 }
 
 void TestProbing::encoderMissing() {

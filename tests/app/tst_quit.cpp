@@ -1,5 +1,8 @@
 #include "TestProgram.h"
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
@@ -194,10 +197,8 @@ void TestQuit::aFileThatIsNotWhole() {
     } else {
         program.click("btnConvertFile");
         // Its reader waits a second, which is a minute here.
-        QTRY_VERIFY(
-            program.app().engine().jobs().current()->row.record->contains(key::progressValue));
-        QVERIFY(
-            program.app().engine().jobs().current()->task()->waitForEnd(std::chrono::seconds(20)));
+        QTRY_VERIFY(program.engine().jobs().current()->row.record->contains(key::progressValue));
+        QVERIFY(program.engine().jobs().current()->task()->waitForEnd(std::chrono::seconds(20)));
         program.quit();
     }
     QCOMPARE(QFile::exists(program.output(soleOutput)), stays);
@@ -303,7 +304,7 @@ void TestQuit::theSessionEndsUnderABox() {
     watch.start(1);
     QTimer::singleShot(15000, &watch, [] { QCoreApplication::exit(timedOut); });
     QCOMPARE(QApplication::exec(), 0);
-    QVERIFY(!program.app().window().isVisible());
+    QVERIFY(!program.window().isVisible());
     QVERIFY(QFile::exists(program.documents() + QStringLiteral("/default_hevc_path.txt")));
     program.quit();
     QVERIFY(program.encodes().isEmpty());

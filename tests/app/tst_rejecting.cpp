@@ -1,7 +1,10 @@
 #include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/ControllerFixture.h"
+#include "app/MainWindow.h"
 #include "app/PanelDriver.h"
+#include "filelist/ProgressObject.h"
+#include "platform/ChildProcesses.h"
 #include "table/FileTableView.h"
 #include "widgets/QuietLine.h"
 
@@ -98,7 +101,7 @@ void TestRejecting::rejectedAsTheFirstOfAll() {
     QCOMPARE(program.files().progressObjects.size(), size_t{1});
     QCOMPARE(program.state().itemId, qint64{1});
     // The next one may have been examined already, and nothing of that goes on.
-    QTRY_COMPARE(program.app().processes().liveCount(), 0);
+    QTRY_COMPARE(program.processes().liveCount(), 0);
     QCOMPARE(program.widget<QLabel>("fileList")->text(),
              QString(text("IDS_TXT_FILELIST") + QStringLiteral("  (0)")));
     QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
@@ -128,7 +131,7 @@ void TestRejecting::theLineGoesWithTheNextAction() {
 
 void TestRejecting::aLongNameIsCutInTheLine() {
     ControllerFixture program;
-    MainWindow& window = program.app().window();
+    MainWindow& window = program.window();
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     const int width = window.width();

@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
 
 #include <QApplication>
 #include <QFile>
@@ -201,7 +202,7 @@ void TestReleases::marksInNamesAndTitles() {
     program.add({movie});
     QCOMPARE(program.files().rowCount(), 1);
     program.click("btnConvertFile");
-    const JobPtr run = program.app().engine().jobs().current();
+    const JobPtr run = program.engine().jobs().current();
     QVERIFY(eventually(
         [&] { return run->row.record->text(key::progressValue) == QStringLiteral("10 %"); }));
     QVERIFY(!run->life().isSummarySeen());

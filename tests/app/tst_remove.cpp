@@ -1,6 +1,8 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
 #include "filelist/ProgressObject.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -45,16 +47,15 @@ private:
 };
 
 QCheckBox* TestRemove::header(RunScene& scene) {
-    return scene.program.app().window().findChild<FileTableView*>()->btnSelectAll();
+    return scene.program.window().findChild<FileTableView*>()->btnSelectAll();
 }
 
 QWidget* TestRemove::removeButton(RunScene& scene) {
-    return scene.program.app().window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"));
+    return scene.program.window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"));
 }
 
 void TestRemove::check(RunScene& scene, const std::vector<int>& rows) {
-    FileTableModel* const model =
-        scene.program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel* const model = scene.program.window().findChild<FileTableView*>()->fileModel();
     for (int row = 0; row < model->rowCount(); ++row) {
         const bool isChecked = std::find(rows.begin(), rows.end(), row) != rows.end();
         QVERIFY(model->setData(model->index(row, 0), isChecked ? Qt::Checked : Qt::Unchecked,

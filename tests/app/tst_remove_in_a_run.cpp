@@ -1,8 +1,11 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
 #include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -48,12 +51,11 @@ private:
 };
 
 QWidget* TestRemoveInARun::removeButton(RunScene& scene) {
-    return scene.program.app().window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"));
+    return scene.program.window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"));
 }
 
 void TestRemoveInARun::check(RunScene& scene, const std::vector<int>& rows) {
-    FileTableModel* const model =
-        scene.program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel* const model = scene.program.window().findChild<FileTableView*>()->fileModel();
     for (int row = 0; row < model->rowCount(); ++row) {
         const bool isChecked = std::find(rows.begin(), rows.end(), row) != rows.end();
         QVERIFY(model->setData(model->index(row, 0), isChecked ? Qt::Checked : Qt::Unchecked,
@@ -201,7 +203,7 @@ void TestRemoveInARun::asItsOutcomeIsOnItsWay() {
     QFETCH(int, moment);
     QFETCH(bool, andStop);
     RunScene scene(5ms);
-    scene.program.app().engine().setPatience({5s, 1s});
+    scene.program.engine().setPatience({5s, 1s});
     scene.add({a, b});
     removeRow(scene, 1, true);
     QVERIFY(scene.begin());
@@ -213,7 +215,7 @@ void TestRemoveInARun::asItsOutcomeIsOnItsWay() {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     scene.program.click("btnRemoveFile");
     if (andStop)
-        scene.program.app().engine().stopping().stopConversion();
+        scene.program.engine().stopping().stopConversion();
     QVERIFY(scene.program.waitUntilIdle());
     QVERIFY(scene.hasOutput(a));
     QCOMPARE(scene.program.files().rowCount(), 0);
@@ -310,8 +312,8 @@ void TestRemoveInARun::aPausedRowThatIsNotTheFirstEntry() {
     QVERIFY(scene.pause(0, a));
     const qint64 paused = scene.encoderPid();
     FileList& files = scene.program.files();
-    const auto other = scene.program.app().processes().launch(QStringLiteral("/bin/sleep"),
-                                                              {QStringLiteral("60")});
+    const auto other =
+        scene.program.processes().launch(QStringLiteral("/bin/sleep"), {QStringLiteral("60")});
     const PausedTask own = files.pausedList.front();
     files.clearPaused();
     files.pause({other, other->readEnd(), 0, 4711});

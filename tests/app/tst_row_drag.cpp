@@ -1,5 +1,9 @@
 #include "TestProgram.h"
 #include "app/Drops.h"
+#include "filelist/ProgressObject.h"
+#include "platform/MainThread.h"
+#include "table/FileTableColumns.h"
+#include "table/RowDrag.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -355,10 +359,10 @@ void TestRowDrag::insideAWaitTheDropIsPutOff() {
         QTimer::singleShot(0, this, [&] {
             wasUntouched = program.files().recordAt(0)->text(key::name) == u"a.mp4"_s;
             isOver = true;
-            program.app().mainThread().wake();
+            program.mainThread().wake();
         });
     });
-    program.app().mainThread().waitUntil([&] { return isOver; });
+    program.mainThread().waitUntil([&] { return isOver; });
     QVERIFY(wasUntouched);
     QTRY_COMPARE(program.files().recordAt(0)->text(key::name), u"b.mp4"_s);
 }

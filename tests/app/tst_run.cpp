@@ -1,5 +1,8 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
+#include "filelist/ProgressObject.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -258,17 +261,16 @@ void TestRun::theSummaryTakesConvertedRowsOut() {
     QVERIFY(files.conversionTaskList.empty());
     QVERIFY(program.state().noOfconvertingFileList.isEmpty());
     QCOMPARE(program.state().count, 2);
-    QCOMPARE(program.app().window().findChild<QLabel*>(QStringLiteral("fileList"))->text(),
+    QCOMPARE(program.window().findChild<QLabel*>(QStringLiteral("fileList"))->text(),
              QString(getLocalString("IDS_TXT_FILELIST") + QStringLiteral("  (2)")));
-    QVERIFY(
-        program.app().window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"))->isEnabled());
+    QVERIFY(program.window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"))->isEnabled());
 }
 
 void TestRun::theLastRowOutDisablesRemove() {
     ControllerFixture program;
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
     const auto* const remove =
-        program.app().window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"));
+        program.window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"));
     QVERIFY(remove->isEnabled());
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
@@ -278,7 +280,7 @@ void TestRun::theLastRowOutDisablesRemove() {
 void TestRun::okLeavesTheOpenFolderCheckAlone() {
     ControllerFixture program;
     auto* const check =
-        program.app().window().findChild<QCheckBox*>(QStringLiteral("openFolderCheckBtn"));
+        program.window().findChild<QCheckBox*>(QStringLiteral("openFolderCheckBtn"));
     check->setChecked(true);
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
     program.boxes.promise(okAnswer);
@@ -291,7 +293,7 @@ void TestRun::okLeavesTheOpenFolderCheckAlone() {
 void TestRun::openFolderUnticksAndShowsTheFolder() {
     ControllerFixture program;
     auto* const check =
-        program.app().window().findChild<QCheckBox*>(QStringLiteral("openFolderCheckBtn"));
+        program.window().findChild<QCheckBox*>(QStringLiteral("openFolderCheckBtn"));
     check->setChecked(true);
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
     program.boxes.promise(1001);
@@ -306,7 +308,7 @@ void TestRun::aSummaryOfNothingChangesNothing() {
     program.add({program.movie(QStringLiteral("a.mp4")).write()});
     program.files().noteConverted(program.files().idList[0]);
     program.state().noOfConvertedFile = 3;
-    program.app().engine().summary().popUpForNoOfConvertedfiles();
+    program.engine().summary().popUpForNoOfConvertedfiles();
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.files().rowCount(), 1);
     QCOMPARE(program.state().noOfConvertedFile, 3);
@@ -319,7 +321,7 @@ void TestRun::changeConvertingIndex() {
                  program.movie(QStringLiteral("b.mp4")).write()});
     FileList& files = program.files();
     SharedState& state = program.state();
-    ConversionQueue& queue = program.app().engine().queue();
+    ConversionQueue& queue = program.engine().queue();
 
     state.convertingIndex = SharedState::pauseRequested;
     queue.changeConvertingIndex();

@@ -1,5 +1,9 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
+#include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -241,8 +245,8 @@ void TestRunCompanion::theUserElsewhereIsTold() {
 void TestRunCompanion::theUserAtTheWindowIsNot() {
     RunScene scene;
     scene.add({a});
-    scene.program.app().window().activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&scene.program.app().window()));
+    scene.program.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&scene.program.window()));
     QVERIFY(scene.begin());
     QVERIFY(scene.end({a}));
     QVERIFY(scene.program.desktop.notifications.texts.isEmpty());
@@ -252,7 +256,7 @@ void TestRunCompanion::aBoxOverTheWindowIsTheWindow() {
     RunScene scene;
     scene.add({a});
     QVERIFY(scene.begin());
-    QDialog box(&scene.program.app().window());
+    QDialog box(&scene.program.window());
     lookElsewhere(box);
     QVERIFY(scene.end({a}));
     QVERIFY(scene.program.desktop.notifications.texts.isEmpty());
@@ -306,7 +310,7 @@ void TestRunCompanion::theIconShowsTheShareOfTheRun() {
 
 QString TestRunCompanion::timeLeft(RunScene& scene, int row) {
     const FileTableModel* const model =
-        scene.program.app().window().findChild<FileTableView*>()->fileModel();
+        scene.program.window().findChild<FileTableView*>()->fileModel();
     const QModelIndex bar = model->index(row, static_cast<int>(TableColumn::Progress));
     const QString tip = bar.data(Qt::ToolTipRole).toString();
     return tip == bar.data(Qt::AccessibleDescriptionRole).toString() ? tip
@@ -316,7 +320,7 @@ QString TestRunCompanion::timeLeft(RunScene& scene, int row) {
 void TestRunCompanion::theBarTellsTheTimeLeft() {
     TimeLeft::Moment now{0};
     RunScene scene;
-    scene.program.app().engine().watch().setClock([&] { return now; });
+    scene.program.engine().watch().setClock([&] { return now; });
     scene.add({a, b}); // 10 s each
     QVERIFY(scene.begin());
     // 1 s of 10 s has come at once: that tells nothing yet.

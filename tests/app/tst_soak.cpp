@@ -1,6 +1,9 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunChecks.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -103,7 +106,7 @@ void TestSoak::pressWhateverIsThere() {
     random_.seed(quint32(setting("REELSHIFT_SOAK_SEED", usualSeed)));
     scene_ = std::make_unique<RunScene>(5ms);
     RunScene& scene = *scene_;
-    scene.program.app().engine().setPatience({2s, 200ms});
+    scene.program.engine().setPatience({2s, 200ms});
     for (int movie = 0; movie < movies; ++movie) {
         scene.addScript(nameOf(movie), encoderOf(movie));
         sources_[nameOf(movie)] = contentOf(scene.source(nameOf(movie)));
@@ -213,8 +216,7 @@ void TestSoak::pressRow() {
 
 void TestSoak::removeOne() {
     const int rows = scene_->program.files().rowCount();
-    FileTableModel* const model =
-        scene_->program.app().window().findChild<FileTableView*>()->fileModel();
+    FileTableModel* const model = scene_->program.window().findChild<FileTableView*>()->fileModel();
     const int chosen = rows ? pick(rows) : 0;
     for (int row = 0; row < rows; ++row)
         model->setData(model->index(row, 0), row == chosen ? Qt::Checked : Qt::Unchecked,
@@ -279,7 +281,7 @@ bool TestSoak::areSourcesUntouched() const {
 }
 
 QString TestSoak::faults() {
-    const LiveJobs& jobs = scene_->program.app().engine().jobs();
+    const LiveJobs& jobs = scene_->program.engine().jobs();
     QStringList faults;
     if (!scene_->isInStep())
         faults << QStringLiteral("the lists are out of step");

@@ -1,5 +1,7 @@
 #include "TestProgram.h"
+#include "app/AppDelegate.h"
 #include "app/ControllerFixture.h"
+#include "app/ProgramParts.h"
 #include "table/FileTableView.h"
 
 #include <QApplication>
@@ -38,7 +40,7 @@ private:
         ~Bare() { [[maybe_unused]] const bool ended = controller->awaitEnd(); }
 
         template <typename T> [[nodiscard]] T* widget(const char* name) const {
-            return controller->window().findChild<T*>(QString::fromLatin1(name));
+            return parts->window.findChild<T*>(QString::fromLatin1(name));
         }
         [[nodiscard]] QString path(const char* name) const {
             return folder.filePath(QString::fromLatin1(name));
@@ -47,6 +49,7 @@ private:
         QTemporaryDir folder;
         FakeFileManager fileManager;
         FakeDesktop desktop;
+        std::unique_ptr<ProgramParts> parts;
         std::unique_ptr<AppDelegate> controller;
     };
 };
@@ -56,9 +59,10 @@ TestStart::Bare::Bare(const QString& updateServer) {
     UpdateSettings update;
     update.baseUrl = updateServer;
     update.version = QStringLiteral("2.3.4.5");
-    controller = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
+    parts = std::make_unique<ProgramParts>(Surroundings{
         folder.path(), update.version, PersistedFolders(path("home/Documents"), path("home")),
         path("state"), std::make_shared<FakeVolumes>(), fileManager, desktop.parts(), update});
+    controller = std::make_unique<AppDelegate>(*parts);
 }
 
 void TestStart::beforeTheStart() {
@@ -66,14 +70,14 @@ void TestStart::beforeTheStart() {
     program.controller->awakeFromNib();
     const auto* const shown = program.widget<QLineEdit>("outputFolderPath");
     QCOMPARE(shown->text(), QString());
-    QCOMPARE(program.controller->persistedOutputFolder(), QString());
+    QCOMPARE(program.parts->window.outputFolderText(), QString());
     QCOMPARE(program.widget<QPushButton>("btnConvertFile")->text(), QString());
 
     program.controller->applicationDidFinishLaunching();
     QCOMPARE(shown->text(), program.path("home/Documents"));
-    QCOMPARE(program.controller->persistedOutputFolder(), program.path("home/Documents"));
+    QCOMPARE(program.parts->window.outputFolderText(), program.path("home/Documents"));
     // Adding goes by a folder that was chosen in this session, and there is none yet.
-    QCOMPARE(program.controller->state().outputFolder, QString());
+    QCOMPARE(program.parts->state.outputFolder, QString());
 }
 
 void TestStart::everythingIsEmpty() {
@@ -134,7 +138,7 @@ void TestStart::textsOfTheControls() {
 
 void TestStart::titleOfTheWindow() {
     ControllerFixture program;
-    QCOMPARE(program.app().window().windowTitle(), QStringLiteral("Quorvex Reelshift 1.0.0.0"));
+    QCOMPARE(program.window().windowTitle(), QStringLiteral("Quorvex Reelshift 1.0.0.0"));
 }
 
 void TestStart::countOfAnEmptyList() {
@@ -213,23 +217,22 @@ void TestStart::unknownKeysShowThemselves() {
     program.controller->applicationDidFinishLaunching();
     QCOMPARE(program.widget<QPushButton>("btnStop")->text(), QStringLiteral("IDS_BTN_STOP"));
     QCOMPARE(program.widget<QLabel>("fileList")->text(), QStringLiteral("IDS_TXT_FILELIST  (0)"));
-    QCOMPARE(program.controller->window().windowTitle(),
-             QStringLiteral("Quorvex Reelshift 2.3.4.5"));
+    QCOMPARE(program.parts->window.windowTitle(), QStringLiteral("Quorvex Reelshift 2.3.4.5"));
 }
 
 void TestStart::headerBoxFollowsTheRows() {
     ControllerFixture program;
     const auto* const box = program.widget<FileTableView>("theTableNew")->btnSelectAll();
-    program.app().window().checkHeaderBtnStatus(program.files());
+    program.window().checkHeaderBtnStatus(program.files());
     QVERIFY(!box->isChecked());
     program.add({program.movie(QStringLiteral("a.mp4")).write(),
                  program.movie(QStringLiteral("b.mp4")).write()});
     QVERIFY(box->isChecked());
     program.files().setCheck(1, 0);
-    program.app().window().checkHeaderBtnStatus(program.files());
+    program.window().checkHeaderBtnStatus(program.files());
     QVERIFY(!box->isChecked());
     program.files().setCheck(1, 1);
-    program.app().window().checkHeaderBtnStatus(program.files());
+    program.window().checkHeaderBtnStatus(program.files());
     QVERIFY(box->isChecked());
 
     QVERIFY(AppDelegate::isUpdateAvailable(QStringLiteral("1.0.0.0"), QStringLiteral("1.0.0.1")));

@@ -1,7 +1,10 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
 #include "filelist/ProgressObject.h"
 #include "platform/ChildProcess.h"
+#include "platform/MainThread.h"
 #include "table/FileTableView.h"
 
 #include <QAbstractButton>
@@ -142,7 +145,7 @@ void TestStop::stopped() {
              QString(text("IDS_TXT_FILELIST") + QStringLiteral("  (2)")));
     for (const char* name :
          {"btnConvertFile", "btnAddFile", "btnSelectFolder", "comboBox", "btnRemoveFile"})
-        QVERIFY2(scene.program.app().window().findChild<QWidget*>(QLatin1String(name))->isEnabled(),
+        QVERIFY2(scene.program.window().findChild<QWidget*>(QLatin1String(name))->isEnabled(),
                  name);
     // No summary: the question was the only box.
     QCOMPARE(scene.program.boxes.seen.size(), 1);
@@ -209,7 +212,7 @@ void TestStop::everyKindOfEncoderEnds() {
 // It is deleted when the encoder is told to end, and once more when it has ended.
 void TestStop::anOutputThatIsOpenedAfterwardsGoesToo() {
     RunScene scene;
-    scene.program.app().engine().setPatience({1s, 500ms});
+    scene.program.engine().setPatience({1s, 500ms});
     scene.addScript(a, {QStringLiteral("on-term ignore"), QStringLiteral("progress 1"),
                         QStringLiteral("wait-file a.1"), QStringLiteral("create"),
                         QStringLiteral("write 100"), QStringLiteral("touch opened"),
@@ -276,7 +279,7 @@ void TestStop::beforeTheEncoderIsLaunched() {
     scene.add({a, b});
     scene.program.click("btnConvertFile");
     QCOMPARE(scene.run()->life().phase(), EncoderLife::Phase::Preparing);
-    scene.program.app().engine().stopping().stopConversion();
+    scene.program.engine().stopping().stopConversion();
     QVERIFY(scene.program.isIdle());
     QCOMPARE(scene.program.status(0), status::STATWT);
     QVERIFY(scene.program.files().conversionTaskList.empty());
@@ -296,8 +299,8 @@ void TestStop::whileTheNextMovieIsBegun() {
     scene.program.click("btnConvertFile");
     QVERIFY(eventually([&] { return scene.program.boxes.allKept(); }));
     QVERIFY(eventually([&] { return scene.program.files().conversionTaskList.size() == 1; }));
-    scene.program.app().engine().stopping().stopConversion();
-    scene.program.app().mainThread().waitFor(200ms);
+    scene.program.engine().stopping().stopConversion();
+    scene.program.mainThread().waitFor(200ms);
     QVERIFY(scene.program.isIdle());
     QVERIFY(scene.program.encodes().isEmpty());
     QCOMPARE(scene.program.boxes.seen.size(), 1);
@@ -340,15 +343,13 @@ void TestStop::afterItsSummary() {
     QVERIFY(scene.program.isIdle());
     QVERIFY(scene.hasOutput(a));
     QCOMPARE(scene.program.files().rowCount(), 0);
-    QVERIFY(!scene.program.app()
-                 .window()
-                 .findChild<QWidget*>(QStringLiteral("btnRemoveFile"))
-                 ->isEnabled());
+    QVERIFY(
+        !scene.program.window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"))->isEnabled());
 }
 
 void TestStop::afterItsSummaryWithoutAnEnd() {
     RunScene scene;
-    scene.program.app().engine().setPatience({60s, 250ms});
+    scene.program.engine().setPatience({60s, 250ms});
     scene.addScript(a, {QStringLiteral("create"), QStringLiteral("progress 1"),
                         QStringLiteral("wait-file a.1"), QStringLiteral("summary 10"),
                         QStringLiteral("touch said"), QStringLiteral("hang")});
@@ -417,7 +418,7 @@ void TestStop::theWindowStaysAliveInTheWait() {
     int turns = 0;
     QTimer pulse;
     connect(&pulse, &QTimer::timeout, this,
-            [&] { turns += scene.program.app().mainThread().isWaiting(); });
+            [&] { turns += scene.program.mainThread().isWaiting(); });
     pulse.start(10);
     stop(scene);
     QVERIFY(turns > 3);
@@ -427,11 +428,11 @@ void TestStop::closeInsideTheWait() {
     RunScene scene;
     scene.addScript(a, silent());
     QVERIFY(scene.begin());
-    MainWindow& window = scene.program.app().window();
+    MainWindow& window = scene.program.window();
     bool closedInWait = true;
     QTimer inWait;
     connect(&inWait, &QTimer::timeout, this, [&] {
-        if (!scene.program.app().mainThread().isWaiting())
+        if (!scene.program.mainThread().isWaiting())
             return;
         inWait.stop();
         window.close();
@@ -459,10 +460,8 @@ void TestStop::allRowsConvertedByThen() {
     QCOMPARE(scene.program.state().count, 0);
     QCOMPARE(scene.program.state().fileCountStr,
              QString(text("IDS_TXT_FILELIST") + QStringLiteral("  (0)")));
-    QVERIFY(!scene.program.app()
-                 .window()
-                 .findChild<QWidget*>(QStringLiteral("btnRemoveFile"))
-                 ->isEnabled());
+    QVERIFY(
+        !scene.program.window().findChild<QWidget*>(QStringLiteral("btnRemoveFile"))->isEnabled());
 }
 
 void TestStop::aReorderedList() {

@@ -1,5 +1,6 @@
 #include "Palettes.h"
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
 #include "table/FileTableView.h"
 
@@ -84,7 +85,7 @@ void TestTabWalk::everyControlIsNamedAndInOrder() {
     RunScene scene;
     for (int row = 0; row < rows; ++row)
         scene.add({QString(QChar(u'a' + row))});
-    const QList<QWidget*> seen = walk(scene.program.app().window());
+    const QList<QWidget*> seen = walk(scene.program.window());
     QStringList names;
     for (const QWidget* const each : seen)
         names << each->objectName();
@@ -127,7 +128,7 @@ void TestTabWalk::theFocusIsSeen() {
     RunScene scene;
     for (int row = 0; row < rows; ++row)
         scene.add({QString(QChar(u'a' + row))});
-    const QList<QWidget*> seen = walk(scene.program.app().window());
+    const QList<QWidget*> seen = walk(scene.program.window());
     QVERIFY(seen.size() >= 10);
     for (QWidget* const each : seen) {
         each->setFocus(Qt::TabFocusReason);
@@ -157,7 +158,7 @@ void TestTabWalk::theLonelyCheckBoxIsSeen() {
 void TestTabWalk::itFitsASmallScreen() {
     RunScene scene;
     scene.add({QStringLiteral("a"), QStringLiteral("b")});
-    MainWindow& window = scene.program.app().window();
+    MainWindow& window = scene.program.window();
     const QSize room(667, 352);
     const QSize least = window.minimumSizeHint();
     QVERIFY2(least.width() <= room.width() && least.height() <= room.height(),

@@ -1,5 +1,7 @@
 #include "TestProgram.h"
+#include "app/MainWindow.h"
 #include "app/RunScene.h"
+#include "convert/ConversionEngine.h"
 #include "platform/ChildProcess.h"
 
 #include <QAbstractButton>
@@ -29,12 +31,11 @@ private:
 };
 
 UncalledRuns& TestUncalled::engine(RunScene& scene) {
-    return scene.program.app().engine().uncalled();
+    return scene.program.engine().uncalled();
 }
 
 QCheckBox& TestUncalled::openFolder(RunScene& scene) {
-    return *scene.program.app().window().findChild<QCheckBox*>(
-        QStringLiteral("openFolderCheckBtn"));
+    return *scene.program.window().findChild<QCheckBox*>(QStringLiteral("openFolderCheckBtn"));
 }
 
 void TestUncalled::replicaOfConvertQueuesCheckedRows() {
@@ -48,8 +49,7 @@ void TestUncalled::replicaOfConvertQueuesCheckedRows() {
     QVERIFY(!scene.program.state().stopped);
     QVERIFY(scene.program.state().isConversionRunning);
     for (const char* name : {"btnConvertFile", "btnAddFile", "btnSelectFolder", "comboBox"})
-        QVERIFY(
-            !scene.program.app().window().findChild<QWidget*>(QLatin1String(name))->isEnabled());
+        QVERIFY(!scene.program.window().findChild<QWidget*>(QLatin1String(name))->isEnabled());
     scene.goToEnd(a);
     scene.goToEnd(c);
     QVERIFY(scene.program.waitUntilIdle());

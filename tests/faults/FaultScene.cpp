@@ -1,6 +1,7 @@
 #include "faults/FaultScene.h"
 
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
 #include "faults/FaultTable.h"
 #include "platform/ChildProcess.h"
 #include "table/FileTableModel.h"
@@ -65,7 +66,7 @@ void FaultScene::restart() {
 }
 
 void FaultScene::setPatience() {
-    program.app().engine().setPatience({20 * fault_.second, 10 * fault_.second});
+    program.engine().setPatience({20 * fault_.second, 10 * fault_.second});
 }
 
 void FaultScene::addScripted(const QString& name, const QStringList& encode) {
@@ -134,13 +135,13 @@ void FaultScene::run() {
 }
 
 bool FaultScene::waitForProgress() {
-    const JobPtr run = program.app().engine().jobs().current();
+    const JobPtr run = program.engine().jobs().current();
     return run &&
            QTest::qWaitFor([&] { return run->row.record->contains(key::progressValue); }, 20000);
 }
 
 qint64 FaultScene::encoderPid() {
-    return program.app().engine().jobs().current()->task()->processIdentifier();
+    return program.engine().jobs().current()->task()->processIdentifier();
 }
 
 bool FaultScene::pause() {

@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "app/AsNobody.h"
 #include "app/FolderFiles.h"
+#include "app/PersistedFolders.h"
 #include "app/RunChecks.h"
 #include "faults/FaultRows.h"
 

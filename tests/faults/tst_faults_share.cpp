@@ -1,8 +1,13 @@
 #include "TestProgram.h"
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
+#include "app/PersistedFolders.h"
 #include "app/RunChecks.h"
+#include "convert/ConversionEngine.h"
 #include "convert/RunNote.h"
 #include "faults/FaultRows.h"
 #include "platform/DeadShare.h"
+#include "platform/MainThread.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -64,7 +69,7 @@ namespace {
 class ShareScene final {
 public:
     explicit ShareScene(const QStringList& encode) {
-        program.app().engine().setPatience({1s, 500ms});
+        program.engine().setPatience({1s, 500ms});
         QDir().mkpath(folder());
         program.widget<QLineEdit>("outputFolderPath")->setText(folder());
         movie = program.movie(badName).encode(encode).write();
@@ -113,7 +118,7 @@ class InTheWait final {
 public:
     InTheWait(ControllerFixture& program, const std::function<void()>& action) {
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this, &program, action] {
-            if (!program.app().mainThread().isWaiting() || DeadShare::hangingCalls() == 0)
+            if (!program.mainThread().isWaiting() || DeadShare::hangingCalls() == 0)
                 return;
             timer_.stop();
             action();
@@ -141,7 +146,7 @@ void TestFaultsShare::startWithAFolderFileThatDoesNotAnswer() {
     clock.start();
     program.restart();
     QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QCOMPARE(program.shownOutputFolder(), program.documents());
     const int writer = ::open(QFile::encodeName(file).constData(), O_WRONLY | O_NONBLOCK);
     QVERIFY2(writer < 0, "somebody opened it");
     report("the folder file is a FIFO", "none asked", QStringLiteral("the default folder"));
@@ -161,7 +166,7 @@ void TestFaultsShare::startWithAnOutputFolderThatDoesNotAnswer() {
         program.restart();
         QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
     }
-    QCOMPARE(program.app().persistedOutputFolder(), program.documents());
+    QCOMPARE(program.shownOutputFolder(), program.documents());
     program.quit();
     QCOMPARE(contentOf(program.output(PersistedFolders::ADD_FILE_COMPONENT)),
              program.movies().toUtf8());
@@ -220,9 +225,9 @@ void TestFaultsShare::closeDuringAWaitForTheShare() {
     auto share = std::make_unique<DeadShare>(program.documents());
     QElapsedTimer clock;
     clock.start();
-    const InTheWait close(program, [&] { program.app().window().close(); });
+    const InTheWait close(program, [&] { program.window().close(); });
     program.click("btnConvertFile");
-    QVERIFY(program.app().mainThread().isClosing());
+    QVERIFY(program.mainThread().isClosing());
     QVERIFY(!program.app().awaitEnd());
     QVERIFY2(clock.elapsed() < longestHold, qPrintable(QString::number(clock.elapsed())));
     share.reset();
@@ -236,9 +241,9 @@ void TestFaultsShare::closeDuringAStopThere() {
     QVERIFY(scene.isUnderWay());
     scene.dies();
     scene.program.boxes.promise(1001);
-    const InTheWait close(scene.program, [&] { scene.program.app().window().close(); });
+    const InTheWait close(scene.program, [&] { scene.program.window().close(); });
     scene.program.click("btnStop");
-    QVERIFY(scene.program.app().mainThread().isClosing());
+    QVERIFY(scene.program.mainThread().isClosing());
     QVERIFY(!scene.end());
     QVERIFY(noEncoderLives(scene.program.encodes()));
     scene.share.reset();

@@ -28,8 +28,8 @@ def show(app, folder, home):
         print("   ", window.screenshot(os.path.join(folder, name)))
 
     print("Making two HEVC movies")
-    movies = [make_hevc(os.path.join(home, "Videos", "Morning Walk.mp4"), "1920x1080", 12),
-              make_hevc(os.path.join(home, "Videos", "Evening.mp4"), "1280x720", 12,
+    movies = [make_hevc(os.path.join(home, "Videos", "Morning Walk.mp4"), "1280x720", 2, repeat=4),
+              make_hevc(os.path.join(home, "Videos", "Evening.mp4"), "854x480", 2, repeat=4,
                         source="testsrc")]
     with app(home) as program:
         program.window()

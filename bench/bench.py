@@ -21,6 +21,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [os.path.join(HERE, "..", "tests", "e2e")]
 import machine  # noqa: E402
 from desktop_session import die_with_parent  # noqa: E402
+from figures import Row, save, show, spread, worse  # noqa: E402
 from movies import make_hevc  # noqa: E402
 from screen_clock import ScreenClock  # noqa: E402
 
@@ -28,19 +29,6 @@ UPDATE_PORT = 47219  # the address that the program reelshift_loopback is built 
 CHECK_THREAD = "version check"
 LEAST_ENCODE = 60.0
 median = statistics.median
-
-
-class Row:
-    """A line of the table."""
-
-    def __init__(self, what, measured, bar, met, spread=""):
-        self.cells = (what, measured, bar, "met" if met else "MISSED", spread)
-        if met is None:
-            self.cells = (what, measured, bar, "", spread)
-
-
-def spread(values, form="{:.2f}"):
-    return f"{form.format(min(values))} to {form.format(max(values))} ({len(values)})"
 
 
 def note(text):
@@ -81,16 +69,20 @@ class Bench:
             process.kill()
             process.wait()
 
-    def use(self, steps, where, program=None, limit=600):
-        """Runs the program through steps of the probe; what each of them has noted."""
+    def use(self, steps, where, program=None, limit=600, on=(), search_first=None):
+        """Runs the program through steps of the probe; what each of them has noted. `on`: a command
+        in front of it; `search_first`: a folder with another ffmpeg."""
         out = os.path.join(self.folder, "steps.json")
         if os.path.exists(out):
             os.remove(out)
-        environment = self.environment(LD_PRELOAD=self.tool("libbench_probe.so"),
-                                       REELSHIFT_BENCH_OUT=out,
+        environment = self.environment(REELSHIFT_BENCH_OUT=out,
                                        REELSHIFT_BENCH_DO=";".join(steps + ["quit"]))
+        if search_first:
+            environment["PATH"] = search_first + os.pathsep + environment["PATH"]
         with open(os.path.join(self.folder, "program.log"), "ab") as log:
-            process = subprocess.run([program or self.program()], env=environment, timeout=limit,
+            command = [*on, "env", "LD_PRELOAD=" + self.tool("libbench_probe.so"),
+                       program or self.program()]
+            process = subprocess.run(command, env=environment, timeout=limit,
                                      stdin=subprocess.DEVNULL, stdout=log, stderr=log, check=False,
                                      preexec_fn=die_with_parent)
         with open(out, encoding="utf-8") as file:
@@ -174,7 +166,8 @@ class Bench:
         ratio = median(times["program"]) / median(times["bare"])
         yield Row("start to window on screen, against a bare window",
                   f"{ratio:.2f} times ({median(times['program']):.0f} ms against "
-                  f"{median(times['bare']):.0f} ms)", "at most 3 times", ratio <= 3, spread(ratios))
+                  f"{median(times['bare']):.0f} ms)", "at most 3 times", ratio <= 3, spread(ratios),
+                  ratios)
 
     def memory(self):
         rounds = 2 if self.quick else 5
@@ -209,7 +202,8 @@ class Bench:
                           f"{median(bare) / 1024:.1f} MiB)",
                           "at most 1.6 times" if at == 0 else "(told beside it)",
                           ratio <= 1.6 if at == 0 else None,
-                          spread([o / b for o, b in zip(own, bare)]))
+                          spread([o / b for o, b in zip(own, bare)]),
+                          [o / b for o, b in zip(own, bare)])
 
     def movies(self):
         count, rounds = (3, 2) if self.quick else (6, 3)
@@ -231,7 +225,8 @@ class Bench:
             more.append((run["seconds"] - by_hand) / count)
         yield Row(f"{count} movies through the program, against the same commands by hand",
                   f"{median(more):.2f} s a movie more (by hand {median(bare) / count:.2f} s each)",
-                  "at most 2.1 s a movie more", median(more) <= 2.1, spread(more))
+                  "at most 2.1 s a movie more", median(more) <= 2.1, spread(more),
+                  more)
 
     def cpu(self):
         rounds = 1 if self.quick else 2
@@ -261,7 +256,8 @@ class Bench:
             shares.append(100 * run["own_cpu"] / run["children_cpu"])
             lengths.append(run["seconds"])
         yield Row(f"own CPU over an encode of {min(lengths):.0f} s, against the encoder's",
-                  f"{median(shares):.2f} %", "under 1 %", median(shares) < 1, spread(shares, "{:.3f}"))
+                  f"{median(shares):.2f} %", "under 1 %", median(shares) < 1, spread(shares, "{:.3f}"),
+                  shares, "{:.3f}")
 
     def adding(self):
         count, rounds = (50, 2) if self.quick else (200, 3)
@@ -272,15 +268,60 @@ class Bench:
             movies.append(os.path.join(folder, f"movie {number:03}.mp4"))
             os.link(first, movies[-1])
         probes = [[self.encoder, "-i", movie] for movie in movies for _ in range(2)]
-        ratios, bare = [], [self.by_hand(probes)["seconds"]]
-        for _ in range(rounds):
-            own = self.use([f"add:{self.list_of(movies)}"], f"adding {count}")[0]["seconds"]
-            bare.append(self.by_hand(probes)["seconds"])
-            # Against the mean of the bare rounds before and after: half a minute is long.
-            ratios.append(2 * own / (bare[-2] + bare[-1]))
-        yield Row(f"adding {count} movies, against the {len(probes)} bare probes that are demanded",
-                  f"{median(ratios):.3f} times (bare {median(bare):.1f} s)", "at most 1.15 times",
-                  median(ratios) <= 1.15, spread(ratios, "{:.3f}"))
+        processors = sorted(os.sched_getaffinity(0))
+        for used in sorted({1, len(processors)}):
+            on = ["taskset", "--cpu-list", ",".join(map(str, processors[:used]))]
+            ratios, bare = [], [self.by_hand(probes)["seconds"]]
+            first = len(self.gaps)
+            for _ in range(rounds):
+                own = self.use([f"add:{self.list_of(movies)}"], f"adding {count}, {used} processors",
+                               on=on)[0]["seconds"]
+                bare.append(self.by_hand(probes)["seconds"])
+                # Against the mean of the bare rounds before and after: half a minute is long.
+                ratios.append(2 * own / (bare[-2] + bare[-1]))
+            most = 1.15 if used == 1 else 1.2 / used
+            processors_text = "one processor" if used == 1 else f"{used} processors"
+            yield Row(f"adding {count} movies on {processors_text}, against the {len(probes)} bare "
+                      "probes that are demanded, one after the other",
+                      f"{median(ratios):.3f} times (bare {median(bare):.1f} s)",
+                      f"at most {most:.2f} times", median(ratios) <= most,
+                      spread(ratios, "{:.3f}"), ratios, "{:.3f}")
+            gaps = [gap[0] for gap in self.gaps[first:]]
+            yield Row(f"longest gap between two turns of the main loop meanwhile, {processors_text}",
+                      f"{max(gaps):.0f} ms", "under 20 ms", max(gaps) < 20,
+                      spread(gaps, "{:.0f} ms"), gaps, "{:.0f} ms")
+
+    def many(self):
+        """Not in the usual table: with an encoder that costs next to nothing, what the program itself
+        needs for a folder of movies shows."""
+        tools = os.path.join(self.folder, "tools")
+        os.makedirs(tools)
+        for name in ("ffmpeg", "ffprobe"):
+            os.symlink(os.path.join(self.build, "tests", "encoder", "ffmpeg"),
+                       os.path.join(tools, name))
+        counts = (500, 2000) if self.quick else (2500, 10000)
+        each = []
+        for count in counts:
+            folder = os.path.join(self.home, "Videos", f"folder of {count}")
+            os.makedirs(folder)
+            first = os.path.join(folder, "movie 0.mp4")
+            with open(first, "w", encoding="ascii") as movie:
+                movie.write("#scripted movie\n[probe]\nreport size=1280x720\n")
+            for number in range(1, count):
+                os.link(first, os.path.join(folder, f"movie {number}.mp4"))
+            begin = len(self.gaps)
+            run = self.use([f"add:{self.list_of([folder])}"], f"a folder of {count}",
+                           search_first=tools, limit=1200)[0]
+            each.append(run["seconds"] / count * 1000)
+            gaps = [gap[0] for gap in self.gaps[begin:]]
+            yield Row(f"a folder of {count} movies dropped, with an encoder that does nothing",
+                      f"{each[-1]:.2f} ms a movie, {run['own_cpu'] / count * 1000:.2f} ms of the "
+                      "program's own", "(told)", None)
+            yield Row(f"longest gap between two turns of the main loop meanwhile, {count} movies",
+                      f"{max(gaps):.0f} ms", "under 20 ms", max(gaps) < 20)
+        yield Row(f"time a movie among {counts[1]}, against {counts[0]}",
+                  f"{each[1] / each[0]:.2f} times", "at most 1.3 times (a square would be 4)",
+                  each[1] / each[0] <= 1.3)
 
     def gap(self):
         held = self.use(["wait:1", "hold:0.15"], "a check of the clock")[1]["gap_ms"]
@@ -309,7 +350,7 @@ class Bench:
         def row(what, names, bar, unit="ms"):
             worst = [max(each[name] for name in names) for each in short]
             return Row(f"10,000 rows: {what}", f"{median(worst):.1f} {unit}", f"{bar} {unit}",
-                       median(worst) <= bar, spread(worst, "{:.1f}"))
+                       median(worst) <= bar, spread(worst, "{:.1f}"), worst, "{:.1f}")
 
         yield row("paint event of the table over 200 scroll steps, 95th percentile",
                   ["paint_p95"], 16)
@@ -323,10 +364,10 @@ class Bench:
         yield Row("removing half or most of 100,000 rows, against 10,000",
                   f"{growth[0]:.1f} times ({median(at_length):.0f} ms)",
                   "linear: some 10 times (a square would be 100)",
-                  growth[0] <= 15, spread(at_length, "{:.0f} ms"))
+                  growth[0] <= 15, spread(at_length, "{:.0f} ms"), at_length, "{:.0f} ms")
         memory = [value / 1024 for value in of("bytes_per_row") + of("bytes_per_row", long)]
-        yield Row("memory per row", f"{median(memory):.2f} KiB", "under 4 KB",
-                  max(memory) * 1024 < 4000, spread(memory))
+        yield Row("memory per row", f"{median(memory):.2f} KiB", "under 3 KiB",
+                  max(memory) < 3, spread(memory), memory)
 
     def long_list(self, rows):
         answer = subprocess.run([self.tool("list_bench"), str(rows)], check=True, text=True,
@@ -384,45 +425,44 @@ def memory_of(pid):
     return field(f"/proc/{pid}/status", "VmRSS"), field(f"/proc/{pid}/smaps_rollup", "Pss")
 
 
-def show(rows, markdown):
-    heads = ("what", "measured", "bar", "verdict", "spread (rounds)")
-    lines = [heads] + [row.cells for row in rows]
-    if markdown:
-        for number, line in enumerate(lines):
-            print("| " + " | ".join(line) + " |")
-            if number == 0:
-                print("|" + "---|" * len(heads))
-        return
-    widths = [max(len(line[column]) for line in lines) for column in range(len(heads))]
-    for line in lines:
-        print("  ".join(cell.ljust(width) for cell, width in zip(line, widths)).rstrip())
-
-
 def main():
     parser = argparse.ArgumentParser(description="Measures the program and prints a table.")
     parser.add_argument("build")
     parser.add_argument("--markdown", action="store_true", help="for docs/benchmarks.md")
     parser.add_argument("--quick", action="store_true", help="fewer and shorter rounds")
-    names = ["start", "memory", "movies", "cpu", "adding", "gap", "rows"]
-    parser.add_argument("--only", default=",".join(names),
+    usual = ["start", "memory", "movies", "cpu", "adding", "gap", "rows"]
+    names = usual + ["many"]
+    parser.add_argument("--save", metavar="FILE", help="writes the rounds down")
+    parser.add_argument("--against", metavar="FILE",
+                        help="tells what is worse than the saved rounds by more than the noise")
+    parser.add_argument("--only", default=",".join(usual),
                         help="parts of the table, with commas between: " + ", ".join(names))
     options = parser.parse_args()
     wanted = options.only.split(",")
     if unknown := set(wanted) - set(names):
         parser.error(f"no such part: {', '.join(unknown)}; there are {', '.join(names)}")
     load, begin = machine.load(), time.monotonic()
-    rows = []
+    rows = {}
     with tempfile.TemporaryDirectory(prefix="bench-") as folder:
         bench = Bench(options.build, options.quick, folder)
         for name in names:
             if name in wanted:
                 note(name)
-                rows += list(getattr(bench, name)())
+                rows.update((f"{name} {number}", row)
+                            for number, row in enumerate(getattr(bench, name)()))
     for name, value in machine.describe():
         print(f"- {name}: {value}" if options.markdown else f"{name:>10}: {value}")
     load_line = f"{load:.1f} before, {machine.load():.1f} after {time.monotonic() - begin:.0f} s"
     print(f"- load: {load_line}\n" if options.markdown else f"{'load':>10}: {load_line}\n")
-    show(rows, options.markdown)
+    show(list(rows.values()), options.markdown)
+    if options.save:
+        save(rows, options.save)
+    if options.against:
+        lines = list(worse(rows, options.against))
+        print("\nWorse than before:" if lines else "\nNothing is worse than before.")
+        for line in lines:
+            print(f"- {line}")
+        sys.exit(1 if lines else 0)
 
 
 if __name__ == "__main__":

@@ -310,7 +310,7 @@ class Bench:
             for number in range(1, count):
                 os.link(first, os.path.join(folder, f"movie {number}.mp4"))
             begin = len(self.gaps)
-            run = self.use([f"add:{self.list_of([folder])}"], f"a folder of {count}",
+            run = self.use([f"add:{self.list_of([folder])},{count}"], f"a folder of {count}",
                            search_first=tools, limit=1200)[0]
             each.append(run["seconds"] / count * 1000)
             gaps = [gap[0] for gap in self.gaps[begin:]]

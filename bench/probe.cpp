@@ -120,8 +120,9 @@ private:
         QTimer::singleShot(50, this, [this] { end(); });
     }
 
-    void add(const QString& list) {
-        QFile file(list);
+    /// "LIST" or, where a folder stands for several movies, "LIST,ROWS".
+    void add(const QString& listAndRows) {
+        QFile file(listAndRows.section(QLatin1Char(','), 0, 0));
         if (!file.open(QIODevice::ReadOnly))
             qFatal("the list of movies cannot be read");
         QList<QUrl> urls;
@@ -130,7 +131,9 @@ private:
                 urls += QUrl::fromLocalFile(QString::fromLocal8Bit(line));
         }
         auto* const table = find<QTableView>("theTableNew");
-        const int wanted = table->model()->rowCount() + static_cast<int>(urls.size());
+        const int rows = listAndRows.section(QLatin1Char(','), 1).toInt();
+        const int wanted =
+            table->model()->rowCount() + (rows > 0 ? rows : static_cast<int>(urls.size()));
         const auto watch = std::make_shared<QMetaObject::Connection>();
         *watch = connect(table->model(), &QAbstractItemModel::rowsInserted, this,
                          [this, table, wanted, watch] {
@@ -187,7 +190,9 @@ private:
 };
 
 void startSteps() {
-    if (!qEnvironmentVariableIsSet("REELSHIFT_BENCH_DO"))
+    // Not for the application without a window that looks at the command line first.
+    if (!qEnvironmentVariableIsSet("REELSHIFT_BENCH_DO") ||
+        !QCoreApplication::instance()->inherits("QApplication"))
         return;
     // The encoder is not to be measured.
     unsetenv("LD_PRELOAD");

@@ -74,12 +74,24 @@ struct Pipe {
     }
 };
 
-// Between fork and exec: only calls that are safe after a fork of a threaded program.
+// The program's own handlers would run in the child until it is another program.
+void forgetHandlers() {
+    for (int number = 1; number < NSIG; ++number) {
+        struct sigaction action {};
+        if (::sigaction(number, nullptr, &action) == 0 && action.sa_handler != SIG_IGN &&
+            action.sa_handler != SIG_DFL)
+            ::signal(number, SIG_DFL);
+    }
+}
+
+// Between vfork and exec, in the memory of this program: only calls that are safe there, and
+// nothing is written that anybody else reads.
 [[noreturn]] void becomeProgram(const char* program, char* const* arguments, pid_t parent,
                                 int errorStream, int failureReport) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent)
         ::_exit(127);
+    forgetHandlers();
     sigset_t none;
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -211,12 +223,21 @@ void ChildProcesses::start(const std::shared_ptr<ChildProcess>& child, const QSt
         return;
     }
     const pid_t parent = ::getpid();
-    const pid_t pid = ::fork();
+    sigset_t all;
+    sigset_t before;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before);
+    // To copy the tables of this program's memory would take longer than all else, the longer the
+    // more movies are in the list, and slow the window down afterwards.
+    // NOLINTNEXTLINE(clang-analyzer-security.insecureAPI.vfork)
+    const pid_t pid = ::vfork();
     if (pid == 0)
         becomeProgram(programName.constData(), argv.data(), parent, errorStream.writeEnd,
                       failureReport.writeEnd);
+    const int startFailure = errno;
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (pid < 0) {
-        child->setEnd({ProcessEnd::How::FailedToStart, errno});
+        child->setEnd({ProcessEnd::How::FailedToStart, startFailure});
         return;
     }
     failureReport.closeWriteEnd();

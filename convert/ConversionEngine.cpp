@@ -25,12 +25,13 @@ ConversionEngine::ConversionEngine(Services services, FileList& files, SharedSta
       outcomes_(context_),
       monitor_(context_, outcomes_),
       jobThread_(context_, monitor_, outcomes_),
+      lock_(context_),
       summary_(context_),
-      queue_(context_, summary_, [this](const JobPtr& job) { jobThread_.start(job); }),
-      rows_(context_, queue_),
-      stopping_(context_, queue_, rows_, summary_),
+      queue_(context_, lock_, summary_, [this](const JobPtr& job) { jobThread_.start(job); }),
+      rows_(context_, lock_),
+      stopping_(context_, lock_, rows_, summary_),
       quitting_(context_),
-      uncalled_(context_, queue_, rows_, summary_) {}
+      uncalled_(context_, lock_, rows_, summary_) {}
 
 void ConversionEngine::goOn(AfterJob after) {
     switch (after) {

@@ -8,6 +8,7 @@
 #include "convert/LiveJobs.h"
 #include "convert/Quitting.h"
 #include "convert/RowControl.h"
+#include "convert/RunLock.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWatch.h"
 #include "convert/Stopping.h"
@@ -50,6 +51,7 @@ private:
     EncoderOutcomes outcomes_;
     EncoderMonitor monitor_;
     JobThread jobThread_;
+    RunLock lock_;
     RunSummary summary_;
     ConversionQueue queue_;
     RowControl rows_;

@@ -3,8 +3,8 @@
 #include "convert/ConversionContext.h"
 #include "convert/ConvertLog.h"
 #include "convert/LiveJobs.h"
+#include "convert/RunLock.h"
 #include "convert/RunSummary.h"
-#include "convert/RunWatch.h"
 #include "convert/RunWindow.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
@@ -15,9 +15,9 @@
 
 #include <utility>
 
-ConversionQueue::ConversionQueue(const ConversionContext& context, RunSummary& summary,
-                                 JobStarter startJob)
-    : context_(context), summary_(summary), startJob_(std::move(startJob)) {}
+ConversionQueue::ConversionQueue(const ConversionContext& context, RunLock& lock,
+                                 RunSummary& summary, JobStarter startJob)
+    : context_(context), lock_(lock), summary_(summary), startJob_(std::move(startJob)) {}
 
 void ConversionQueue::convert() {
     SharedState& state = context_.state;
@@ -39,7 +39,7 @@ void ConversionQueue::convert() {
         state.noOfconvertingFileList.add(record->id());
     }
     state.stopped = false;
-    lockForRun();
+    lock_.lock();
     startConverting();
 }
 
@@ -56,7 +56,7 @@ void ConversionQueue::startConverting() {
         state.convertingIndex = SharedState::noRow;
         files.dequeue(state.convertingId);
     }
-    unlockAfterRun();
+    lock_.unlock();
     summary_.popUpForNoOfConvertedfiles();
 }
 
@@ -83,29 +83,7 @@ JobOrder ConversionQueue::orderOf(const JobRecord& record) const {
             context_.state.probe.bitrate};
 }
 
-void ConversionQueue::changeConvertingIndex() {
-    SharedState& state = context_.state;
-    if (context_.files.conversionTaskList.empty() || state.convertingIndex == SharedState::noRow)
-        return;
-    state.convertingId = context_.files.conversionTaskList.front();
-    state.convertingIndex = context_.files.rowOfId(state.convertingId).value_or(SharedState::noRow);
-}
-
 void ConversionQueue::endRunAfterFailure() {
     summary_.popUpForNoOfConvertedfiles();
-    unlockAfterRun();
-}
-
-void ConversionQueue::lockForRun() {
-    context_.window.setRunControlsEnabled(false);
-    context_.state.isConversionRunning = true;
-    context_.watch.runGoesOn();
-    context_.files.reload();
-}
-
-void ConversionQueue::unlockAfterRun() {
-    context_.window.setRunControlsEnabled(true);
-    context_.state.isConversionRunning = false;
-    context_.watch.runIsOver();
-    context_.files.reload();
+    lock_.unlock();
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class RunLock;
 class RunSummary;
 struct ConversionContext;
 
@@ -15,20 +16,16 @@ public:
     /// Takes a job that was picked to a thread of its own.
     using JobStarter = std::function<void(const JobPtr& job)>;
 
-    ConversionQueue(const ConversionContext& context, RunSummary& summary, JobStarter startJob);
+    ConversionQueue(const ConversionContext& context, RunLock& lock, RunSummary& summary,
+                    JobStarter startJob);
     Q_DISABLE_COPY_MOVE(ConversionQueue)
 
     /// The Convert button.
     void convert();
     /// Begins the job at the head of the queue, or ends the run. No other job may be on its way.
     void startConverting();
-    /// Brings `convertingIndex` in line with the head of the queue after rows were removed.
-    void changeConvertingIndex();
     /// The end of a run by a failure: the summary first, then the controls.
     void endRunAfterFailure();
-    /// Disables what must not change during a run, and the other way round.
-    void lockForRun();
-    void unlockAfterRun();
 
 private:
     [[nodiscard]] bool isRunOver();
@@ -36,6 +33,7 @@ private:
     [[nodiscard]] JobOrder orderOf(const JobRecord& record) const;
 
     const ConversionContext& context_;
+    RunLock& lock_;
     RunSummary& summary_;
     const JobStarter startJob_;
 };

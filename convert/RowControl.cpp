@@ -1,10 +1,10 @@
 #include "convert/RowControl.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionQueue.h"
 #include "convert/ConvertLog.h"
 #include "convert/LiveJobs.h"
 #include "convert/RowStates.h"
+#include "convert/RunLock.h"
 #include "filelist/FileList.h"
 #include "filelist/StatusWords.h"
 #include "platform/MainThread.h"
@@ -15,11 +15,15 @@
 #include <algorithm>
 
 void RowControl::startConverting() {
-    queue_.startConverting();
+    context_.goOn(AfterJob::NextJob);
 }
 
 void RowControl::changeConvertingIndex() {
-    queue_.changeConvertingIndex();
+    SharedState& state = context_.state;
+    if (context_.files.conversionTaskList.empty() || state.convertingIndex == SharedState::noRow)
+        return;
+    state.convertingId = context_.files.conversionTaskList.front();
+    state.convertingIndex = context_.files.rowOfId(state.convertingId).value_or(SharedState::noRow);
 }
 
 void RowControl::setConvertingIndexForPause(int row) {
@@ -44,7 +48,7 @@ void RowControl::setConvertingIndexForResume(int row) {
 }
 
 void RowControl::resumeFile(const std::shared_ptr<ChildProcess>& task) {
-    queue_.lockForRun();
+    lock_.lock();
     context_.jobs.resume(task);
 }
 
@@ -104,6 +108,6 @@ void RowControl::rowRemoved(int recordId) {
     // Not now: the removal comes to its own end first.
     QTimer::singleShot(0, &context_.mainThread, [this] {
         if (!context_.state.stopped)
-            runGuarded([this] { queue_.startConverting(); });
+            runGuarded([this] { startConverting(); });
     });
 }

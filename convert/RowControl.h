@@ -3,15 +3,14 @@
 #include "convert/Job.h"
 #include "filelist/RunControl.h"
 
-class ConversionQueue;
+class RunLock;
 struct ConversionContext;
 
 /// What the row of a movie asks of a run: to pause it, to let it go on, to let it go. Main thread;
 /// owned by the engine.
 class RowControl final : public RunControl {
 public:
-    RowControl(const ConversionContext& context, ConversionQueue& queue)
-        : context_(context), queue_(queue) {}
+    RowControl(const ConversionContext& context, RunLock& lock) : context_(context), lock_(lock) {}
     Q_DISABLE_COPY_MOVE(RowControl)
 
     void startConverting() override;
@@ -31,5 +30,5 @@ private:
     void stopPaused(const JobRecordPtr& record);
 
     const ConversionContext& context_;
-    ConversionQueue& queue_;
+    RunLock& lock_;
 };

@@ -1,9 +1,9 @@
 #include "convert/Stopping.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionQueue.h"
 #include "convert/LiveJobs.h"
 #include "convert/RowControl.h"
+#include "convert/RunLock.h"
 #include "convert/RunSummary.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
@@ -29,7 +29,7 @@ void Stopping::stopConversion() {
     if (!context_.files.pausedList.empty())
         rows_.StopPausedTask();
     context_.files.clearQueue();
-    queue_.unlockAfterRun();
+    lock_.unlock();
     context_.jobs.waitUntilSettled(job);
     summary_.removeConvertedRows();
 }

@@ -2,8 +2,8 @@
 
 #include "convert/Job.h"
 
-class ConversionQueue;
 class RowControl;
+class RunLock;
 class RunSummary;
 struct ConversionContext;
 
@@ -11,9 +11,8 @@ struct ConversionContext;
 /// engine.
 class Stopping final {
 public:
-    Stopping(const ConversionContext& context, ConversionQueue& queue, RowControl& rows,
-             RunSummary& summary)
-        : context_(context), queue_(queue), rows_(rows), summary_(summary) {}
+    Stopping(const ConversionContext& context, RunLock& lock, RowControl& rows, RunSummary& summary)
+        : context_(context), lock_(lock), rows_(rows), summary_(summary) {}
     Q_DISABLE_COPY_MOVE(Stopping)
 
     /// The Stop button: asks first, and does nothing while nothing is queued.
@@ -25,7 +24,7 @@ private:
     void stopJob(const JobPtr& job);
 
     const ConversionContext& context_;
-    ConversionQueue& queue_;
+    RunLock& lock_;
     RowControl& rows_;
     RunSummary& summary_;
 };

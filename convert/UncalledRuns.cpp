@@ -1,9 +1,9 @@
 #include "convert/UncalledRuns.h"
 
 #include "convert/ConversionContext.h"
-#include "convert/ConversionQueue.h"
 #include "convert/RowControl.h"
 #include "convert/RowStates.h"
+#include "convert/RunLock.h"
 #include "convert/RunSummary.h"
 #include "convert/RunWindow.h"
 #include "filelist/ConversionDialogs.h"
@@ -27,8 +27,8 @@ void UncalledRuns::replicaOfConvert() {
             context_.files.enqueue(record->id());
     }
     context_.state.stopped = false;
-    queue_.lockForRun();
-    queue_.startConverting();
+    lock_.lock();
+    context_.goOn(AfterJob::NextJob);
 }
 
 void UncalledRuns::popUpForStartResumePausedFiles() {
@@ -42,11 +42,11 @@ void UncalledRuns::popUpForStartResumePausedFiles() {
     if (answer == boxanswer::second) {
         for (const PausedTask& each : paused)
             queueAgain(each.selectedrowid);
-        queue_.startConverting();
+        context_.goOn(AfterJob::NextJob);
         return;
     }
     context_.files.clearQueue();
-    queue_.unlockAfterRun();
+    lock_.unlock();
     summary_.popUpForNoOfConvertedfiles();
     if (context_.window.isOpenFolderChecked())
         context_.window.showFolder(context_.window.outputFolderText());

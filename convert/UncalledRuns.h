@@ -2,17 +2,17 @@
 
 #include <QtGlobal>
 
-class ConversionQueue;
 class RowControl;
+class RunLock;
 class RunSummary;
 struct ConversionContext;
 
 /// Two more ways to begin a run. Kept: nothing calls them. Main thread; owned by the engine.
 class UncalledRuns final {
 public:
-    UncalledRuns(const ConversionContext& context, ConversionQueue& queue, RowControl& rows,
+    UncalledRuns(const ConversionContext& context, RunLock& lock, RowControl& rows,
                  RunSummary& summary)
-        : context_(context), queue_(queue), rows_(rows), summary_(summary) {}
+        : context_(context), lock_(lock), rows_(rows), summary_(summary) {}
     Q_DISABLE_COPY_MOVE(UncalledRuns)
 
     /// A second start of a run, for the checked rows.
@@ -24,7 +24,7 @@ private:
     void queueAgain(int jobId);
 
     const ConversionContext& context_;
-    ConversionQueue& queue_;
+    RunLock& lock_;
     RowControl& rows_;
     RunSummary& summary_;
 };

@@ -321,25 +321,25 @@ void TestRun::changeConvertingIndex() {
                  program.movie(QStringLiteral("b.mp4")).write()});
     FileList& files = program.files();
     SharedState& state = program.state();
-    ConversionQueue& queue = program.engine().queue();
+    RowControl& rows = program.engine().rows();
 
     state.convertingIndex = SharedState::pauseRequested;
-    queue.changeConvertingIndex();
+    rows.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, SharedState::pauseRequested); // an empty queue
 
     files.enqueue(files.idList[1]);
-    queue.changeConvertingIndex();
+    rows.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, 1); // kept: the pause request is replaced
     QCOMPARE(state.convertingId, files.idList[1]);
 
     state.convertingIndex = SharedState::noRow;
-    queue.changeConvertingIndex();
+    rows.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, SharedState::noRow); // stays
 
     state.convertingIndex = 0;
     files.clearQueue();
     files.enqueue(4711);
-    queue.changeConvertingIndex();
+    rows.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, SharedState::noRow); // no such row
     files.clearQueue();
 }

@@ -1,5 +1,6 @@
 #include "app/RealMovies.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -37,7 +38,10 @@ bool RealMovies::make(const QString& path, const Wish& wish) const {
                   << QStringLiteral("-c:a") << wish.audio;
     arguments << words("-c:v libx265 -preset ultrafast -x265-params log-level=error -tag:v hvc1")
               << words("-pix_fmt yuv420p") << wish.more << path;
-    return run(ffmpeg_, arguments).has_value();
+    const bool isMade = run(ffmpeg_, arguments).has_value();
+    if (!isMade) // half a movie is none for the next test either
+        QFile::remove(path);
+    return isMade;
 }
 
 bool RealMovies::repeat(const QString& movie, int times, const QString& path) const {

@@ -26,7 +26,7 @@ bool isReady(std::future<void>& future) {
 
 } // namespace
 
-/// The short-lived threads of a run and how they are let go.
+/// The threads that wait for slow things, and how they are let go.
 class TestWorkerThreads final : public QObject {
     Q_OBJECT
 

@@ -53,7 +53,7 @@ void ConversionQueue::startConverting() {
             begin(*row);
             return;
         }
-        state.convertingIndex = SharedState::noRow;
+        state.convertingIndex.clear();
         files.dequeue(state.convertingId);
     }
     lock_.unlock();

@@ -108,15 +108,15 @@ EncoderMonitor::Step EncoderMonitor::takePosition(const JobPtr& job, const QStri
 
     if (state.convertingIndex >= context_.files.rowCount())
         return Step::Go;
-    if (state.convertingIndex == SharedState::noRow) {
+    if (state.convertingIndex.isNone()) {
         job->ask(EncoderLife::Request::Remove);
         return Step::EndAsAsked;
     }
-    if (state.convertingIndex == SharedState::pauseRequested) {
+    if (state.convertingIndex.isPauseRequested()) {
         pause(job);
         return Step::Go;
     }
-    if (state.convertingIndex < 0)
+    if (!state.convertingIndex.isRow())
         return Step::Go;
     context_.jobs.showPosition(*job, percentage(position, job->plan().length),
                                context_.watch.reached(job->row.id, position));
@@ -145,7 +145,7 @@ void EncoderMonitor::pause(const JobPtr& job) {
         return;
     }
     context_.watch.paused();
-    context_.state.convertingIndex = SharedState::pauseRequested;
+    context_.state.convertingIndex.requestPause();
     setPaused(*job->row.record);
     context_.files.pause({job->task(), job->task()->readEnd(),
                           static_cast<int>(job->task()->processIdentifier()), job->row.pauseId});

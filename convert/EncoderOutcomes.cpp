@@ -105,7 +105,7 @@ void EncoderOutcomes::settleStopped(const JobPtr& job) {
     if (!context_.jobs.settle(job))
         return;
     context_.jobs.showWaiting(*job);
-    context_.state.convertingIndex = SharedState::noRow;
+    context_.state.convertingIndex.clear();
     if (context_.state.stopped)
         context_.files.clearQueue();
 }

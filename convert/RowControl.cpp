@@ -20,17 +20,18 @@ void RowControl::startConverting() {
 
 void RowControl::changeConvertingIndex() {
     SharedState& state = context_.state;
-    if (context_.files.conversionTaskList.empty() || state.convertingIndex == SharedState::noRow)
+    if (context_.files.conversionTaskList.empty() || state.convertingIndex.isNone())
         return;
     state.convertingId = context_.files.conversionTaskList.front();
-    state.convertingIndex = context_.files.rowOfId(state.convertingId).value_or(SharedState::noRow);
+    state.convertingIndex =
+        context_.files.rowOfId(state.convertingId).value_or(ConvertingIndex::noRow);
 }
 
 void RowControl::setConvertingIndexForPause(int row) {
     // The row of the button, as it is now: the selection may have moved on by the time that the
     // encoder says something.
     context_.jobs.pauseWasAsked(row);
-    context_.state.convertingIndex = SharedState::pauseRequested;
+    context_.state.convertingIndex.requestPause();
 }
 
 void RowControl::setConvertingIndexForResume(int row) {
@@ -62,7 +63,7 @@ void RowControl::StopPausedTask() {
 
 void RowControl::stopPaused(const JobRecordPtr& record) {
     FileList& files = context_.files;
-    context_.state.convertingIndex = SharedState::stoppingPaused;
+    context_.state.convertingIndex.stopPaused();
     const JobPtr job = context_.jobs.ofRecord(record->id());
     if (!files.pausedList.empty()) {
         if (job)

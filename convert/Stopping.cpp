@@ -42,5 +42,5 @@ void Stopping::stopJob(const JobPtr& job) {
     // Before its encoder there is nothing to wait for: the job's thread finds itself alone.
     (void)context_.jobs.settle(job);
     context_.jobs.showWaiting(*job);
-    context_.state.convertingIndex = SharedState::noRow;
+    context_.state.convertingIndex.clear();
 }

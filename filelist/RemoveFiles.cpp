@@ -46,8 +46,7 @@ void RemoveFiles::letGo(int row) {
     if (status == status::STATCO && state_.isConversionRunning)
         --state_.noOfConvertedFile;
     files_.progressAt(row)->setStatusString(QString());
-    if (state_.convertingIndex == row)
-        state_.convertingIndex = SharedState::noRow;
+    state_.convertingIndex.forget(row);
 }
 
 // Only the first paused entry is looked at.

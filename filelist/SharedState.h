@@ -1,5 +1,6 @@
 #pragma once
 
+#include "filelist/ConvertingIndex.h"
 #include "media/ProbeValues.h"
 
 #include <QString>
@@ -28,10 +29,6 @@ private:
 /// The values that the parts of the program share, under the names by which they know them.
 /// Main thread; one per controller, so that a test starts afresh.
 struct SharedState {
-    static constexpr int noRow = -1;
-    static constexpr int pauseRequested = -2;
-    static constexpr int stoppingPaused = -3;
-
     ProbeValues probe;
 
     qint64 itemId = 0;
@@ -41,7 +38,7 @@ struct SharedState {
     QString fileCountStr;
     QString outputFolder; ///< empty until a folder was chosen in this session
 
-    int convertingIndex = noRow;
+    ConvertingIndex convertingIndex;
     int convertingId = 0;
     bool isConversionRunning = false;
     bool stopped = false;

@@ -33,8 +33,7 @@ void RowButton::removeRow(int row) {
     run_.alignWithRecords();
     files_.progressAt(row)->changestat(QString());
     files_.removeRow(row);
-    if (state_.convertingIndex == row)
-        state_.convertingIndex = SharedState::noRow;
+    state_.convertingIndex.forget(row);
     run_.changeConvertingIndex();
     state_.count = files_.rowCount();
     if (state_.count == 0) {

@@ -65,7 +65,7 @@ void TestGate::accessiblePressesOfTheTable() {
     QVERIFY(scene.begin());
     press(scene, 0, TableColumn::Im);
     QVERIFY(eventually(
-        [&] { return scene.program.state().convertingIndex == SharedState::pauseRequested; }));
+        [&] { return scene.program.state().convertingIndex == ConvertingIndex::pauseRequested; }));
     scene.go(a, 1);
     QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
     press(scene, 0, TableColumn::Im);

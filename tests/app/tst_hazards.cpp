@@ -181,7 +181,7 @@ void TestHazards::anotherRowIsClickedBeforeThePause() {
     QVERIFY(scene.begin());
     click(0, TableColumn::Im);
     QVERIFY(eventually(
-        [&] { return scene.program.state().convertingIndex == SharedState::pauseRequested; }));
+        [&] { return scene.program.state().convertingIndex == ConvertingIndex::pauseRequested; }));
     click(1, TableColumn::Name);
     QCOMPARE(table.selectedRow(), 1);
     scene.go(a, 1);

@@ -261,7 +261,7 @@ void TestKeys::pauseAndResume() {
     QVERIFY(scene.begin());
     press(scene, key);
     QVERIFY(eventually(
-        [&] { return scene.program.state().convertingIndex == SharedState::pauseRequested; }));
+        [&] { return scene.program.state().convertingIndex == ConvertingIndex::pauseRequested; }));
     scene.go(a, 1);
     QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
     QCOMPARE(table(scene).selectedRow(), 0);
@@ -277,7 +277,7 @@ void TestKeys::pauseAndResumeWithAnotherRowSelected() {
     table(scene).selectRow(1);
     press(scene, QKeySequence(Qt::CTRL | Qt::Key_P));
     QVERIFY(eventually(
-        [&] { return scene.program.state().convertingIndex == SharedState::pauseRequested; }));
+        [&] { return scene.program.state().convertingIndex == ConvertingIndex::pauseRequested; }));
     scene.go(a, 1);
     QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
     table(scene).selectRow(1);

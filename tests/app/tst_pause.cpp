@@ -60,7 +60,7 @@ void TestPause::aPausedEncoderIsSuspendedAndGoesOn() {
     QVERIFY(scene.pause(0, a));
 
     QCOMPARE(scene.encoderState(), 'T');
-    QCOMPARE(state.convertingIndex, SharedState::pauseRequested);
+    QCOMPARE(state.convertingIndex, ConvertingIndex::pauseRequested);
     const JobRecord& record = *files.recordAt(0);
     QCOMPARE(record.text(key::image), rowimage::resume);
     QCOMPARE(record.text(key::progress), text("IDS_TXT_STATUS_PAUSED"));
@@ -101,7 +101,7 @@ void TestPause::thePauseWaitsForTheEncodersNextWord() {
     scene.add({a});
     QVERIFY(scene.begin());
     scene.program.clickRowButton(0);
-    QCOMPARE(scene.program.state().convertingIndex, SharedState::pauseRequested);
+    QCOMPARE(scene.program.state().convertingIndex, ConvertingIndex::pauseRequested);
     scene.program.mainThread().waitFor(150ms);
     QCOMPARE(scene.program.status(0), status::STATPR);
     QVERIFY(scene.encoderState() != 'T');
@@ -266,7 +266,7 @@ void TestPause::resumeOfARowWithoutAnEntryStartsNothing() {
     scene.program.engine().rows().setConvertingIndexForResume(1);
     QVERIFY(state.noOfconvertingFileList.contains(scene.program.files().idList[1]));
     QCOMPARE(scene.program.files().pausedList.size(), size_t(1));
-    QCOMPARE(state.convertingIndex, SharedState::pauseRequested);
+    QCOMPARE(state.convertingIndex, ConvertingIndex::pauseRequested);
     QCOMPARE(scene.encoderState(), 'T');
 }
 

@@ -108,7 +108,7 @@ void TestRemove::everyRow() {
     QVERIFY(!removeButton(scene)->isEnabled());
     QVERIFY(!header(scene)->isChecked());
     QCOMPARE(scene.program.state().fileCountStr, caption(0));
-    QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
+    QCOMPARE(scene.program.state().convertingIndex, ConvertingIndex::noRow);
     scene.add({d});
     QVERIFY(removeButton(scene)->isEnabled());
     QVERIFY(header(scene)->isChecked());
@@ -171,7 +171,7 @@ void TestRemove::theButtonOfARowInNoKnownState() {
         scene.program.files().recordAt(0)->set(key::status, status);
         scene.program.clickRowButton(0);
         QCOMPARE(scene.names(), QStringList{a});
-        QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
+        QCOMPARE(scene.program.state().convertingIndex, ConvertingIndex::noRow);
     }
 }
 
@@ -193,7 +193,7 @@ void TestRemove::theConvertedRowOfTheIndex() {
     scene.program.state().convertingIndex = 0;
     scene.program.files().enqueue(scene.program.files().idList[1]);
     scene.program.clickRowButton(0);
-    QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
+    QCOMPARE(scene.program.state().convertingIndex, ConvertingIndex::noRow);
 }
 
 // What stands at a row's "path" is no partial output unless an encoder is at it.

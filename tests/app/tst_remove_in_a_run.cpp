@@ -122,7 +122,7 @@ void TestRemoveInARun::theConvertingRow() {
     const qint64 old = scene.encoderPid();
     QVERIFY(scene.hasOutput(a));
     removeRow(scene, 0, false);
-    QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
+    QCOMPARE(scene.program.state().convertingIndex, ConvertingIndex::noRow);
     QCOMPARE(scene.names(), (QStringList{b, c}));
     QCOMPARE(scene.program.files().conversionTaskList, scene.program.files().idList);
     QVERIFY(scene.waitForPercent(0, 10));

@@ -138,7 +138,7 @@ void TestRun::theRunEndsWhenNoQueuedIdHasARow() {
     program.files().enqueue(998);
     program.files().enqueue(999);
     QVERIFY(program.runToEnd());
-    QCOMPARE(program.state().convertingIndex, SharedState::noRow);
+    QCOMPARE(program.state().convertingIndex, ConvertingIndex::noRow);
     QVERIFY(program.files().conversionTaskList.empty());
     QVERIFY(runControlsAre(true, program));
 }
@@ -323,24 +323,24 @@ void TestRun::changeConvertingIndex() {
     SharedState& state = program.state();
     RowControl& rows = program.engine().rows();
 
-    state.convertingIndex = SharedState::pauseRequested;
+    state.convertingIndex = ConvertingIndex::pauseRequested;
     rows.changeConvertingIndex();
-    QCOMPARE(state.convertingIndex, SharedState::pauseRequested); // an empty queue
+    QCOMPARE(state.convertingIndex, ConvertingIndex::pauseRequested); // an empty queue
 
     files.enqueue(files.idList[1]);
     rows.changeConvertingIndex();
     QCOMPARE(state.convertingIndex, 1); // kept: the pause request is replaced
     QCOMPARE(state.convertingId, files.idList[1]);
 
-    state.convertingIndex = SharedState::noRow;
+    state.convertingIndex = ConvertingIndex::noRow;
     rows.changeConvertingIndex();
-    QCOMPARE(state.convertingIndex, SharedState::noRow); // stays
+    QCOMPARE(state.convertingIndex, ConvertingIndex::noRow); // stays
 
     state.convertingIndex = 0;
     files.clearQueue();
     files.enqueue(4711);
     rows.changeConvertingIndex();
-    QCOMPARE(state.convertingIndex, SharedState::noRow); // no such row
+    QCOMPARE(state.convertingIndex, ConvertingIndex::noRow); // no such row
     files.clearQueue();
 }
 

@@ -103,7 +103,7 @@ void TestStart::everythingIsEmpty() {
     QCOMPARE(state.itemId, qint64{0});
     QCOMPARE(state.count, qint64{0});
     QCOMPARE(state.countstr, QStringLiteral("(0)"));
-    QCOMPARE(state.convertingIndex, SharedState::noRow);
+    QCOMPARE(state.convertingIndex, ConvertingIndex::noRow);
     QVERIFY(state.isSourceAvailable);
     QVERIFY(!state.isConversionRunning);
     QVERIFY(!state.stopped);

@@ -134,7 +134,7 @@ void TestStop::stopped() {
     QCOMPARE(progress.statusString(), QString());
     QCOMPARE(progress.currentStep(), 0);
     QCOMPARE(progress.textProgress().progress(), 0.0);
-    QCOMPARE(scene.program.state().convertingIndex, SharedState::noRow);
+    QCOMPARE(scene.program.state().convertingIndex, ConvertingIndex::noRow);
     QVERIFY(scene.hasOutput(a));
     QVERIFY(!scene.hasOutput(b));
     QCOMPARE(scene.encoderState(), '\0');

@@ -540,11 +540,6 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <source>Action</source>
         <translation>Działanie</translation>
     </message>
-    <message id="IDS_A11Y_CHECK">
-        <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Check %1</source>
-        <translation>Zaznacz %1</translation>
-    </message>
     <message id="IDS_A11Y_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Remove %1</source>

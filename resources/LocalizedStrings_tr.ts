@@ -540,11 +540,6 @@ Pro, en çok ayrıntıyı en büyük dosyalarda saklar. Normal, en küçük dosy
         <source>Action</source>
         <translation>Eylem</translation>
     </message>
-    <message id="IDS_A11Y_CHECK">
-        <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Check %1</source>
-        <translation>İşaretle: %1</translation>
-    </message>
     <message id="IDS_A11Y_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Remove %1</source>

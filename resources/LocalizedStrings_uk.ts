@@ -540,11 +540,6 @@ Pro зберігає найбільше деталей, але файли най
         <source>Action</source>
         <translation>Дія</translation>
     </message>
-    <message id="IDS_A11Y_CHECK">
-        <extracomment>%1 is the movie's file name.</extracomment>
-        <source>Check %1</source>
-        <translation>Позначити %1</translation>
-    </message>
     <message id="IDS_A11Y_ROW_REMOVE">
         <extracomment>%1 is the movie's file name.</extracomment>
         <source>Remove %1</source>

@@ -15,6 +15,9 @@ RunCompanion::RunCompanion(RunWatch& watch, MainWindow& window, Desktop desktop)
     connect(&watch, &RunWatch::workRests, this, [this] { desktop_.sleep.release(); });
     connect(&watch, &RunWatch::progressed, this,
             [this](double share) { desktop_.launcher.show(share); });
+    connect(&watch, &RunWatch::timeLeftChanged, this, [this](const QString& text) {
+        window_.form().quietLine->showBehind(QuietLine::Behind::TimeLeft, text);
+    });
     connect(&watch, &RunWatch::ended, this, &RunCompanion::ended);
     connect(&watch, &RunWatch::over, this, &RunCompanion::over);
     connect(&desktop_.sleep, &SleepInhibitor::granted, this, [this] { showNotKeptAwake(false); });

@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/HelpMenu.h"
 #include "app/OpenedMovies.h"
 #include "app/ProgramParts.h"
 #include "app/Version.h"
@@ -141,6 +142,9 @@ int main(int argc, char* argv[]) {
                      &AppDelegate::rememberFolders, Qt::DirectConnection);
 
     OpenedMovies opened({parts.mainThread, parts.gate, parts.state, parts.window, parts.addFiles});
+    const HelpMenu help({parts.mainThread, parts.gate, parts.processes, parts.files,
+                         parts.engine.watch(), parts.window},
+                        update.version, resourceFolder + QStringLiteral("/ffmpeg"));
     connectOpening(bus, controller, parts, opened);
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();

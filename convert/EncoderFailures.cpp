@@ -5,6 +5,7 @@
 #include "convert/EncoderOutcomes.h"
 #include "convert/EncoderReader.h"
 #include "convert/LiveJobs.h"
+#include "convert/RunWatch.h"
 #include "filelist/ConversionDialogs.h"
 #include "filelist/FileList.h"
 #include "platform/ChildProcess.h"
@@ -66,7 +67,7 @@ void EncoderOutcomes::failed(const JobPtr& job, EncoderReader* reader) {
     MainThread& mainThread = context_.mainThread;
     if (mainThread.onMainThread([&] { return job->life().isSettled(); }))
         return;
-    logFailure(*job, reader);
+    noteFailure(*job, reader);
     judgeAtItsEnd(job);
     const Answer answer = askAfterFailure(job);
     if (reader)
@@ -127,16 +128,22 @@ void EncoderOutcomes::judgeAtItsEnd(const JobPtr& job) {
 }
 
 // Before the question: whoever reads it may look into the log.
-void EncoderOutcomes::logFailure(const Job& job, const EncoderReader* reader) {
-    const QString movie = onOneLine(QFileInfo(job.order.source).fileName());
-    if (!reader) {
-        qCWarning(lcConvert).noquote() << movie % u": not converted, no encoder was launched";
-        return;
+void EncoderOutcomes::noteFailure(const Job& job, const EncoderReader* reader) {
+    QStringList said;
+    QStringList command;
+    if (reader) {
+        said = QStringList(u"not converted, " + endText(job.task()->end()));
+        for (const QString& line : reader->lastWords())
+            said += onOneLine(line);
+        command = reader->remarks();
+    } else {
+        said = QStringList(QStringLiteral("not converted, no encoder was launched"));
     }
-    qCWarning(lcConvert).noquote() << movie % u": not converted, " % endText(job.task()->end());
-    const QStringList lines = reader->lastWords();
-    for (const QString& line : lines)
-        qCWarning(lcConvert).noquote() << movie % u": " % onOneLine(line);
+    const QString movie = onOneLine(QFileInfo(job.order.source).fileName());
+    for (const QString& line : said)
+        qCWarning(lcConvert).noquote() << movie % u": " % line;
+    const QString details = (QStringList(movie) + command + said).join(u'\n');
+    context_.mainThread.onMainThread([&] { context_.watch.failed(job.row.id, details); });
 }
 
 EncoderOutcomes::Answer EncoderOutcomes::askAfterFailure(const JobPtr& job) {
@@ -199,7 +206,7 @@ int EncoderOutcomes::answerToConversionError(const JobPtr& job) {
 
 void EncoderOutcomes::writeFailed(const JobPtr& job, EncoderReader& reader) {
     MainThread& mainThread = context_.mainThread;
-    logFailure(*job, &reader);
+    noteFailure(*job, &reader);
     judgeAtItsEnd(job);
     (void)doBeforeBox(job, [] {});
     const bool isTold = mainThread.onMainThread([&] {

@@ -38,7 +38,7 @@ private:
 
     void converted(const JobPtr& job);
     static void takeOverTime(const Job& job);
-    static void logFailure(const Job& job, const EncoderReader* reader);
+    void noteFailure(const Job& job, const EncoderReader* reader);
     void judgeAtItsEnd(const JobPtr& job);
     [[nodiscard]] Answer askAfterFailure(const JobPtr& job);
     /// Whether the source is there; nothing when the end was asked for before that was known.

@@ -54,8 +54,10 @@ EncoderReader::Event EncoderReader::next() {
 void EncoderReader::take(const QByteArray& bytes) {
     cutter_.add(bytes);
     lastWords_.add(bytes);
-    for (const QString& remark : remarks_.add(bytes))
-        qCDebug(lcConvert, "job %d: %s", job_->order.id, qPrintable(onOneLine(remark)));
+    for (const QString& remark : remarks_.add(bytes)) {
+        heard_ += onOneLine(remark);
+        qCDebug(lcConvert, "job %d: %s", job_->order.id, qPrintable(heard_.last()));
+    }
 }
 
 bool EncoderReader::isRestDue() {

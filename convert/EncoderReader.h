@@ -33,6 +33,9 @@ public:
     /// What it said last, line by line.
     [[nodiscard]] QStringList lastWords() const { return lastWords_.lines(); }
 
+    /// What the launcher made of its command, and what it said of it.
+    [[nodiscard]] const QStringList& remarks() const { return heard_; }
+
     /// Blocks, also while the encoder is suspended. Throws Cancelled when the program closes.
     [[nodiscard]] Event next();
     /// Reads on for at most `limit`, only to see whether the encoder comes to its end in good
@@ -76,4 +79,5 @@ private:
     std::optional<JobNews::Clock::time_point> restSince_;
     LastWords lastWords_;
     LauncherRemarks remarks_;
+    QStringList heard_;
 };

@@ -48,6 +48,7 @@ void RunWatch::runGoesOn() {
 
 void RunWatch::jobBegins(int job) {
     queued_.insert(job);
+    details_.erase(job);
     setPhase(Phase::Working);
 }
 
@@ -60,13 +61,22 @@ void RunWatch::idsChanged(const std::unordered_map<int, int>& ids) {
         }
         *each = std::move(changed);
     }
+    std::unordered_map<int, QString> details;
+    for (const auto& [id, text] : details_) {
+        const auto found = ids.find(id);
+        details.emplace(found != ids.end() ? found->second : id, text);
+    }
+    details_ = std::move(details);
     waitingFor_ = {-1, 0};
 }
 
 void RunWatch::encoderLaunched(int job, double length) {
     time_.movieBegins(clock_(), length);
-    if (phase_ != Phase::Idle)
-        Q_EMIT progressed(time_.share(waitingLength(job)));
+    if (phase_ == Phase::Idle)
+        return;
+    const std::optional<double> waiting = waitingLength(job);
+    Q_EMIT progressed(time_.share(waiting));
+    Q_EMIT timeLeftChanged(timeLeftOfRunText(time_, waiting));
 }
 
 QString RunWatch::reached(int job, double position) {
@@ -75,6 +85,7 @@ QString RunWatch::reached(int job, double position) {
     time_.reached(clock_(), position);
     const std::optional<double> waiting = waitingLength(job);
     Q_EMIT progressed(time_.share(waiting));
+    Q_EMIT timeLeftChanged(timeLeftOfRunText(time_, waiting));
     return timeLeftText(time_, waiting);
 }
 
@@ -99,6 +110,15 @@ void RunWatch::converted(int job, double length) {
     time_.movieIsDone(length);
 }
 
+void RunWatch::failed(int job, const QString& details) {
+    details_[job] = details;
+}
+
+QString RunWatch::detailsOf(int job) const {
+    const auto found = details_.find(job);
+    return found != details_.end() ? found->second : QString();
+}
+
 void RunWatch::summaryOpens() {
     runIsOver();
     if (std::exchange(isSummaryDue_, false) && !queued_.empty())
@@ -118,8 +138,10 @@ void RunWatch::setPhase(Phase phase) {
     phase_ = phase;
     if (isWorking() && !wasWorking)
         Q_EMIT workBegan();
-    else if (wasWorking && !isWorking())
+    else if (wasWorking && !isWorking()) {
+        Q_EMIT timeLeftChanged(QString());
         Q_EMIT workRests();
+    }
 }
 
 RunWatch::Outcome RunWatch::outcome() const {

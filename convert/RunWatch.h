@@ -45,6 +45,10 @@ public:
     void resumed();
     void jobEnds();
     void converted(int job, double length);
+    /// Why a job was not converted, for a report: its command, how it ended, what it said last.
+    void failed(int job, const QString& details);
+    /// Empty where it has not failed since it was begun last.
+    [[nodiscard]] QString detailsOf(int job) const;
     /// The run's summary is about to be shown, before or after runIsOver().
     void summaryOpens();
     /// However it ended; once is enough.
@@ -55,6 +59,8 @@ Q_SIGNALS:
     /// Everything is paused, or the run is over.
     void workRests();
     void progressed(double share);
+    /// A text; empty where it is not known, and while nothing is converted.
+    void timeLeftChanged(const QString& ofAllMovies);
     /// A run has come to its end by itself: its summary follows.
     void ended(const RunWatch::Outcome& outcome);
     void over();
@@ -73,6 +79,7 @@ private:
     bool isSummaryDue_ = false;
     std::unordered_set<int> queued_; ///< ids of jobs
     std::unordered_set<int> converted_;
+    std::unordered_map<int, QString> details_;
     TimeLeft time_;
     std::optional<double> waitingLength_;
     std::pair<int, size_t> waitingFor_{-1, 0}; ///< job and length of the queue it was counted for

@@ -32,6 +32,12 @@ QString durationText(double seconds) {
     return getLocalString("IDS_TXT_LEFT_HOURS").arg(minutes * minute / hour).arg(minutes % minute);
 }
 
+QString timeLeftOfRunText(const TimeLeft& time, std::optional<double> waitingLength) {
+    QStringList lines;
+    addLine(lines, "IDS_TXT_LEFT_RUN", time.ofRun(waitingLength));
+    return lines.join(QString());
+}
+
 QString timeLeftText(const TimeLeft& time, std::optional<double> waitingLength) {
     QStringList lines;
     addLine(lines, "IDS_TXT_LEFT_MOVIE", time.ofMovie());

@@ -618,6 +618,50 @@ Pro зберігає найбільше деталей, але файли най
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
     </message>
+    <message id="IDS_MENU_HELP">
+        <extracomment>In the context menu, and the title of the window that it opens.</extracomment>
+        <source>Help</source>
+        <translation>Довідка</translation>
+    </message>
+    <message id="IDS_MENU_ABOUT">
+        <extracomment>In the context menu, and the title of the window that it opens. Quorvex Reelshift is the program's name.</extracomment>
+        <source>About Quorvex Reelshift</source>
+        <translation>Про програму Quorvex Reelshift</translation>
+    </message>
+    <message id="IDS_MENU_COPY_DETAILS">
+        <extracomment>In the context menu of a movie that was not converted: copies what is known of the failure, for a report.</extracomment>
+        <source>Copy Details</source>
+        <translation>Копіювати подробиці</translation>
+    </message>
+    <message id="IDS_TXT_DETAILS_COPIED">
+        <extracomment>A quiet line in the window, after IDS_MENU_COPY_DETAILS.</extracomment>
+        <source>The details are in the clipboard.</source>
+        <translation>Подробиці скопійовано до буфера обміну.</translation>
+    </message>
+    <message id="IDS_HELP_KEYS">
+        <extracomment>A heading over a list of keys and what they do.</extracomment>
+        <source>Keys</source>
+        <translation>Клавіші</translation>
+    </message>
+    <message id="IDS_ABOUT_ENCODER">
+        <extracomment>%1 is a version, %2 a path.</extracomment>
+        <source>ffmpeg: version %1, at %2</source>
+        <translation>ffmpeg: версія %1, у %2</translation>
+    </message>
+    <message id="IDS_ABOUT_NO_ENCODER">
+        <source>ffmpeg: not found</source>
+        <translation>ffmpeg: не знайдено</translation>
+    </message>
+    <message id="IDS_ABOUT_USES">
+        <extracomment>A list of libraries with their licences follows.</extracomment>
+        <source>Used by this program, with their licences:</source>
+        <translation>Використовуються цією програмою, з ліцензіями:</translation>
+    </message>
+    <message id="IDS_BTN_CLOSE">
+        <extracomment>The button of the windows of IDS_MENU_HELP and IDS_MENU_ABOUT.</extracomment>
+        <source>Close</source>
+        <translation>Закрити</translation>
+    </message>
     <message id="IDS_A11Y_ROW_STATUS">
         <extracomment>Said by a screen reader: movie %1 now has the status %2.</extracomment>
         <source>%1: %2</source>

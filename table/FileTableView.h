@@ -11,6 +11,7 @@
 class ComboDelegate;
 class FileTableModel;
 class QCheckBox;
+class QMenu;
 class RowButtonDelegate;
 
 /// The list of movies: one click, a key or an accessible action checks a row, opens the list of a
@@ -48,6 +49,8 @@ public:
     void pauseOrResume();
 
 Q_SIGNALS:
+    /// A menu is about to open for the row, whose button it offers: others may add to it.
+    void rowMenuOpens(QMenu* menu, int row);
     /// A row was selected, or clicked anew.
     void rowSelected(int row);
     /// The image button of a row; from the event loop, after its row was selected, and inside an

@@ -114,8 +114,10 @@ void FileTableView::pauseOrResume() {
 void FileTableView::contextMenuEvent(QContextMenuEvent* event) {
     const bool isKey = event->reason() == QContextMenuEvent::Keyboard;
     const QModelIndex cell = isKey ? currentIndex() : indexAt(event->pos());
-    if (!model_ || !cell.isValid() || openedEditor())
+    if (!model_ || !cell.isValid() || openedEditor()) {
+        event->ignore(); // there is one of the whole window
         return;
+    }
     const QModelIndex button = cell.siblingAtColumn(section(TableColumn::Im));
     QString title = button.data(Qt::AccessibleTextRole).toString();
     title.replace(u'&', QStringLiteral("&&")).replace(u'\t', u' ');
@@ -128,6 +130,7 @@ void FileTableView::contextMenuEvent(QContextMenuEvent* event) {
                 if (place.isValid() && model_->source().imageAt(place.row()) == image)
                     pressRowButton(place);
             });
+    Q_EMIT rowMenuOpens(menu, cell.row());
     const QRect place = visualRect(cell) & viewport()->rect();
     menu->popup(isKey ? viewport()->mapToGlobal(place.center()) : event->globalPos());
     if (isKey)

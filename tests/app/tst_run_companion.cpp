@@ -335,11 +335,16 @@ void TestRunCompanion::theBarTellsTheTimeLeft() {
     const QString early =
         both(text("IDS_TXT_LEFT_MINUTES").arg(1), text("IDS_TXT_LEFT_MINUTES").arg(3));
     QCOMPARE(timeLeft(scene, 0), early);
+    const auto* const line = scene.program.widget<QLabel>("quietLine");
+    QCOMPARE(line->accessibleName(),
+             text("IDS_TXT_LEFT_RUN").arg(text("IDS_TXT_LEFT_MINUTES").arg(3)));
+    QVERIFY(line->isVisible());
     QCOMPARE(timeLeft(scene, 1), QString());
 
     // An hour's pause counts for nothing.
     QVERIFY(scene.pause(0, a, 2));
     QCOMPARE(timeLeft(scene, 0), QString());
+    QVERIFY(!line->isVisible());
     now += 1h;
     scene.program.clickRowButton(0);
     now += 10s;
@@ -351,7 +356,9 @@ void TestRunCompanion::theBarTellsTheTimeLeft() {
     QVERIFY(scene.waitForPercent(1, 20));
     QCOMPARE(timeLeft(scene, 1),
              both(text("IDS_TXT_LEFT_SECONDS").arg(20), text("IDS_TXT_LEFT_SECONDS").arg(20)));
+    QVERIFY(line->isVisible());
     QVERIFY(scene.end({b}));
+    QVERIFY(!line->isVisible());
 }
 
 REELSHIFT_TEST(tst_run_companion, TestRunCompanion, QApplication)

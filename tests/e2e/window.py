@@ -125,7 +125,8 @@ def click(node, button=1, double=False):
 
 # Key codes of the standard layout, which is the one that the virtual display has.
 KEYS = {"Escape": 9, "Tab": 23, "Return": 36, "Space": 65, "Alt": 64, "Control": 37, "Shift": 50,
-        "F2": 68, "F4": 70, "Up": 111, "Down": 116, "Left": 113, "Right": 114, "Delete": 119}
+        "F1": 67, "F2": 68, "F4": 70, "F10": 76, "Up": 111, "Down": 116, "Left": 113, "Right": 114,
+        "Delete": 119, "Menu": 135}
 
 
 @contextlib.contextmanager

@@ -10,7 +10,7 @@ class LauncherProgress;
 class MainWindow;
 
 /// What the user sees of a long add and does to it: the line below the table and the icon show how
-/// far it is, and Escape ends it. Main thread; owned by the controller.
+/// far it is, and Escape ends it. Main thread; owned by main().
 class AddCompanion final : public QObject {
     Q_OBJECT
 

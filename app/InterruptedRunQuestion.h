@@ -13,7 +13,7 @@ class WorkerThreads;
 
 /// Tells after a start that the program died in the middle of a run, and offers to move the half
 /// movie that it has left to the trash. Looks for it on a thread that may be left behind, and asks
-/// when the window is up and nothing else is open. Main thread; owned by the controller.
+/// when the window is up and nothing else is open. Main thread; owned by main().
 class InterruptedRunQuestion final : public QObject {
     Q_OBJECT
 

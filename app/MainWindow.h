@@ -16,7 +16,7 @@ class MainWindow;
 }
 
 /// The main window: its form, its texts and what the work on the list and a run ask of it, and
-/// nothing of what its controls do. Main thread; owned by the controller.
+/// nothing of what its controls do. Main thread; owned by main().
 class MainWindow final : public QMainWindow, public RunWindow {
     Q_OBJECT
 

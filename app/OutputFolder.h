@@ -11,7 +11,7 @@ class MainThread;
 class QWidget;
 class VolumeInfo;
 
-/// The choice of the output folder and its showing. Main thread; owned by the controller.
+/// The choice of the output folder and its showing. Main thread; owned by main().
 class OutputFolder final {
 public:
     OutputFolder(MainThread& mainThread, std::shared_ptr<VolumeInfo> volumes,

@@ -3,7 +3,7 @@
 #include <QString>
 
 /// The two folders that survive from one session to the next, each the whole content of a small
-/// file in the user's documents folder. Main thread; owned by the controller.
+/// file in the user's documents folder. Main thread; owned by main().
 class PersistedFolders final {
 public:
     static inline const QString DEFAULT_PATH_COMPONENT = QStringLiteral("default_hevc_path.txt");

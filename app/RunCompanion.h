@@ -9,7 +9,7 @@ class SleepInhibitor;
 
 /// What the desktop learns of a run: the machine is kept awake while there is work, the icon shows
 /// how far it is, and the user is told of its end where the window is not in front. Main thread;
-/// owned by the controller.
+/// owned by main().
 class RunCompanion final : public QObject {
     Q_OBJECT
 

@@ -16,7 +16,7 @@
 
 /// The conversion engine: its parts, put together. A run goes through them in this order: queue,
 /// thread of the job, monitor, outcomes; here it goes from there to the queue again. Main thread;
-/// owned by the controller.
+/// owned by main().
 class ConversionEngine final {
 public:
     struct Services {

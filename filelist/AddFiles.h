@@ -21,8 +21,8 @@ struct FolderMovies;
 struct SharedState;
 
 /// Adds movies to the list, picked in the panel or dropped: builds the record, examines the movie,
-/// keeps it when its video is HEVC. The main loop turns meanwhile. Main thread; owned by the
-/// controller.
+/// keeps it when its video is HEVC. The main loop turns meanwhile. Main thread; owned by
+/// main().
 class AddFiles final {
 public:
     struct Parts {

@@ -7,7 +7,7 @@
 #include <utility>
 
 /// What an add tells about itself while it goes on, and the wish to end it. Main thread; owned by
-/// the controller.
+/// main().
 class AddWatch final : public QObject {
     Q_OBJECT
 

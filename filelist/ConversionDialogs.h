@@ -8,7 +8,7 @@ struct SharedState;
 
 /// The questions of a run, of a row's button and of adding movies. Each throws Cancelled when the
 /// program closes before it is answered; an answer is one of BoxAnswers.h. Main thread; owned by
-/// the controller.
+/// main().
 class ConversionDialogs final {
 public:
     ConversionDialogs(SharedState& state, ListWindow& window) : state_(state), window_(window) {}

@@ -24,7 +24,7 @@ struct PausedTask {
 
 /// The list of movies: the job records and the lists that run beside them, position for position,
 /// the queue of ids and the paused jobs. Everybody reads the lists; they change by the operations
-/// alone. Row numbers out of range throw std::out_of_range. Main thread; owned by the controller.
+/// alone. Row numbers out of range throw std::out_of_range. Main thread; owned by main().
 class FileList final {
 public:
     FileList() = default;

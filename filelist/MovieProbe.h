@@ -12,7 +12,7 @@ class MainThread;
 struct SharedState;
 
 /// Reads what the examination of the movie that is being added has found into its row. Main thread;
-/// owned by the controller.
+/// owned by main().
 class MovieProbe final {
 public:
     MovieProbe(MainThread& mainThread, FileList& files, SharedState& state)

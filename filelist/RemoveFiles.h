@@ -10,7 +10,7 @@ class RunControl;
 struct SharedState;
 
 /// Removes the checked rows at once, also during a run, and checks or unchecks all rows. Main
-/// thread; owned by the controller.
+/// thread; owned by main().
 class RemoveFiles final {
 public:
     RemoveFiles(FileList& files, SharedState& state, RunControl& run, ListWindow& window)

@@ -27,7 +27,7 @@ private:
 };
 
 /// The values that the parts of the program share, under the names by which they know them.
-/// Main thread; one per controller, so that a test starts afresh.
+/// Main thread; one per program, so that a test starts afresh.
 struct SharedState {
     ProbeValues probe;
 

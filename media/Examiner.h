@@ -10,7 +10,7 @@
 class WorkerThreads;
 
 /// Examines movies on threads of its own, as many at a time as there are processors. Any thread;
-/// owned by the controller.
+/// owned by main().
 class Examiner final {
 public:
     enum class Place { First, Last };

@@ -12,7 +12,7 @@
 class ChildProcess;
 class ChildProcesses;
 
-/// Runs ffmpeg on a movie with nothing but an input. Any thread; owned by the controller.
+/// Runs ffmpeg on a movie with nothing but an input. Any thread; owned by main().
 class ProbeRunner final {
 public:
     enum class Result {

@@ -10,7 +10,7 @@ inline const QString LEVELSTR = QStringLiteral("Level");
 enum class ProfileKind { Pro, HighQuality, Normal };
 
 /// The output profiles: their names and, in the same order, the texts that the table shows for
-/// them. Immutable, any thread; owned by the controller.
+/// them. Immutable, any thread; owned by main().
 class ProfileCatalogue final {
 public:
     /// Both texts are items separated by semicolons.

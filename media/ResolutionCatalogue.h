@@ -7,7 +7,7 @@
 
 /// The output sizes that are offered: a list for each of the six known sizes of a source, which
 /// a resolution id selects, and for a source of any other size a list that is made of its own.
-/// Immutable, any thread; owned by the controller.
+/// Immutable, any thread; owned by main().
 class ResolutionCatalogue final {
 public:
     /// Id of a source of no known size, whose list is `sizesOf` it.

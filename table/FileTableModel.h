@@ -12,7 +12,7 @@ class ActionGate;
 
 /// The list as the window's table shows it. It learns of rows through reload() and
 /// rowsWereRemoved() alone, so that lists which are just being changed are never shown half done;
-/// until then it goes on with the rows that it knows. Main thread; owned by the controller.
+/// until then it goes on with the rows that it knows. Main thread; owned by main().
 class FileTableModel final : public QAbstractTableModel, public ListObserver {
     Q_OBJECT
 

@@ -8,8 +8,8 @@ class Announcer;
 class FileTableModel;
 
 /// Has screen readers say the new status of a movie, once for each change and never for a
-/// percentage. What comes and goes at once is not said at all. Main thread; owned by the
-/// controller.
+/// percentage. What comes and goes at once is not said at all. Main thread; owned by
+/// main().
 class RowAnnouncements final : public QObject {
     Q_OBJECT
 

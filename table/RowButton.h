@@ -10,7 +10,7 @@ class RunControl;
 struct SharedState;
 
 /// What a row's image button does: remove, pause or resume, by the row's status. Main thread;
-/// owned by the controller.
+/// owned by main().
 class RowButton final {
 public:
     RowButton(MainThread& mainThread, FileList& files, SharedState& state, RunControl& run,

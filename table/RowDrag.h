@@ -16,8 +16,8 @@ struct SharedState;
 
 /// What is dragged to the list and from it: rows that get another place, and movies of other
 /// programs. A drop is answered at once and its work starts from the event loop, through the
-/// gate: the program that offers the movies waits for the answer. Main thread; owned by the
-/// controller.
+/// gate: the program that offers the movies waits for the answer. Main thread; owned by
+/// main().
 class RowDrag final : public QObject {
     Q_OBJECT
 

@@ -7,8 +7,8 @@
 #include <optional>
 
 /// What an edit of a cell and a choice in the main quality list write into the records and the
-/// lists beside them. A number out of range throws std::out_of_range. Main thread; owned by the
-/// controller.
+/// lists beside them. A number out of range throws std::out_of_range. Main thread; owned by
+/// main().
 class TableEditing final {
 public:
     TableEditing(FileList& list, SharedState& state) : list_(list), state_(state) {}

@@ -10,7 +10,7 @@ class MainThread;
 /// The one way in for whatever the user does to the main window, by hand or through the
 /// accessibility tree: inside a wait of the main thread an action is put off until the wait is
 /// over and then looked at afresh, and under an open box it does nothing. Nothing that an action
-/// throws gets out: it is logged. Main thread; owned by the controller.
+/// throws gets out: it is logged. Main thread; owned by main().
 class ActionGate final : public QObject {
     Q_OBJECT
 

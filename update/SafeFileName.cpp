@@ -58,6 +58,17 @@ bool isKept(QChar c) {
     }
 }
 
+/// Half a surrogate pair is no character that a file name can have; releases of Qt differ in what
+/// they make of it.
+void replaceHalfPairs(QString& name) {
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        if (name.at(i).isHighSurrogate() && i + 1 < name.size() && name.at(i + 1).isLowSurrogate())
+            ++i;
+        else if (name.at(i).isSurrogate())
+            name[i] = u'?';
+    }
+}
+
 int utf8Size(QChar c) {
     // Each half of a pair counts for half of its four bytes.
     return c.unicode() < 0x80 ? 1 : c.unicode() < 0x800 || c.isSurrogate() ? 2 : 3;
@@ -113,8 +124,7 @@ QString safeFileName(const QString& suggested) {
     QString name = suggested;
     name.replace(u'\\', u'/');
     name = name.sliced(name.lastIndexOf(u'/') + 1);
-    // Through UTF-8 and back: half a surrogate pair is no character a file name can have.
-    name = QString::fromUtf8(name.toUtf8());
+    replaceHalfPairs(name);
     name.removeIf([](QChar c) { return !isKept(c); });
     name = name.trimmed();
     while (name.startsWith(u'.') || name.startsWith(u' '))

@@ -130,8 +130,12 @@ void TestTabWalk::theFocusIsSeen() {
         scene.add({QString(QChar(u'a' + row))});
     const QList<QWidget*> seen = walk(scene.program.window());
     QVERIFY(seen.size() >= 10);
-    for (QWidget* const each : seen) {
-        each->setFocus(Qt::TabFocusReason);
+    for (qsizetype i = 0; i < seen.size(); ++i) {
+        // By the key itself: later releases of Qt show the focus to who uses keys alone.
+        QWidget* const before = seen.at(i > 0 ? i - 1 : seen.size() - 1);
+        QWidget* const each = seen.at(i);
+        before->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(before, Qt::Key_Tab);
         QTRY_VERIFY(each->hasFocus());
         const QImage with = pictureOf(*each);
         each->clearFocus();

@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr uint againstLogout = 1; // the desktop then says why and lets the user decide
 constexpr uint againstSuspend = 4;
 constexpr uint againstIdleness = 8;
 
@@ -45,7 +46,7 @@ void SessionInhibition::askPortal() {
     QDBusMessage message = QDBusMessage::createMethodCall(
         portal, QStringLiteral("/org/freedesktop/portal/desktop"),
         QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"));
-    message << QString() << (againstSuspend | againstIdleness)
+    message << QString() << (againstLogout | againstSuspend | againstIdleness)
             << QVariantMap{{QStringLiteral("reason"), reason_}};
     call(message, &SessionInhibition::takeFromPortal);
 }

@@ -7,8 +7,9 @@
 #include <memory>
 #include <optional>
 
-/// What the user's session has against sleep and idleness: the desktop portal, and where that has
-/// none, the screen saver. Both end it by themselves when the program's connection ends.
+/// What the user's session has against sleep, idleness and its own end: the desktop portal, and
+/// where that has none, the screen saver. Both end it by themselves when the program's connection
+/// ends.
 class SessionInhibition final : public Inhibition {
     Q_OBJECT
 

@@ -104,7 +104,7 @@ class Awake(ProgramTest):
         # The session is asked after the login manager.
         inhibitions = window.wait_for(lambda: self.desktop.calls(self.desktop.portal, "Inhibit"),
                                       "the session to be asked")
-        self.assertEqual([12], [int(arguments[1]) for arguments in inhibitions])
+        self.assertEqual([13], [int(arguments[1]) for arguments in inhibitions])
         # The user looks at something else: another window of the kind.
         with unittest.mock.patch.dict(os.environ, DISPLAY="unix" + os.environ["DISPLAY"]):
             other = self.start()  # called so, the display is that of another session

@@ -1,6 +1,6 @@
 #include "convert/LauncherRemarks.h"
 
-#include "launcher/Words.h"
+#include "system/LauncherWords.h"
 
 namespace {
 

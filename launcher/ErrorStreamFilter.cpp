@@ -1,6 +1,6 @@
 #include "launcher/ErrorStreamFilter.h"
 
-#include "launcher/Process.h"
+#include "system/Process.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +15,6 @@
 
 namespace {
 
-// A kernel without pidfds (before 5.3) is asked in this rhythm whether the encoder has ended.
-constexpr int pollIntervalWithoutPidFds = 20; // milliseconds
 constexpr int out = STDERR_FILENO;
 
 /// False when nobody reads any more.
@@ -116,8 +114,7 @@ void ignoreWhatIsMeantForTheEncoder() {
 
 void letGoOfEverythingBut(int in, int encoderEnd) {
     const int nothing = ::open("/dev/null", O_RDWR);
-    ::dup2(nothing, STDIN_FILENO);
-    ::dup2(nothing, STDOUT_FILENO);
+    (void)setStandardStreams(nothing, nothing, -1);
     const unsigned first = static_cast<unsigned>(std::min(in, encoderEnd < 0 ? in : encoderEnd));
     const unsigned second = static_cast<unsigned>(std::max(in, encoderEnd));
     ::syscall(SYS_close_range, STDERR_FILENO + 1U, first - 1, 0U);
@@ -135,12 +132,12 @@ bool startErrorStreamFilter(ReportRewriter rewriter) {
     if (!said.isOpen())
         return false;
     const pid_t encoder = ::getpid();
-    const Descriptor encoderEnd(static_cast<int>(::syscall(SYS_pidfd_open, encoder, 0)));
+    const Descriptor encoderEnd = openPidFd(encoder);
     const pid_t pid = ::fork();
     if (pid < 0)
         return false;
     if (pid > 0)
-        return ::dup2(said.writeEnd.number(), STDERR_FILENO) >= 0;
+        return setStandardStreams(-1, -1, said.writeEnd.number());
     ignoreWhatIsMeantForTheEncoder();
     ::prctl(PR_SET_NAME, "reelshift-words");
     said.writeEnd.close();

@@ -1,6 +1,6 @@
 #include "launcher/FileList.h"
 
-#include "launcher/Process.h"
+#include "system/Descriptor.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,7 @@
 #include "launcher/Question.h"
 
-#include "launcher/Process.h"
+#include "launcher/Exec.h"
+#include "system/Process.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +10,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 
 namespace {
@@ -22,11 +22,11 @@ constexpr std::chrono::milliseconds step{100};
 
 [[noreturn]] void answer(const std::string& program, const Arguments& arguments, pid_t asker,
                          const Pipe& answers, Streams streams) {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const bool isAskerAlive = endWithParent(asker);
     const Descriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
     const int errors = streams == Streams::Both ? answers.writeEnd.number() : nothing.number();
-    if (::getppid() == asker && ::dup2(nothing.number(), STDIN_FILENO) >= 0 &&
-        ::dup2(answers.writeEnd.number(), STDOUT_FILENO) >= 0 && ::dup2(errors, STDERR_FILENO) >= 0)
+    if (isAskerAlive && nothing.isOpen() &&
+        setStandardStreams(nothing.number(), answers.writeEnd.number(), errors))
         becomeProgram(program, arguments);
     ::_exit(127);
 }

@@ -1,6 +1,6 @@
 #include "launcher/Remarks.h"
 
-#include "launcher/Words.h"
+#include "system/LauncherWords.h"
 
 #include <algorithm>
 

@@ -3,17 +3,19 @@
 // releases up to 6.0: what today's movies and releases need besides is seen to here.
 #include "launcher/Arguments.h"
 #include "launcher/ErrorStreamFilter.h"
+#include "launcher/Exec.h"
 #include "launcher/FileList.h"
 #include "launcher/JobAdditions.h"
 #include "launcher/MovieQuestion.h"
-#include "launcher/Process.h"
 #include "launcher/Remarks.h"
 #include "launcher/SystemEncoder.h"
-#include "launcher/Words.h"
+#include "system/LauncherWords.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+
+#include <unistd.h>
 
 namespace {
 

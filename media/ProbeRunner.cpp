@@ -1,8 +1,8 @@
 #include "media/ProbeRunner.h"
 
-#include "launcher/Words.h"
 #include "platform/ChildProcess.h"
 #include "platform/ChildProcesses.h"
+#include "system/LauncherWords.h"
 
 #include <utility>
 

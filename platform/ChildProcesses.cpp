@@ -1,6 +1,7 @@
 #include "platform/ChildProcesses.h"
 
 #include "platform/ChildProcess.h"
+#include "system/Process.h"
 
 #include <QFile>
 
@@ -13,8 +14,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/eventfd.h>
-#include <sys/prctl.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,23 +21,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A kernel without pidfds (before 5.3) is asked in this rhythm whether a child has ended.
-constexpr int pollIntervalWithoutPidFds = 20; // milliseconds
 constexpr std::chrono::milliseconds longestSuspend{500};
-
-int openPidFd(pid_t pid) {
-    return static_cast<int>(::syscall(SYS_pidfd_open, pid, 0));
-}
-
-// A program that was started with its standard streams closed gets their numbers for its own
-// descriptors, which must not be in the way when a child's streams are put there.
-int awayFromStandardStreams(int fd) {
-    if (fd > STDERR_FILENO)
-        return fd;
-    const int moved = ::fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    ::close(fd);
-    return moved;
-}
 
 // Some launchers leave it ignored to what they start: the kernel then keeps no exit status.
 void keepExitStatuses() {
@@ -48,31 +31,6 @@ void keepExitStatuses() {
         ::sigaction(SIGCHLD, &action, nullptr);
     }
 }
-
-struct Pipe {
-    int readEnd = -1;
-    int writeEnd = -1;
-
-    Pipe() {
-        std::array<int, 2> ends{};
-        if (::pipe2(ends.data(), O_CLOEXEC) == 0) {
-            readEnd = awayFromStandardStreams(ends[0]);
-            writeEnd = awayFromStandardStreams(ends[1]);
-        }
-    }
-    ~Pipe() {
-        closeWriteEnd();
-        if (readEnd >= 0)
-            ::close(readEnd);
-    }
-    Q_DISABLE_COPY_MOVE(Pipe)
-
-    bool isOpen() const { return readEnd >= 0 && writeEnd >= 0; }
-    void closeWriteEnd() {
-        if (writeEnd >= 0)
-            ::close(std::exchange(writeEnd, -1));
-    }
-};
 
 // The program's own handlers would run in the child until it is another program.
 void forgetHandlers() {
@@ -88,8 +46,7 @@ void forgetHandlers() {
 // nothing is written that anybody else reads.
 [[noreturn]] void becomeProgram(const char* program, char* const* arguments, pid_t parent,
                                 int errorStream, int failureReport) {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != parent)
+    if (!endWithParent(parent))
         ::_exit(127);
     forgetHandlers();
     sigset_t none;
@@ -97,8 +54,7 @@ void forgetHandlers() {
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     ::signal(SIGPIPE, SIG_DFL);
     const int nullDevice = ::open("/dev/null", O_RDONLY);
-    if (nullDevice >= 0 && ::dup2(nullDevice, STDIN_FILENO) >= 0 &&
-        ::dup2(errorStream, STDERR_FILENO) >= 0) {
+    if (nullDevice >= 0 && setStandardStreams(nullDevice, -1, errorStream)) {
         if (nullDevice > STDERR_FILENO)
             ::close(nullDevice);
         ::execv(program, arguments);
@@ -216,8 +172,8 @@ void ChildProcesses::start(const std::shared_ptr<ChildProcess>& child, const QSt
         argv.push_back(text.data());
     argv.push_back(nullptr);
 
-    Pipe errorStream;
-    Pipe failureReport;
+    Pipe errorStream = Pipe::open();
+    Pipe failureReport = Pipe::open();
     if (!errorStream.isOpen() || !failureReport.isOpen()) {
         child->setEnd({ProcessEnd::How::FailedToStart, errno});
         return;
@@ -232,19 +188,19 @@ void ChildProcesses::start(const std::shared_ptr<ChildProcess>& child, const QSt
     // NOLINTNEXTLINE(clang-analyzer-security.insecureAPI.vfork)
     const pid_t pid = ::vfork();
     if (pid == 0)
-        becomeProgram(programName.constData(), argv.data(), parent, errorStream.writeEnd,
-                      failureReport.writeEnd);
+        becomeProgram(programName.constData(), argv.data(), parent, errorStream.writeEnd.number(),
+                      failureReport.writeEnd.number());
     const int startFailure = errno;
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (pid < 0) {
         child->setEnd({ProcessEnd::How::FailedToStart, startFailure});
         return;
     }
-    failureReport.closeWriteEnd();
+    failureReport.writeEnd.close();
     int failure = 0;
     ssize_t got = 0;
     do {
-        got = ::read(failureReport.readEnd, &failure, sizeof failure);
+        got = ::read(failureReport.readEnd.number(), &failure, sizeof failure);
     } while (got < 0 && errno == EINTR);
     if (got == sizeof failure) {
         ::waitpid(pid, nullptr, 0);
@@ -252,8 +208,8 @@ void ChildProcesses::start(const std::shared_ptr<ChildProcess>& child, const QSt
         return;
     }
     child->pid_ = pid;
-    child->pidFd_ = openPidFd(pid);
-    child->readEnd_ = std::exchange(errorStream.readEnd, -1);
+    child->pidFd_ = openPidFd(pid).release();
+    child->readEnd_ = errorStream.readEnd.release();
     ::fcntl(child->readEnd_, F_SETFL, O_NONBLOCK);
     const std::lock_guard lock(mutex_);
     live_.push_back(child);

@@ -3,7 +3,7 @@
 #include "launcher/PictureAdditions.h"
 #include "launcher/Remarks.h"
 #include "launcher/SoundAdditions.h"
-#include "launcher/Words.h"
+#include "system/LauncherWords.h"
 
 #include <QtTest>
 

@@ -2,8 +2,8 @@
 #include "encoder/ScriptedMovie.h"
 #include "launcher/LaunchedEncoder.h"
 #include "launcher/Question.h"
-#include "launcher/Words.h"
 #include "platform/ChildProbe.h"
+#include "system/LauncherWords.h"
 
 #include <QCoreApplication>
 #include <QProcess>

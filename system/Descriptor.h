@@ -1,8 +1,5 @@
 #pragma once
 
-#include "launcher/Arguments.h"
-
-#include <string>
 #include <utility>
 
 #include <unistd.h>
@@ -22,6 +19,8 @@ public:
     Descriptor& operator=(const Descriptor&) = delete;
 
     [[nodiscard]] int number() const { return number_; }
+    /// The caller closes it from now on.
+    [[nodiscard]] int release() { return std::exchange(number_, -1); }
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
     void close() {
         if (number_ >= 0)
@@ -37,9 +36,7 @@ struct Pipe final {
     Descriptor readEnd;
     Descriptor writeEnd;
 
+    /// With a reason in errno where there is none.
     [[nodiscard]] static Pipe open();
     [[nodiscard]] bool isOpen() const { return readEnd.isOpen() && writeEnd.isOpen(); }
 };
-
-/// Makes this process that program. Comes back when it cannot, with the reason in errno.
-void becomeProgram(const std::string& program, const Arguments& arguments);

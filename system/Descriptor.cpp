@@ -1,4 +1,4 @@
-#include "launcher/Process.h"
+#include "system/Descriptor.h"
 
 #include <array>
 
@@ -22,14 +22,4 @@ Pipe Pipe::open() {
         return {};
     const int readEnd = awayFromStandardStreams(ends[0]);
     return {Descriptor(readEnd), Descriptor(awayFromStandardStreams(ends[1]))};
-}
-
-void becomeProgram(const std::string& program, const Arguments& arguments) {
-    std::vector<std::string> texts{program};
-    texts.insert(texts.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    ::execv(program.c_str(), pointers.data());
 }

@@ -1,4 +1,5 @@
 #include "TestProgram.h"
+#include "app/AddChecks.h"
 #include "app/Drops.h"
 #include "filelist/ProgressObject.h"
 #include "platform/MainThread.h"

@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "encoder/ScriptedMovie.h"
 #include "launcher/LaunchedEncoder.h"
+#include "launcher/LauncherScene.h"
 #include "launcher/Question.h"
 #include "platform/ChildProbe.h"
 #include "system/LauncherWords.h"
@@ -18,8 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray quality("LPSNR=");
-
 /// What ffprobe says of a small movie, and of itself.
 const QByteArray aMovie("/bin/cat << end\n"
                         "program_version.configuration=\"--enable-libx264 --enable-libzimg\"\n"
@@ -35,19 +34,15 @@ QByteArray withoutRemarks(QByteArray said) {
     return said;
 }
 
-bool isGone(pid_t pid) {
-    return QTest::qWaitFor([&] { return isDead(pid); }, 10000);
-}
-
 } // namespace
 
 /// The launcher in front of a scripted ffmpeg that is like one release or another.
-class TestLauncher final : public QObject {
+class TestLauncher final : public QObject, private LauncherScene {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup() { folder_.reset(); }
+    void init() { installEncoder(); }
+    void cleanup() { removeFolder(); }
 
     void anExaminationCostsNothing();
     void releases_data();
@@ -70,54 +65,7 @@ private Q_SLOTS:
     void theEndComesWhileTheProbeHangs_data();
     void theEndComesWhileTheProbeHangs();
     void aStopDoesNotCostPatience();
-
-    void passesOnAtOnce();
-    void theStopIsTheEncodersAlone();
-    void signalsToTheGroupAreTheEncodersAlone();
-    void endsWithItsEncoder_data();
-    void endsWithItsEncoder();
-    void aGrandchildDoesNotHoldTheStream();
-    void aReaderThatGoesAway();
-    void aReaderThatDoesNotRead();
-    void aStreamThatDoesNotBlock();
-    void diesWithTheProgram_data();
-    void diesWithTheProgram();
-
-private:
-    [[nodiscard]] QString system() const { return folder_->path(); }
-    [[nodiscard]] QString path(const QString& name) const { return folder_->filePath(name); }
-    [[nodiscard]] QStringList job(std::initializer_list<const char*> encode) const;
-    void beRelease(const QString& release) { QVERIFY(setEncoderRelease(system(), release)); }
-    void beScript(const QByteArray& script) { putScript(u"ffmpeg"_s, script); }
-    void putScript(const QString& name, const QByteArray& script);
-    void touch(const QString& name) const {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    QString log_;
 };
-
-void TestLauncher::init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    log_ = installFakeEncoder(system());
-    QVERIFY(!log_.isEmpty());
-    beRelease(u"7.1"_s);
-}
-
-QStringList TestLauncher::job(std::initializer_list<const char*> encode) const {
-    const QString movie = ScriptedMovie(system(), u"a.mp4"_s).encode(encode).write();
-    return {u"-psnr"_s, u"-i"_s, movie, u"-codec:v"_s, u"libx264"_s, path(u"out.mp4"_s)};
-}
-
-void TestLauncher::putScript(const QString& name, const QByteArray& script) {
-    QFile::remove(path(name));
-    QFile file(path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write("#!/bin/sh\n" + script), script.size() + 10);
-    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-}
 
 void TestLauncher::anExaminationCostsNothing() {
     const QString movie = ScriptedMovie(system(), u"a.mp4"_s).write();
@@ -368,148 +316,6 @@ void TestLauncher::aStopDoesNotCostPatience() {
     int status = 0;
     QCOMPARE(::waitpid(asker, &status, 0), asker);
     QCOMPARE(WEXITSTATUS(status), 7);
-}
-
-void TestLauncher::passesOnAtOnce() {
-    LaunchedEncoder encoder(
-        system(), job({"print one", "wait-file 1", "print  two\\nframe=  1 f", "wait-file 2",
-                       "print ps= 1 size= 1kB time=0\\r", "wait-file 3", "summary 10"}));
-    QVERIFY(encoder.waitFor("one"));
-    touch(u"1"_s);
-    QVERIFY(encoder.waitFor(" two\nframe=  1 f"));
-    touch(u"2"_s);
-    QVERIFY(encoder.waitFor("ps= 1 size= 1kB time=0\r"));
-    touch(u"3"_s);
-    QVERIFY(encoder.readToEnd());
-    QCOMPARE(encoder.waitForEnd(), 0);
-    QVERIFY(encoder.said().contains(quality));
-}
-
-void TestLauncher::theStopIsTheEncodersAlone() {
-    LaunchedEncoder encoder(system(), job({"progress 1", "wait-file go", "summary 10"}));
-    QVERIFY(encoder.waitFor("time=00:00:01.00"));
-    const pid_t filter = encoder.filter();
-    QVERIFY(filter > 0);
-    QCOMPARE(::kill(encoder.pid(), SIGSTOP), 0);
-    QTRY_COMPARE(stateOfProcess(encoder.pid()), 'T');
-    QCOMPARE(stateOfProcess(filter), 'S');
-    touch(u"go"_s);
-    QCOMPARE(::kill(encoder.pid(), SIGCONT), 0);
-    QVERIFY(encoder.readToEnd());
-    QVERIFY(encoder.said().contains(quality));
-    QCOMPARE(encoder.waitForEnd(), 0);
-    QVERIFY(isGone(filter));
-}
-
-void TestLauncher::signalsToTheGroupAreTheEncodersAlone() {
-    LaunchedEncoder encoder(system(), job({"progress 1", "hang"}));
-    QVERIFY(encoder.waitFor("time=00:00:01.00"));
-    const pid_t filter = encoder.filter();
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGTSTP})
-        QCOMPARE(::kill(filter, number), 0);
-    QCOMPARE(::kill(encoder.pid(), SIGTERM), 0);
-    QVERIFY(encoder.readToEnd());
-    // Asked to end it says its last report all the same.
-    QVERIFY(encoder.said().contains(quality));
-    QVERIFY(encoder.said().endsWith("Exiting normally, received signal 15.\n"));
-    QCOMPARE(encoder.waitForEnd(), 255);
-    QVERIFY(isGone(filter));
-}
-
-void TestLauncher::endsWithItsEncoder_data() {
-    QTest::addColumn<int>("number");
-    QTest::newRow("killed") << SIGKILL;
-    QTest::newRow("crashed") << SIGSEGV;
-}
-
-void TestLauncher::endsWithItsEncoder() {
-    QFETCH(const int, number);
-    LaunchedEncoder encoder(system(),
-                            job({"progress 1", "print last words", "touch said", "hang"}));
-    QVERIFY(encoder.waitFor("time=00:00:01.00"));
-    QTRY_VERIFY(QFile::exists(path(u"said"_s)));
-    const pid_t filter = encoder.filter();
-    QCOMPARE(::kill(encoder.pid(), number), 0);
-    QVERIFY(encoder.readToEnd());
-    QVERIFY(encoder.said().endsWith("last words"));
-    QCOMPARE(encoder.waitForEnd(), -number);
-    QVERIFY(isGone(filter));
-}
-
-void TestLauncher::aGrandchildDoesNotHoldTheStream() {
-    LaunchedEncoder encoder(system(), job({"grandchild 25000", "summary 10"}));
-    QVERIFY(encoder.readToEnd()); // within 20 s
-    QVERIFY(encoder.said().contains(quality));
-    QCOMPARE(encoder.waitForEnd(), 0);
-}
-
-void TestLauncher::aReaderThatGoesAway() {
-    LaunchedEncoder encoder(system(),
-                            job({"progress 1", "wait-file go", "flood 1000000", "summary 10"}));
-    QVERIFY(encoder.waitFor("time=00:00:01.00"));
-    const pid_t filter = encoder.filter();
-    encoder.closeReadEnd();
-    QVERIFY(isGone(filter));
-    touch(u"go"_s);
-    // As when it writes to the closed stream itself.
-    QCOMPARE(encoder.waitForEnd(), 0);
-}
-
-void TestLauncher::aReaderThatDoesNotRead() {
-    LaunchedEncoder encoder(system(), job({"flood 3000000", "summary 10"}));
-    // Both pipes are full then, and nothing is gathered in between.
-    QTRY_VERIFY(encoder.filter() > 0 && encoder.bytesWaiting() > 60000 &&
-                stateOfProcess(encoder.pid()) == 'S' && stateOfProcess(encoder.filter()) == 'S');
-    const pid_t filter = encoder.filter();
-    QVERIFY(encoder.readToEnd());
-    QVERIFY(encoder.said().size() > 3000000);
-    QCOMPARE(encoder.said().count(quality), 1);
-    QCOMPARE(encoder.waitForEnd(), 0);
-    QVERIFY(isGone(filter));
-}
-
-void TestLauncher::aStreamThatDoesNotBlock() {
-    LaunchedEncoder encoder(system(), job({"flood 3000000", "summary 10"}),
-                            LaunchedEncoder::Stream::NonBlocking);
-    QTRY_VERIFY(encoder.bytesWaiting() > 60000);
-    QVERIFY(encoder.readToEnd());
-    QVERIFY(encoder.said().size() > 3000000);
-    QCOMPARE(encoder.said().count(quality), 1);
-    QCOMPARE(encoder.waitForEnd(), 0);
-}
-
-void TestLauncher::diesWithTheProgram_data() {
-    QTest::addColumn<QString>("mode");
-    QTest::newRow("running") << u"running"_s;
-    QTest::newRow("suspended") << u"suspended"_s;
-}
-
-void TestLauncher::diesWithTheProgram() {
-    QFETCH(const QString, mode);
-    QProcess host;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"PATH"_s, system());
-    host.setProcessEnvironment(environment);
-    // The stop comes to the launcher while it asks, or to the encoder; both end with the program.
-    host.start(QStringLiteral(REELSHIFT_CHILDPROCESS_HOST),
-               QStringList{mode, QStringLiteral(REELSHIFT_LAUNCHER)} +
-                   job({"progress 1", "touch begun", "hang"}));
-    QVERIFY(host.waitForStarted());
-    QTRY_VERIFY(host.canReadLine());
-    const pid_t encoder = host.readLine().trimmed().toInt();
-    QVERIFY(encoder > 0);
-    if (mode == u"running")
-        QTRY_VERIFY(QFile::exists(path(u"begun"_s)));
-    else
-        QCOMPARE(stateOfProcess(encoder), 'T');
-    QFile children(u"/proc/%1/task/%1/children"_s.arg(encoder));
-    QVERIFY(children.open(QIODevice::ReadOnly));
-    const QByteArrayList others = children.readAll().simplified().split(' ');
-    host.kill();
-    QVERIFY(isGone(encoder));
-    for (const QByteArray& each : others)
-        QVERIFY(each.isEmpty() || isGone(each.toInt()));
-    QVERIFY(host.state() == QProcess::NotRunning || host.waitForFinished());
 }
 
 REELSHIFT_TEST(tst_launcher, TestLauncher, QCoreApplication)

@@ -28,10 +28,6 @@ Q_DECLARE_METATYPE(ProcessEnd::How)
 
 namespace {
 
-int openDescriptors() {
-    return static_cast<int>(QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System).size());
-}
-
 /// Those that a started program would inherit.
 std::set<int> inheritedDescriptors() {
     std::set<int> result;
@@ -84,10 +80,6 @@ private Q_SLOTS:
     void closedStandardStreams();
     void statusIsKnownWhereChildrenAreIgnored();
     void outlivesTheThreadThatAskedForIt();
-    void launchesFromManyThreads();
-    void twoHundredLeaveNothingBehind();
-    void failedStartsLeaveNothingBehind();
-    void ownerTakesTheLivingAlong();
     void encoderIsFollowedToItsEnd();
 
 private:
@@ -453,65 +445,6 @@ void TestChildProcess::outlivesTheThreadThatAskedForIt() {
     QVERIFY(!isDead(child->processIdentifier()));
     QVERIFY(child->kill());
     QVERIFY(child->waitForEnd(longEnough));
-}
-
-void TestChildProcess::launchesFromManyThreads() {
-    std::atomic<int> ended = 0;
-    std::atomic<int> right = 0;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([&, i] {
-            for (int k = 0; k < 10; ++k) {
-                const int status = i * 10 + k;
-                const auto child = shell(u"exit %1"_s.arg(status), [&] { ++ended; });
-                const auto end = child->waitForEnd(longEnough);
-                right += end && end->how == How::Exited && end->code == status ? 1 : 0;
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    QCOMPARE(right.load(), 80);
-    processes_.reset();
-    QCOMPARE(ended.load(), 80);
-}
-
-void TestChildProcess::twoHundredLeaveNothingBehind() {
-    const int before = openDescriptors();
-    for (int i = 0; i < 200; ++i) {
-        const auto child = processes_->launch(u"/bin/true"_s, {});
-        QVERIFY(child->waitForEnd(longEnough));
-    }
-    QTRY_COMPARE(processes_->liveCount(), 0);
-    // The thread lets go of the last one a moment after it has told of its end.
-    QTRY_COMPARE(openDescriptors(), before);
-    QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1);
-}
-
-void TestChildProcess::failedStartsLeaveNothingBehind() {
-    const int before = openDescriptors();
-    for (int i = 0; i < 100; ++i)
-        (void)processes_->launch(u"/no/such/program"_s, {});
-    QTRY_COMPARE(openDescriptors(), before);
-    QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1);
-}
-
-void TestChildProcess::ownerTakesTheLivingAlong() {
-    std::atomic<int> ends = 0;
-    std::vector<pid_t> pids;
-    {
-        const auto running = sleeper([&] { ++ends; });
-        const auto suspended = sleeper([&] { ++ends; });
-        const auto deaf = shell(u"trap '' TERM INT HUP; exec sleep 300"_s, [&] { ++ends; });
-        QVERIFY(suspended->suspend());
-        for (const auto& child : {running, suspended, deaf})
-            pids.push_back(child->processIdentifier());
-        QCOMPARE(processes_->liveCount(), 3);
-    }
-    processes_.reset();
-    QCOMPARE(ends.load(), 3);
-    for (const pid_t pid : pids)
-        QCOMPARE(stateOfProcess(pid), '\0');
 }
 
 void TestChildProcess::encoderIsFollowedToItsEnd() {

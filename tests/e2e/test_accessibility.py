@@ -102,11 +102,16 @@ class Walk(ProgramTest):
         box = self.app.box(limit=60)
         wanted = [self.status(movie, key) for movie in ("a.mp4", "b.mp4")
                   for key in ("IDS_A11Y_ROW_PROGRESS", "IDS_TXT_STATUS_CONVERTED")]
-        window.wait_for(lambda: len(ear.said()) >= len(wanted), f"{wanted} to be said")
+        # On a busy machine the add takes its time, and is told as well.
+        adding = text("IDS_TXT_ADDING").split("%1")[0]
+
+        def said():
+            return [line for line in ear.said() if not line.startswith(adding)]
+        window.wait_for(lambda: len(said()) >= len(wanted), f"{wanted} to be said")
         self.keep("heard.txt", "\n".join(map(str, ear.listen())))
         self.keep("box.txt", window.describe(self.app.root()))
         # Nothing of each percentage.
-        self.assertEqual(wanted, ear.said())
+        self.assertEqual(wanted, said())
         message = box.message.split("\n")[0]
         window.wait_for(lambda: any(kind == "window:activate" and name.startswith(message)
                                     for kind, _, _, name in ear.listen()), "the end to be told")

@@ -24,6 +24,10 @@ CurlHandle::CurlHandle() {
     set(CURLOPT_NOSIGNAL, 1L);
     // A name look-up that nobody answers is left behind.
     set(CURLOPT_QUICK_EXIT, 1L);
+#if LIBCURL_VERSION_NUM >= 0x081400
+    // By the multi handle, since its threads look names up.
+    curl_multi_setopt(multi_.get(), CURLMOPT_QUICK_EXIT, 1L);
+#endif
 }
 
 CurlHandle::~CurlHandle() = default;

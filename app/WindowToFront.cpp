@@ -7,6 +7,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include <xcb/xcb.h>

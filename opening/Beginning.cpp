@@ -9,6 +9,7 @@
 #include <QLocale>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 

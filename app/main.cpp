@@ -76,6 +76,33 @@ void endWhereNothingIsAsked(AppDelegate& controller) {
     });
 }
 
+void nameApplication() {
+    QApplication::setApplicationName(appName);
+    QApplication::setApplicationDisplayName(QString());
+    // Windows that stand alone have it, too.
+    QApplication::setWindowIcon(applicationIcon());
+    QApplication::setDesktopFileName(programId);
+    QApplication::setApplicationVersion(QStringLiteral(REELSHIFT_VERSION));
+    // The controller quits when the last window has closed, after its clean-up.
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+/// What ends the program from outside of its window.
+void connectEnds(const QuitSignals& quitSignals, AppDelegate& controller) {
+    QObject::connect(&quitSignals, &QuitSignals::quitAsked, &controller, &AppDelegate::quit);
+    // Queued: the window that closes is not to be destroyed while it does, and may open a box yet.
+    QObject::connect(
+        qApp, &QApplication::lastWindowClosed, &controller,
+        [&controller] {
+            if (!isWindowOpen())
+                controller.quit();
+        },
+        Qt::QueuedConnection);
+    // When a session ends the program may not be asked again.
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &controller,
+                     &AppDelegate::rememberFolders, Qt::DirectConnection);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -86,14 +113,7 @@ int main(int argc, char* argv[]) {
     std::optional<NoDisplay> noDisplay(beginning.noDisplay);
     QApplication application(argc, argv);
     noDisplay.reset();
-    QApplication::setApplicationName(appName);
-    QApplication::setApplicationDisplayName(QString());
-    // Windows that stand alone have it, too.
-    QApplication::setWindowIcon(applicationIcon());
-    QApplication::setDesktopFileName(programId);
-    QApplication::setApplicationVersion(QStringLiteral(REELSHIFT_VERSION));
-    // The controller quits when the last window has closed, after its clean-up.
-    QApplication::setQuitOnLastWindowClosed(false);
+    nameApplication();
 
     const bool isService = beginning.line.wish == CommandLine::Wish::Service;
     BusApplication bus;
@@ -127,19 +147,7 @@ int main(int argc, char* argv[]) {
                         update});
     AppDelegate controller(parts);
     const QuitSignals signals_;
-    QObject::connect(&signals_, &QuitSignals::quitAsked, &controller, &AppDelegate::quit);
-    // Queued: the window that closes is not to be destroyed while it does, and may open a box yet.
-    QObject::connect(
-        &application, &QApplication::lastWindowClosed, &controller,
-        [&controller] {
-            if (!isWindowOpen())
-                controller.quit();
-        },
-        Qt::QueuedConnection);
-
-    // When a session ends the program may not be asked again.
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &controller,
-                     &AppDelegate::rememberFolders, Qt::DirectConnection);
+    connectEnds(signals_, controller);
 
     OpenedMovies opened({parts.mainThread, parts.gate, parts.state, parts.window, parts.addFiles});
     const HelpMenu help({parts.mainThread, parts.gate, parts.processes, parts.files,

@@ -8,8 +8,10 @@ public:
     static constexpr int pauseRequested = -2; ///< the encoder is suspended at its next word
     static constexpr int stoppingPaused = -3;
 
+    // Both without a word: it is that number.
+    // NOLINTNEXTLINE(google-explicit-constructor)
     constexpr ConvertingIndex(int number = noRow) : number_(number) {}
-
+    // NOLINTNEXTLINE(google-explicit-constructor)
     constexpr operator int() const { return number_; }
     [[nodiscard]] constexpr bool isRow() const { return number_ >= 0; }
     [[nodiscard]] constexpr bool isNone() const { return number_ == noRow; }

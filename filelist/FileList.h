@@ -132,7 +132,7 @@ public:
     const std::vector<int>& convertedFileList = convertedFileList_;
     const std::vector<PausedTask>& pausedList = pausedList_;
     std::vector<int> filePausedId; ///< kept: the program never fills it
-    const QStringList name;        ///< kept: empty, the shown name is the record's
+    const QStringList name{};      ///< kept: empty, the shown name is the record's
 
     const QStringList& comboBoxItems = comboBoxItems_; ///< internal profile names
     const QStringList& cmbItems = cmbItems_;           ///< shown profile names, in the same order

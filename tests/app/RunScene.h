@@ -4,6 +4,8 @@
 #include "convert/Job.h"
 #include "filelist/StatusWords.h"
 
+#include <QAbstractButton>
+
 #include <functional>
 
 // Names of movies, and a size that some of them are given.
@@ -31,6 +33,10 @@ public:
     Q_DISABLE_COPY_MOVE(RunScene)
 
     ControllerFixture program;
+
+    [[nodiscard]] QAbstractButton* button(const char* name) {
+        return program.widget<QAbstractButton>(name);
+    }
 
     // The list.
     void add(const QStringList& names);

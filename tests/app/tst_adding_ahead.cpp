@@ -43,9 +43,9 @@ QStringList names(ControllerFixture& program) {
     return found;
 }
 
-const QString a = QStringLiteral("a.mp4");
-const QString b = QStringLiteral("b.mp4");
-const QString c = QStringLiteral("c.mp4");
+const QString nameA = QStringLiteral("a.mp4");
+const QString nameB = QStringLiteral("b.mp4");
+const QString nameC = QStringLiteral("c.mp4");
 
 } // namespace
 
@@ -70,8 +70,8 @@ void TestAddingAhead::initTestCase() {
 
 void TestAddingAhead::theNextOneIsExaminedMeanwhile() {
     ControllerFixture program;
-    const QString first = waitingMovie(program, a);
-    const QString second = waitingMovie(program, b);
+    const QString first = waitingMovie(program, nameA);
+    const QString second = waitingMovie(program, nameB);
     once([&] { return isSeen(first) && isSeen(second); },
          [&] {
              QCOMPARE(program.files().rowCount(), 1);
@@ -82,7 +82,7 @@ void TestAddingAhead::theNextOneIsExaminedMeanwhile() {
     once([&] { return starts(program, second) == 2 && program.processes().liveCount() < 2; },
          [&] { letGo(first); });
     program.add({first, second});
-    QCOMPARE(names(program), (QStringList{a, b}));
+    QCOMPARE(names(program), (QStringList{nameA, nameB}));
     QCOMPARE(program.files().idList, (std::vector<int>{1, 2}));
     QCOMPARE(starts(program, first), 2);
     QCOMPARE(starts(program, second), 2);
@@ -92,12 +92,12 @@ void TestAddingAhead::theNextOneIsExaminedMeanwhile() {
 void TestAddingAhead::aFileThatHasChangedIsExaminedAgain() {
     ControllerFixture program;
     program.state().probe.duration = QStringLiteral("00:00:01.00"); // one look is enough
-    const QString first = waitingMovie(program, a);
+    const QString first = waitingMovie(program, nameA);
     const QString second =
-        program.movie(b).probeSteps({"touch b.mp4.seen", "report size=1280x720"}).write();
+        program.movie(nameB).probeSteps({"touch b.mp4.seen", "report size=1280x720"}).write();
     once([&] { return isSeen(second) && program.processes().liveCount() == 1; },
          [&] {
-             program.movie(b).probeSteps({"report size=1920x1080"}).write();
+             program.movie(nameB).probeSteps({"report size=1920x1080"}).write();
              letGo(first);
          });
     program.add({first, second});
@@ -108,17 +108,17 @@ void TestAddingAhead::aFileThatHasChangedIsExaminedAgain() {
 void TestAddingAhead::nothingGoesOnAfterAnEarlyEnd() {
     ControllerFixture program;
     const QString bad =
-        program.movie(a).probeSteps({"wait-file a.mp4.go", "report video=h264"}).write();
-    const QString next = waitingMovie(program, b);
+        program.movie(nameA).probeSteps({"wait-file a.mp4.go", "report video=h264"}).write();
+    const QString next = waitingMovie(program, nameB);
     once([&] { return isSeen(next); }, [&] { letGo(bad); });
-    program.add({bad, next, waitingMovie(program, c)});
+    program.add({bad, next, waitingMovie(program, nameC)});
     QCOMPARE(program.files().rowCount(), 0);
     QTRY_COMPARE(program.processes().liveCount(), 0);
     QCOMPARE(program.state().itemId, qint64{1});
     // Added again it is examined afresh.
     letGo(next);
     program.add({next});
-    QCOMPARE(names(program), QStringList{b});
+    QCOMPARE(names(program), QStringList{nameB});
 }
 
 void TestAddingAhead::theQuestionComesFirst() {
@@ -126,9 +126,9 @@ void TestAddingAhead::theQuestionComesFirst() {
     const QString card = program.path(QStringLiteral("card"));
     QVERIFY(QDir().mkpath(card));
     program.volumes.table[card].removable = true;
-    const QString first = waitingMovie(program, a);
-    const QString onCard = ScriptedMovie(card, b).write();
-    const QString behind = program.movie(c).write();
+    const QString first = waitingMovie(program, nameA);
+    const QString onCard = ScriptedMovie(card, nameB).write();
+    const QString behind = program.movie(nameC).write();
     // The thread that looks ahead has been there.
     once([&] { return isSeen(first) && program.volumes.asked().contains(card); },
          [&] { letGo(first); });
@@ -138,14 +138,14 @@ void TestAddingAhead::theQuestionComesFirst() {
     });
     program.add({first, onCard, behind});
     QVERIFY(program.boxes.allKept());
-    QCOMPARE(names(program), (QStringList{a, b, c}));
+    QCOMPARE(names(program), (QStringList{nameA, nameB, nameC}));
 }
 
 void TestAddingAhead::theQuestionWasAnsweredForAll() {
     ControllerFixture program;
     program.volumes.table[program.movies()].removable = true;
-    const QString first = waitingMovie(program, a);
-    const QString second = waitingMovie(program, b);
+    const QString first = waitingMovie(program, nameA);
+    const QString second = waitingMovie(program, nameB);
     program.boxes.promise(1001, true);
     once([&] { return isSeen(first) && isSeen(second); },
          [&] {
@@ -154,20 +154,20 @@ void TestAddingAhead::theQuestionWasAnsweredForAll() {
          });
     program.add({first, second});
     QVERIFY(program.boxes.allKept());
-    QCOMPARE(names(program), (QStringList{a, b}));
+    QCOMPARE(names(program), (QStringList{nameA, nameB}));
 }
 
 void TestAddingAhead::aDeadShareHoldsNoOtherMovieUp() {
     ControllerFixture program;
     const QString share = program.path(QStringLiteral("share"));
     QVERIFY(QDir().mkpath(share));
-    const QString first = program.movie(a).write();
-    const QString onShare = ScriptedMovie(share, b).write();
+    const QString first = program.movie(nameA).write();
+    const QString onShare = ScriptedMovie(share, nameB).write();
     program.volumes.hold(share);
-    once([&] { return names(program) == (QStringList{a}) && program.state().itemId == 2; },
+    once([&] { return names(program) == (QStringList{nameA}) && program.state().itemId == 2; },
          [&] { program.volumes.release(); });
     program.add({first, onShare});
-    QCOMPARE(names(program), (QStringList{a, b}));
+    QCOMPARE(names(program), (QStringList{nameA, nameB}));
 }
 
 REELSHIFT_TEST(tst_adding_ahead, TestAddingAhead, QApplication)

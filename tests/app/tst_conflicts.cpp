@@ -1,7 +1,9 @@
 #include "TestProgram.h"
 #include "app/RunChecks.h"
+#include "app/RunScene.h"
 
 #include <QApplication>
+#include <QFile>
 
 #include <filesystem>
 
@@ -41,6 +43,9 @@ private Q_SLOTS:
     void aSourceThatComesBackIsTriedAgain();
     void aSourceThatStaysAwayIsAskedForAgain();
     void aMissingSourceComesBeforeAConflict();
+    void forAllAtAConflictAndThenAnError();
+    void skipAtAConflictWithTwoMoreQueued();
+    void cancelAtAConflict();
 
 private:
     static QStringList write(const ControllerFixture& program, std::initializer_list<const char*>);
@@ -383,6 +388,64 @@ void TestConflicts::aMissingSourceComesBeforeAConflict() {
     QCOMPARE(program.boxes.messages(),
              textsOf({"IDS_TXT_POPUP_SOURCE_UNAVAILABLE", "IDS_TXT_POPUP_OPERATION_SUCCESSFUL"}));
     QCOMPARE(contentOf(outputOf(program, "a")), QByteArray("old"));
+}
+
+void TestConflicts::forAllAtAConflictAndThenAnError() {
+    RunScene scene;
+    QFile older(scene.output(a));
+    QVERIFY(older.open(QIODevice::WriteOnly));
+    scene.add({a});
+    scene.addScript(
+        b, {QStringLiteral("create"), QStringLiteral("progress 1"), QStringLiteral("exit 1")});
+    scene.add({c});
+    scene.program.boxes.promise(1003, true); // replace, for all
+    scene.goToEnd(a);
+    scene.program.boxes.promise(1001);
+    scene.program.click("btnConvertFile");
+    QVERIFY(eventually([&] { return scene.program.boxes.allKept(); }));
+    QVERIFY(scene.program.boxes.seen.last().message.startsWith(text("IDS_TXT_POPUP_ERROR")));
+    QVERIFY(scene.end({c}));
+    QVERIFY(scene.hasOutput(a));
+    QVERIFY(scene.hasOutput(c));
+    QCOMPARE(scene.names(), QStringList{b});
+}
+
+void TestConflicts::skipAtAConflictWithTwoMoreQueued() {
+    RunScene scene;
+    QFile older(scene.output(a));
+    QVERIFY(older.open(QIODevice::WriteOnly));
+    scene.add({a, b, c});
+    scene.program.boxes.promise(1002);
+    scene.program.click("btnConvertFile");
+    QVERIFY(eventually([&] { return scene.program.boxes.allKept(); }));
+    QVERIFY(eventually([&] { return scene.program.encodes().size() == 1; }));
+    QVERIFY(scene.waitForPercent(1, 10));
+    QCOMPARE(scene.program.state().convertingIndex, 1);
+    // The launch without arguments is no job: the next one can be paused beside it.
+    QVERIFY(scene.pause(1, b));
+    QCOMPARE(scene.encoderState(), 'T');
+    scene.program.clickRowButton(1);
+    QVERIFY(scene.end({b, c}));
+    QCOMPARE(scene.names(), QStringList{a});
+    QVERIFY(scene.hasOutput(b));
+    QVERIFY(scene.hasOutput(c));
+    QCOMPARE(QFile(scene.output(a)).size(), 0);
+    QVERIFY(scene.ranAlone());
+}
+
+void TestConflicts::cancelAtAConflict() {
+    RunScene scene;
+    QFile older(scene.output(a));
+    QVERIFY(older.open(QIODevice::WriteOnly));
+    scene.add({a, b});
+    scene.program.boxes.promise(1000);
+    scene.program.click("btnConvertFile");
+    QVERIFY(eventually([&] { return scene.program.boxes.allKept(); }));
+    QVERIFY(scene.program.waitUntilIdle());
+    QVERIFY(scene.program.encodes().isEmpty());
+    QVERIFY(scene.hasOutput(a));
+    QCOMPARE(scene.names(), (QStringList{a, b}));
+    QVERIFY(scene.button("btnConvertFile")->isEnabled());
 }
 
 REELSHIFT_TEST(tst_conflicts, TestConflicts, QApplication)

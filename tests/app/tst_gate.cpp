@@ -3,8 +3,10 @@
 #include "app/RunScene.h"
 #include "platform/MainThread.h"
 #include "table/FileTableColumns.h"
+#include "table/FileTableModel.h"
 #include "table/FileTableView.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
@@ -28,8 +30,11 @@ private Q_SLOTS:
     void aPressUnderABoxThatClosesMeanwhile();
     void putOffInAWaitAndLookedAtAfresh();
     void aPutOffRowButtonThatHasAnotherMeaning();
+    void actionsDuringARun();
+    void actionsInsideAWait();
 
 private:
+    static void pressAll(RunScene& scene);
     static FileTableView& table(RunScene& scene);
     static void press(RunScene& scene, int row, TableColumn column);
     static void choose(RunScene& scene, int item);
@@ -198,6 +203,56 @@ void TestGate::aPutOffRowButtonThatHasAnotherMeaning() {
     QCOMPARE(scene.program.state().convertingIndex, 0);
     QVERIFY(scene.end({a}));
     QVERIFY(scene.hasOutput(a));
+}
+
+// By key and through the accessibility tree, and by what needs neither.
+void TestGate::pressAll(RunScene& scene) {
+    for (const char* name : {"btnAddFile", "btnConvertFile", "btnSelectFolder"}) {
+        QAbstractButton* const each = scene.button(name);
+        QTest::keyClick(each, Qt::Key_Space);
+        QAccessible::queryAccessibleInterface(each)->actionInterface()->doAction(
+            QAccessibleActionInterface::pressAction());
+    }
+}
+
+void TestGate::actionsDuringARun() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    const std::vector<int> queue = scene.program.files().conversionTaskList;
+    pressAll(scene);
+    scene.program.mainThread().waitFor(200ms); // an accessible press lasts 100 ms
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(scene.program.files().conversionTaskList, queue);
+    FileTableModel& model = *scene.program.window().findChild<FileTableView*>()->fileModel();
+    model.setData(model.index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+    QTest::keyClick(scene.button("btnRemoveFile"), Qt::Key_Space);
+    QCOMPARE(scene.names(), QStringList{a});
+    QVERIFY(scene.end({a}));
+    QCOMPARE(scene.program.encodes().size(), 1);
+}
+
+void TestGate::actionsInsideAWait() {
+    RunScene scene;
+    scene.add({a, b});
+    bool nothingYet = false;
+    QTimer::singleShot(0, this, [&] {
+        // The run takes the movie that was dropped before it, and Remove File looks afresh: by
+        // then the run is on and its rows are checked.
+        scene.program.drop({scene.program.movie(QStringLiteral("d.mp4")).write()});
+        QTest::keyClick(scene.button("btnConvertFile"), Qt::Key_Space);
+        QTest::keyClick(scene.button("btnSelectFolder"), Qt::Key_Space);
+        nothingYet =
+            scene.program.files().rowCount() == 2 && !scene.program.state().isConversionRunning;
+    });
+    scene.program.mainThread().waitFor(20ms);
+    QVERIFY(nothingYet);
+    QVERIFY(eventually([&] { return scene.program.state().isConversionRunning; }));
+    QCOMPARE(scene.program.files().rowCount(), 3);
+    QCOMPARE(scene.program.files().conversionTaskList.size(), size_t(3));
+    QVERIFY(!QApplication::activeModalWidget()); // Select Folder is disabled by then
+    QVERIFY(scene.end({a, b}));
+    QVERIFY(scene.hasOutput(QStringLiteral("d")));
 }
 
 REELSHIFT_TEST(tst_gate, TestGate, QApplication)

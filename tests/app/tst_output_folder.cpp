@@ -1,5 +1,6 @@
 #include "TestProgram.h"
 #include "app/ControllerFixture.h"
+#include "app/OutputFolder.h"
 #include "app/PanelDriver.h"
 #include "app/RunChecks.h"
 #include "platform/MainThread.h"

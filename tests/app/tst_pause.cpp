@@ -46,6 +46,7 @@ private Q_SLOTS:
     void quitWhilePaused();
     void idsOfPausedFilesAreOnlyLogged();
     void aReorderedListPausesAndResumes();
+    void anotherRowIsClickedBeforeThePause();
 };
 
 void TestPause::aPausedEncoderIsSuspendedAndGoesOn() {
@@ -439,6 +440,31 @@ void TestPause::aReorderedListPausesAndResumes() {
     QVERIFY(!scene.hasOutput(a));
     QVERIFY(scene.hasOutput(b));
     QVERIFY(scene.ranAlone());
+}
+
+void TestPause::anotherRowIsClickedBeforeThePause() {
+    RunScene scene;
+    scene.add({a, b});
+    FileTableView& table = *scene.program.window().findChild<FileTableView*>();
+    const auto click = [&](int row, TableColumn column) {
+        const QModelIndex cell = table.fileModel()->index(row, static_cast<int>(column));
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(cell).center());
+    };
+    QVERIFY(scene.begin());
+    click(0, TableColumn::Im);
+    QVERIFY(eventually(
+        [&] { return scene.program.state().convertingIndex == ConvertingIndex::pauseRequested; }));
+    click(1, TableColumn::Name);
+    QCOMPARE(table.selectedRow(), 1);
+    scene.go(a, 1);
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPS; }));
+    click(0, TableColumn::Im);
+    QVERIFY(eventually([&] { return scene.program.status(0) == status::STATPR; }));
+    scene.go(a, 2);
+    QVERIFY(scene.waitForPercent(0, 30));
+    QVERIFY(scene.end({a, b}));
+    QVERIFY(scene.hasOutput(a));
+    QVERIFY(scene.hasOutput(b));
 }
 
 REELSHIFT_TEST(tst_pause, TestPause, QApplication)

@@ -2,10 +2,13 @@
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
 #include "app/RunChecks.h"
+#include "app/RunScene.h"
 #include "convert/ConversionEngine.h"
 #include "platform/ChildProcess.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QTimer>
 
 namespace {
 
@@ -34,6 +37,9 @@ private Q_SLOTS:
     void aWaitingRowThatNamesItsOwnSource();
     void theLastWindowClosedKeepsTheFolders();
     void theSessionEndsUnderABox();
+    void closeUnderABox();
+    void closeWhilePaused();
+    void endedUnderABox();
 
 private:
     template <typename When> static int runUntilQuit(ControllerFixture& program, When when);
@@ -308,6 +314,55 @@ void TestQuit::theSessionEndsUnderABox() {
     QVERIFY(QFile::exists(program.documents() + QStringLiteral("/default_hevc_path.txt")));
     program.quit();
     QVERIFY(program.encodes().isEmpty());
+}
+
+void TestQuit::closeUnderABox() {
+    RunScene scene;
+    scene.add({a});
+    QVERIFY(scene.begin());
+    MainWindow& window = scene.program.window();
+    scene.program.boxes.promise(1000, false, [&] { window.close(); });
+    scene.program.click("btnStop");
+    QVERIFY(window.isVisible());
+    QVERIFY(scene.end({a}));
+    QVERIFY(window.isVisible());
+    window.close();
+    QVERIFY(!window.isVisible());
+}
+
+void TestQuit::closeWhilePaused() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    QVERIFY(scene.pause(0, a));
+    const qint64 pid = scene.encoderPid();
+    scene.program.window().close();
+    QVERIFY(!scene.program.window().isVisible());
+    scene.program.app().quit(); // as the closing of the last window does it
+    scene.program.quit();
+    QCOMPARE(processState(pid), '\0');
+    QVERIFY(!scene.hasOutput(a));
+}
+
+void TestQuit::endedUnderABox() {
+    RunScene scene;
+    scene.add({a, b});
+    QVERIFY(scene.begin());
+    const qint64 pid = scene.encoderPid();
+    QTimer underTheBox;
+    connect(&underTheBox, &QTimer::timeout, this, [&] {
+        if (scene.program.boxes.seen.isEmpty())
+            return;
+        underTheBox.stop();
+        scene.program.app().quit();
+    });
+    underTheBox.start(1);
+    scene.program.click("btnStop");
+    QVERIFY(!QApplication::activeModalWidget());
+    scene.program.quit();
+    QCOMPARE(processState(pid), '\0');
+    QVERIFY(!scene.hasOutput(a));
+    QVERIFY(QFile::exists(scene.source(a)));
 }
 
 REELSHIFT_TEST(tst_quit, TestQuit, QApplication)

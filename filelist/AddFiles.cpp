@@ -36,15 +36,22 @@ void AddFiles::beforePanel() {
 }
 
 void AddFiles::addPicked(const QStringList& paths) {
-    parts_.watch.begin();
+    begin();
     const auto over = qScopeGuard([this] { parts_.watch.end(); });
     addAll(paths, Origin::Panel);
 }
 
 void AddFiles::addDropped(const QStringList& paths) {
-    parts_.watch.begin();
+    begin();
     const auto over = qScopeGuard([this] { parts_.watch.end(); });
     addAll(withoutFolders(paths), Origin::Drop);
+}
+
+void AddFiles::begin() {
+    // A closing that was asked for before, and that a box has swallowed, must not end this add.
+    parts_.window.forgetClose();
+    wordsAtTheEnd_.clear();
+    parts_.watch.begin();
 }
 
 QStringList AddFiles::withoutFolders(const QStringList& paths) {
@@ -64,8 +71,6 @@ void AddFiles::tellOfFolders(const FolderMovies& found) {
 }
 
 void AddFiles::addAll(const QStringList& paths, Origin origin) {
-    // A closing that was asked for before, and that a box has swallowed, must not end this add.
-    parts_.window.forgetClose();
     unsupportedTold_ = false;
     parts_.window.setRemoveEnabled(true);
     AddAhead ahead(paths, isLookedAtTwice(), parts_.ahead);

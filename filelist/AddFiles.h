@@ -55,6 +55,7 @@ private:
     enum class Origin { Panel, Drop };
     enum class Next { GoOn, Stop };
 
+    void begin();
     void addAll(const QStringList& paths, Origin origin);
     [[nodiscard]] QStringList withoutFolders(const QStringList& paths);
     void tellOfFolders(const FolderMovies& found);

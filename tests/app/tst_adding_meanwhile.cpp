@@ -11,6 +11,7 @@
 #include "widgets/QuietLine.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
@@ -57,6 +58,7 @@ private Q_SLOTS:
     void nothingGoesThroughUnderTheBox();
     void windowClosedMeanwhile();
     void windowClosedWhileARefusedMovieIsExamined();
+    void windowClosedWhileAFolderIsLookedThrough();
     void aLongAddTellsHowFarItIs();
     void escapeEndsTheAdd();
     void escapeUnderABoxIsTheBoxs();
@@ -198,6 +200,25 @@ void TestAddingMeanwhile::windowClosedWhileARefusedMovieIsExamined() {
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.files().rowCount(), 1);
     QVERIFY(areInStep(program.files()));
+}
+
+void TestAddingMeanwhile::windowClosedWhileAFolderIsLookedThrough() {
+    ControllerFixture program;
+    (void)program.movie(QStringLiteral("a.mp4")).write();
+    (void)program.movie(QStringLiteral("b.mp4")).write();
+    for (int number = 0; number < 200; ++number)
+        QVERIFY(QDir().mkpath(program.movies() + QStringLiteral("/%1").arg(number)));
+    // The first turn of the main loop is that of the wait for the folder.
+    QTimer::singleShot(0, &program.window(), [&] {
+        QVERIFY(program.mainThread().isWaiting());
+        QCOMPARE(program.state().itemId, qint64{0});
+        program.window().close();
+        QVERIFY(program.window().isVisible());
+    });
+    program.drop({program.movies()});
+    QTRY_VERIFY(!program.window().isVisible());
+    QCOMPARE(program.files().rowCount(), 0);
+    QCOMPARE(program.state().itemId, qint64{0});
 }
 
 void TestAddingMeanwhile::aLongAddTellsHowFarItIs() {

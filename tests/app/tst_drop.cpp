@@ -1,6 +1,7 @@
 #include "TestProgram.h"
 #include "app/AddChecks.h"
 #include "app/Drops.h"
+#include "filelist/FolderMovies.h"
 #include "filelist/ProgressObject.h"
 #include "platform/MainThread.h"
 #include "table/RowDrag.h"
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void foldersAndMissingFiles();
     void aFolderStandsForItsMovies();
     void aFolderWithoutMoviesSaysSo();
+    void whatWasToBeSaidOfAFolderGoesWithItsAdd();
     void aThousandAtOnce();
     void duringTheAddTheNextDropIsPutOff();
     void aRunThatBeganMeanwhileRefuses();
@@ -365,6 +367,20 @@ void TestDrop::aFolderWithoutMoviesSaysSo() {
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.state().itemId, 0);
     QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
+}
+
+void TestDrop::whatWasToBeSaidOfAFolderGoesWithItsAdd() {
+    ControllerFixture program;
+    const QString sizeless = program.movie(u"0.mp4"_s).probe(u"hevc"_s, u"none"_s).write();
+    for (int number = 1; number <= FolderMovies::most; ++number)
+        writeContent(program.movies() % u"/%1.mp4"_s.arg(number), QByteArray());
+    program.boxes.promise(okAnswer);
+    program.drop({program.movies()});
+    const auto line = [&] { return program.widget<QuietLine>("quietLine")->line(); };
+    QVERIFY(line().startsWith(text("IDS_TXT_ADD_ENDED").arg(u"0.mp4"_s)));
+    program.drop({program.movie(u"good.mp4"_s).write()});
+    QCOMPARE(program.files().rowCount(), 1);
+    QCOMPARE(line(), QString());
 }
 
 void TestDrop::aThousandAtOnce() {

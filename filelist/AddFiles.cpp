@@ -108,7 +108,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
     const MovieFile file = lookAt(path);
     if (volumeIsRefused(file.volume))
         return Next::Stop;
-    if (storedAnswer())
+    if (const auto stored = storedAnswer(); stored && *stored != boxanswer::first)
         ahead.allowRemovable();
     parts_.probe.setExamination(ahead.examine(index, file));
     const auto forget = qScopeGuard([this] { parts_.probe.setExamination({}); });

@@ -60,6 +60,7 @@ private Q_SLOTS:
     void nothingGoesOnAfterAnEarlyEnd();
     void theQuestionComesFirst();
     void theQuestionWasAnsweredForAll();
+    void aRefusalForAllIsKnownAhead();
     void aDeadShareHoldsNoOtherMovieUp();
 };
 
@@ -155,6 +156,23 @@ void TestAddingAhead::theQuestionWasAnsweredForAll() {
     program.add({first, second});
     QVERIFY(program.boxes.allKept());
     QCOMPARE(names(program), (QStringList{nameA, nameB}));
+}
+
+void TestAddingAhead::aRefusalForAllIsKnownAhead() {
+    ControllerFixture program;
+    const QString card = program.path(QStringLiteral("card"));
+    QVERIFY(QDir().mkpath(card));
+    program.volumes.table[card].removable = true;
+    program.state().checkStatusForSdCardDelay = true;
+    program.state().resultStoredForSdCardDelay = 1000;
+    const QString first = waitingMovie(program, a);
+    const QString onCard = ScriptedMovie(card, b).write();
+    once([&] { return isSeen(first) && program.volumes.asked().contains(card); },
+         [&] { letGo(first); });
+    program.drop({first, onCard});
+    QVERIFY(program.boxes.seen.isEmpty());
+    QCOMPARE(names(program), QStringList{a});
+    QCOMPARE(starts(program, onCard), 0);
 }
 
 void TestAddingAhead::aDeadShareHoldsNoOtherMovieUp() {

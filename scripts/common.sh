@@ -31,6 +31,7 @@ TEST_PACKAGES=(
     fonts-cantarell
     fonts-liberation
     grim
+    libglib2.0-bin
     libimage-exiftool-perl
     python3-dbusmock
     sway

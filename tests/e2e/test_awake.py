@@ -106,8 +106,10 @@ class Awake(ProgramTest):
                                       "the session to be asked")
         self.assertEqual([13], [int(arguments[1]) for arguments in inhibitions])
         # The user looks at something else: another window of the kind.
-        with unittest.mock.patch.dict(os.environ, DISPLAY="unix" + os.environ["DISPLAY"]):
-            other = self.start()  # called so, the display is that of another session
+        # Called so, the display is that of another session.
+        with unittest.mock.patch.dict(os.environ,
+                                      DISPLAY=os.environ["DISPLAY"].replace(":", ":0", 1)):
+            other = self.start()
         window.wait_for(lambda: window.has_state(other.window(), window.Atspi.StateType.ACTIVE),
                         "the other window to be active")
         self.app.box(limit=60)

@@ -197,7 +197,7 @@ class Opening(ProgramTest):
         self.app.process.send_signal(signal.SIGSTOP)
         self.addCleanup(self.app.process.send_signal, signal.SIGCONT)
         other, seconds = self.start_own(movie)
-        self.assertGreater(seconds, PATIENCE)
+        self.assertGreater(seconds, 0.9 * PATIENCE)  # seen from another process
         window.wait_for(lambda: other.row_count() == 1, "the movie in the second window", 60)
         self.app.process.send_signal(signal.SIGCONT)
         self.app.window()

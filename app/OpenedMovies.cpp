@@ -11,6 +11,7 @@
 #include "widgets/Announcer.h"
 #include "widgets/ForeignText.h"
 
+#include <QApplication>
 #include <QUrl>
 
 #include <utility>
@@ -52,7 +53,9 @@ void OpenedMovies::addWaiting() {
         return;
     }
     tellWaiting();
-    if (parts_.state.isConversionRunning || !parts_.gate.isOpen())
+    // An add would keep the input from an open list, and that keeps it from the desktop.
+    if (parts_.state.isConversionRunning || !parts_.gate.isOpen() ||
+        QApplication::activePopupWidget())
         return;
     timer_.stop();
     const QStringList paths = std::exchange(waiting_, {});

@@ -164,6 +164,25 @@ class Opening(ProgramTest):
         panel.cancel()
         self.wait_for_names("first.mp4", "second.mp4")
 
+    def test_under_an_open_list_it_waits(self):
+        silent = self.movie_path("silent.mp4")
+        os.mkfifo(silent)
+        qualities = window.find(self.app.window(), window.Role.COMBO_BOX)
+
+        def shown():
+            return [node for node in window.descendants(qualities, into_tables=True)
+                    if node.get_role() == window.Role.LIST_ITEM
+                    and window.has_state(node.get_parent(), window.Atspi.StateType.SHOWING)]
+        window.click(qualities)
+        items = window.wait_for(shown, "the list of qualities to open")
+        self.assert_handed_over(silent)
+        with self.assertRaises(window.Timeout):
+            window.wait_for(self.app.encoders, "no examination to begin", 1)
+        # An add would keep the click from the list, and the list all others from the desktop.
+        window.click(items[1])
+        window.wait_for(lambda: not shown(), "the list to close", 5)
+        window.wait_for(self.app.encoders, "the examination to begin")
+
     def test_in_a_run_it_waits_for_the_end(self):
         self.app.add_all(make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=20))
         line = text("IDS_TXT_OPENED_LATER")

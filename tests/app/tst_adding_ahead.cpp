@@ -165,13 +165,13 @@ void TestAddingAhead::aRefusalForAllIsKnownAhead() {
     program.volumes.table[card].removable = true;
     program.state().checkStatusForSdCardDelay = true;
     program.state().resultStoredForSdCardDelay = 1000;
-    const QString first = waitingMovie(program, a);
-    const QString onCard = ScriptedMovie(card, b).write();
+    const QString first = waitingMovie(program, nameA);
+    const QString onCard = ScriptedMovie(card, nameB).write();
     once([&] { return isSeen(first) && program.volumes.asked().contains(card); },
          [&] { letGo(first); });
     program.drop({first, onCard});
     QVERIFY(program.boxes.seen.isEmpty());
-    QCOMPARE(names(program), QStringList{a});
+    QCOMPARE(names(program), QStringList{nameA});
     QCOMPARE(starts(program, onCard), 0);
 }
 

@@ -141,6 +141,8 @@ class Awake(ProgramTest):
         self.assertEqual(1, len(self.app.encoders()))
         self.press_row_button(0)
         self.wait_for_locks(self.lock, "the lock again")
+        window.wait_for(lambda: len(self.desktop.calls(self.desktop.portal, "Inhibit")) == 2,
+                        "the session to be asked again")
         self.app.terminate()
         self.app.wait_until_ended()
         self.wait_for_locks([], "no lock after the end")

@@ -216,7 +216,7 @@ class Opening(ProgramTest):
         self.app.process.send_signal(signal.SIGSTOP)
         self.addCleanup(self.app.process.send_signal, signal.SIGCONT)
         other, seconds = self.start_own(movie)
-        self.assertGreater(seconds, 0.9 * PATIENCE)  # seen from another process
+        self.assertGreater(seconds, 0.95 * PATIENCE)  # which the toolkit counts with that error
         window.wait_for(lambda: other.row_count() == 1, "the movie in the second window", 60)
         self.app.process.send_signal(signal.SIGCONT)
         self.app.window()

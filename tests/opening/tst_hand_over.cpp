@@ -123,7 +123,7 @@ void TestHandOver::oneThatHangs() {
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(ask(movies), HandOver::NotTaken); // on the thread that would have to answer
-    QVERIFY(timer.elapsed() >= 400); // of 600 ms, which are counted apart on both sides of the bus
+    QVERIFY(timer.elapsed() >= 570); // the toolkit counts 600 ms with an error of a twentieth
     QVERIFY(timer.elapsed() < 5000);
 }
 

@@ -2,6 +2,7 @@
 #include "app/HelpMenu.h"
 #include "app/OpenedMovies.h"
 #include "app/ProgramParts.h"
+#include "app/SessionEnd.h"
 #include "app/Version.h"
 #include "app/WindowToFront.h"
 #include "convert/NoteFile.h"
@@ -24,7 +25,6 @@
 
 #include <QApplication>
 #include <QLocale>
-#include <QSessionManager>
 #include <QTimer>
 #include <QWidget>
 
@@ -98,9 +98,6 @@ void connectEnds(const QuitSignals& quitSignals, AppDelegate& controller) {
                 controller.quit();
         },
         Qt::QueuedConnection);
-    // When a session ends the program may not be asked again.
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &controller,
-                     &AppDelegate::rememberFolders, Qt::DirectConnection);
 }
 
 } // namespace
@@ -148,6 +145,7 @@ int main(int argc, char* argv[]) {
     AppDelegate controller(parts);
     const QuitSignals signals_;
     connectEnds(signals_, controller);
+    const SessionEnd sessionEnd({controller, parts.mainThread, parts.state, parts.window});
 
     OpenedMovies opened({parts.mainThread, parts.gate, parts.state, parts.window, parts.addFiles});
     const HelpMenu help({parts.mainThread, parts.gate, parts.processes, parts.files,

@@ -148,6 +148,10 @@
         <source>Move to &amp;Trash</source>
         <translation>Mettre à la &amp;corbeille</translation>
     </message>
+    <message id="IDS_BTN_POPUP_ENDSESSION">
+        <source>&amp;End Session</source>
+        <translation>&amp;Fermer la session</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -335,6 +339,11 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>First line; a path follows.</extracomment>
         <source>This file could not be moved to the trash. It stays where it is:</source>
         <translation>Ce fichier n’a pas pu être mis à la corbeille. Il reste où il est :</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SESSIONENDS">
+        <extracomment>A question during a run. Buttons: Cancel, End Session.</extracomment>
+        <source>Movies are being converted. If the session ends now, those that are not finished have to be converted again. Do you want to end the session?</source>
+        <translation>Des films sont en cours de conversion. Si la session se termine maintenant, ceux qui ne sont pas terminés devront être convertis à nouveau. Voulez-vous fermer la session ?</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

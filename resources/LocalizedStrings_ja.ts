@@ -148,6 +148,10 @@
         <source>Move to &amp;Trash</source>
         <translation>ゴミ箱に移動(&amp;T)</translation>
     </message>
+    <message id="IDS_BTN_POPUP_ENDSESSION">
+        <source>&amp;End Session</source>
+        <translation>セッションを終了(&amp;E)</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -335,6 +339,11 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>First line; a path follows.</extracomment>
         <source>This file could not be moved to the trash. It stays where it is:</source>
         <translation>このファイルをゴミ箱に移動できませんでした。元の場所に残っています:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SESSIONENDS">
+        <extracomment>A question during a run. Buttons: Cancel, End Session.</extracomment>
+        <source>Movies are being converted. If the session ends now, those that are not finished have to be converted again. Do you want to end the session?</source>
+        <translation>動画を変換しています。今セッションを終了すると、完了していない動画は変換し直す必要があります。セッションを終了しますか?</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

@@ -148,6 +148,10 @@
         <source>Move to &amp;Trash</source>
         <translation>휴지통으로 이동(&amp;T)</translation>
     </message>
+    <message id="IDS_BTN_POPUP_ENDSESSION">
+        <source>&amp;End Session</source>
+        <translation>세션 끝내기(&amp;E)</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -335,6 +339,11 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>First line; a path follows.</extracomment>
         <source>This file could not be moved to the trash. It stays where it is:</source>
         <translation>이 파일을 휴지통으로 이동할 수 없습니다. 원래 위치에 그대로 있습니다:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SESSIONENDS">
+        <extracomment>A question during a run. Buttons: Cancel, End Session.</extracomment>
+        <source>Movies are being converted. If the session ends now, those that are not finished have to be converted again. Do you want to end the session?</source>
+        <translation>동영상을 변환하고 있습니다. 지금 세션을 끝내면 완료되지 않은 동영상은 다시 변환해야 합니다. 세션을 끝내시겠습니까?</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

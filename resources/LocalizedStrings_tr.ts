@@ -148,6 +148,10 @@
         <source>Move to &amp;Trash</source>
         <translation>Çöpe &amp;Taşı</translation>
     </message>
+    <message id="IDS_BTN_POPUP_ENDSESSION">
+        <source>&amp;End Session</source>
+        <translation>&amp;Oturumu Kapat</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -335,6 +339,11 @@ Tamam, dönüştürmeyi sonlandırır. Devam etmek için videoyu yerine koyun ve
         <extracomment>First line; a path follows.</extracomment>
         <source>This file could not be moved to the trash. It stays where it is:</source>
         <translation>Bu dosya çöp kutusuna taşınamadı. Bulunduğu yerde kalıyor:</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SESSIONENDS">
+        <extracomment>A question during a run. Buttons: Cancel, End Session.</extracomment>
+        <source>Movies are being converted. If the session ends now, those that are not finished have to be converted again. Do you want to end the session?</source>
+        <translation>Videolar dönüştürülüyor. Oturum şimdi kapanırsa tamamlanmamış videoların yeniden dönüştürülmesi gerekir. Oturumu kapatmak istiyor musunuz?</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

@@ -148,6 +148,10 @@
         <source>Move to &amp;Trash</source>
         <translation>移至垃圾桶(&amp;T)</translation>
     </message>
+    <message id="IDS_BTN_POPUP_ENDSESSION">
+        <source>&amp;End Session</source>
+        <translation>結束工作階段(&amp;E)</translation>
+    </message>
     <message id="IDS_TXT_POPUP_TRYAGAIN">
         <extracomment>A button.</extracomment>
         <source>&amp;Try Again</source>
@@ -335,6 +339,11 @@ OK ends the conversion. To continue, put the movie back and choose Try Again.</s
         <extracomment>First line; a path follows.</extracomment>
         <source>This file could not be moved to the trash. It stays where it is:</source>
         <translation>無法將這個檔案移至垃圾桶。檔案仍在原處：</translation>
+    </message>
+    <message id="IDS_TXT_POPUP_SESSIONENDS">
+        <extracomment>A question during a run. Buttons: Cancel, End Session.</extracomment>
+        <source>Movies are being converted. If the session ends now, those that are not finished have to be converted again. Do you want to end the session?</source>
+        <translation>正在轉換影片。如果現在結束工作階段，尚未完成的影片必須重新轉換。要結束工作階段嗎？</translation>
     </message>
     <message id="IDS_TXT_POPUP_STOPCONVERTING">
         <extracomment>First line; IDS_TXT_POPUP_STOPCONVERTING2 follows. Buttons: Cancel, OK.</extracomment>

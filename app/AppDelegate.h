@@ -3,6 +3,9 @@
 #include <QObject>
 #include <QStringList>
 
+#include <memory>
+
+class Closing;
 struct ProgramParts;
 
 /// The controller: takes each action of the window to the class that carries it out, and the
@@ -21,13 +24,10 @@ public:
     void applicationDidFinishLaunching();
     /// The clean-up when the last window has closed; always true: the program quits.
     bool applicationShouldTerminateAfterLastWindowClosed();
-    /// Closes the program, whatever is open: the clean-up, then the end of the main loop.
-    void quit();
+    void quit(); ///< Closing::quit()
     /// Writes the two folders down.
     void rememberFolders();
-    /// To be called after the main loop has returned: releases the threads and ends the encoders.
-    /// False when a thread hangs in the kernel and must be left behind.
-    [[nodiscard]] bool awaitEnd();
+    [[nodiscard]] bool awaitEnd(); ///< Closing::awaitEnd()
 
     // The window's actions. Each runs inside the gate.
     void addData();
@@ -51,18 +51,13 @@ private:
     /// Connects a control's signal to an action that passes the gate.
     template <typename Control, typename Signal>
     void connectAction(Control* control, Signal signal, void (AppDelegate::*action)());
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void showProfileOfRow(int row);
     void setOutputFolder(const QString& folder);
-    bool closeWindow();
-    void closeAtOnce();
-    void windowWasClosed();
-    void endWork();
     [[nodiscard]] QString rememberedFolder(const QString& fileName);
 
     ProgramParts& parts_;
+    const std::unique_ptr<Closing> closing_;
     QString _outputFolderPath;
     QString _addFilePath;
     bool cleanedUp_ = false;
-    bool isQuitting_ = false;
 };

@@ -3,6 +3,7 @@
 #include "app/OpenedMovies.h"
 #include "app/ProgramParts.h"
 #include "app/SessionEnd.h"
+#include "app/UpdateAddress.h"
 #include "app/Version.h"
 #include "app/WindowToFront.h"
 #include "convert/NoteFile.h"
@@ -131,7 +132,7 @@ int main(int argc, char* argv[]) {
     DesktopNotifications notifications;
     DesktopLauncherProgress launcher;
     UpdateSettings update;
-    update.baseUrl = QStringLiteral(REELSHIFT_UPDATE_BASE_URL);
+    update.baseUrl = updateBaseUrl();
     update.version = QStringLiteral(REELSHIFT_VERSION);
 
     ProgramParts parts({resourceFolder,

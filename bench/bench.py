@@ -25,7 +25,6 @@ from figures import Row, save, show, spread, worse  # noqa: E402
 from movies import make_hevc  # noqa: E402
 from screen_clock import ScreenClock  # noqa: E402
 
-UPDATE_PORT = 47219  # the address that the program reelshift_loopback is built with
 CHECK_THREAD = "version check"
 LEAST_ENCODE = 60.0
 median = statistics.median
@@ -172,6 +171,8 @@ class Bench:
     def memory(self):
         rounds = 2 if self.quick else 5
         server = UpdateServer()
+        environment = self.environment(
+            REELSHIFT_LOOPBACK_URL=f"http://127.0.0.1:{server.server_address[1]}")
         kinds = (("bare", self.tool("bare_window")),
                  ("answered", self.program("reelshift_loopback")), ("unreached", self.program()))
         found = {name: [] for name, _ in kinds}
@@ -179,8 +180,8 @@ class Bench:
         for _ in range(rounds):
             for name, command in kinds:
                 server.asked.clear()
-                process, _ = clock.start([command], self.environment(),
-                                         preexec_fn=die_with_parent, stderr=subprocess.DEVNULL)
+                process, _ = clock.start([command], environment, preexec_fn=die_with_parent,
+                                         stderr=subprocess.DEVNULL)
                 if name == "answered" and not server.asked.wait(30):
                     raise RuntimeError("the program has not asked for a new version")
                 wait_until_checked(process.pid)
@@ -383,7 +384,7 @@ class UpdateServer(http.server.ThreadingHTTPServer):
                 b"<setupFile><url>http://127.0.0.1/none</url></setupFile></product>\n")
 
     def __init__(self):
-        super().__init__(("127.0.0.1", UPDATE_PORT), UpdateHandler)
+        super().__init__(("127.0.0.1", 0), UpdateHandler)
         self.asked = threading.Event()
         threading.Thread(target=self.serve_forever, args=(0.05,), daemon=True).start()
 

@@ -37,6 +37,7 @@ TEST_PACKAGES=(
     sway
     wtype
     xauth
+    xdg-utils
     xdotool
 )
 # What makes the Debian package, and what looks it over and tries it out.

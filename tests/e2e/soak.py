@@ -20,13 +20,12 @@ import unittest.mock
 from close_request import request_close
 from hanging_share import PRELOADED, HangingShare
 from harness import ARTIFACTS, main, window
+from loopback import PORT, PROGRAM
 from scripted_movies import ENCODES, PROBES, scripted_movie
 from soak_files import Outputs, Sources
 from soak_server import SoakServer
 from soak_user import MISSED, User
 
-PROGRAM = os.environ.get("REELSHIFT_LOOPBACK", "")
-PORT = int(os.environ.get("REELSHIFT_LOOPBACK_PORT", "0"))
 ENCODER = os.environ.get("REELSHIFT_FAKE_ENCODER", "")
 SECONDS = float(os.environ.get("REELSHIFT_SOAK_SECONDS", "30"))
 VERBOSE = "REELSHIFT_SOAK_VERBOSE" in os.environ
@@ -107,10 +106,7 @@ class Soak(unittest.TestCase):
         with open(os.path.join(bin_, "ffmpeg.release"), "w", encoding="ascii") as file:
             file.write(self.random.choice(("4.4", "5.1", "7.1", "9.0")))
         if self.random.random() < 0.8:
-            try:
-                self.server = SoakServer(PORT, random.Random(self.random.random()))
-            except OSError:
-                pass  # somebody else has the port
+            self.server = SoakServer(PORT, random.Random(self.random.random()))
         with unittest.mock.patch.dict(os.environ, PATH=bin_, **self.share.environment):
             self.app = window.Application(PROGRAM, self.home, self.log)
         self.addCleanup(self.app.__exit__)

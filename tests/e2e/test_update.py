@@ -1,6 +1,5 @@
 #!/usr/bin/python3
-"""The offer of a new version in the real window, with an update server on this machine: the program
-under test is built with that server's address."""
+"""The offer of a new version in the real window, with an update server on this machine."""
 
 import hashlib
 import http.server
@@ -12,11 +11,10 @@ import threading
 import unittest
 
 from harness import ProgramTest, main, window
+from loopback import PORT, PROGRAM, URL
 from movies import make_hevc
 from texts import text
 
-PROGRAM = os.environ.get("REELSHIFT_LOOPBACK", "")
-PORT = int(os.environ.get("REELSHIFT_LOOPBACK_PORT", "0"))
 SCREENS = os.environ.get("REELSHIFT_E2E_ARTIFACTS", "")
 DOCUMENT_PATH = "/xmlcontainer/customer/data/reelshift/mac/server_version.xml"
 INSTALLER_NAME = "Quorvex Reelshift 9.9.9.9.deb"
@@ -31,7 +29,7 @@ CHECK_THREAD = "version check"
 def document(version, path=INSTALLER_PATH):
     return (f'<?xml version="1.0" encoding="UTF-8"?>\n<product>\n'
             f"  <version>{version}</version>\n"
-            f"  <setupFile><url>http://127.0.0.1:{PORT}{path}</url></setupFile>\n"
+            f"  <setupFile><url>{URL}{path}</url></setupFile>\n"
             f"</product>\n").encode()
 
 
@@ -110,7 +108,7 @@ class UpdateHandler(http.server.BaseHTTPRequestHandler):
                 sent = end
 
 
-@unittest.skipUnless(PROGRAM and PORT, "no program that looks for versions on this machine")
+@unittest.skipUnless(PROGRAM, "no program that looks for versions on this machine")
 class UpdateTest(ProgramTest):
     program = PROGRAM
 
@@ -122,10 +120,7 @@ class UpdateTest(ProgramTest):
         """Nothing is started here: every test has a server of its own first."""
 
     def serve(self, body):
-        try:
-            self.server = UpdateServer(body)
-        except OSError as error:
-            self.skipTest(f"port {PORT} cannot be had: {error}")
+        self.server = UpdateServer(body)
         self.addCleanup(self.server.end)
         return self.server
 

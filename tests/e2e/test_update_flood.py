@@ -7,8 +7,9 @@ import sys
 import time
 
 from harness import main, window
+from loopback import PORT
 from misbehaving_server import CHUNKED, ENDLESS, MisbehavingServer
-from test_update import PORT, UpdateTest
+from test_update import UpdateTest
 
 TICKS = os.sysconf("SC_CLK_TCK")
 # Seconds. It takes 300 ms at the most, which a busy machine makes longer; the figure is printed.
@@ -58,7 +59,7 @@ class Flood(UpdateTest):
         self.flood(name)
         used, memory = self.used(), self.memory()
         self.server.may_flood.set()
-        self.assertTrue(self.server.gone.wait(10), "the program takes it without end")
+        self.assertTrue(self.server.gone.wait(window.LIMIT), "the program takes it without end")
         window.wait_for(lambda: "document was not read" in self.logged(), "the log to say so")
         self.wait_until_idle()
         used, memory = self.used() - used, self.memory() - memory

@@ -58,9 +58,10 @@ QString HelpMenu::detailsOf(int row) const {
     if (row < 0 || row >= static_cast<int>(ids.size()))
         return {};
     const QString details = parts_.watch.detailsOf(ids[static_cast<size_t>(row)]);
-    return details.isEmpty() ? details
-                             : appName % u' ' % version_ % u", Qt " % QLatin1String(qVersion()) %
-                                   u", " % QSysInfo::prettyProductName() % u'\n' % details % u'\n';
+    return details.isEmpty()
+               ? details
+               : appName % u' ' % version_ % u", Qt " % QLatin1StringView(qVersion()) % u", " %
+                     QSysInfo::prettyProductName() % u'\n' % details % u'\n';
 }
 
 void HelpMenu::addTo(QMenu& menu) {

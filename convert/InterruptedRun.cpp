@@ -20,7 +20,7 @@ constexpr qint64 longestKept = 90LL * 24 * 60 * 60;
 void logFound(const RunNote& note, Leftover found) {
     qCInfo(lcConvert).noquote() << onOneLine(QFile::decodeName(note.output)) %
                                        u": its conversion was interrupted, what is there now: " %
-                                       QLatin1String(nameOf(found));
+                                       QLatin1StringView(nameOf(found));
 }
 
 bool mayComeBack(const RunNote& note, Leftover found) {

@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr QLatin1String prefix("LocalizedStrings_");
+constexpr QLatin1StringView prefix("LocalizedStrings_");
 
 QStringList languagesIn(const QString& folder) {
-    QStringList names = QDir(folder).entryList({prefix + QLatin1String("*.qm")}, QDir::Files);
+    QStringList names = QDir(folder).entryList({prefix + QLatin1StringView("*.qm")}, QDir::Files);
     for (QString& name : names)
         name = name.chopped(3).mid(prefix.size());
     return names;

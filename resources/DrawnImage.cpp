@@ -9,7 +9,7 @@ constexpr auto densities = {"", "@2x", "@3x"};
 
 QImage drawing(const QString& name, const char* density) {
     // An image, unlike a pixmap, is read from exactly the file that is named.
-    QImage image(QStringLiteral(":/images/%1%2.png").arg(name, QLatin1String(density)));
+    QImage image(QStringLiteral(":/images/%1%2.png").arg(name, QLatin1StringView(density)));
     image.setDevicePixelRatio(1);
     return image;
 }

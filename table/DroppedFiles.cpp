@@ -6,11 +6,11 @@ namespace {
 
 /// Empty where the address names no file of this machine.
 QString localPath(QUrl url) {
-    if (url.scheme() != QLatin1String("file"))
+    if (url.scheme() != QLatin1StringView("file"))
         return {};
     const QString host = url.host();
     // Some file managers write this machine's name before the path.
-    if (!host.isEmpty() && host != QLatin1String("localhost") &&
+    if (!host.isEmpty() && host != QLatin1StringView("localhost") &&
         host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) != 0)
         return {};
     url.setHost(QString());

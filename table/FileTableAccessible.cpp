@@ -15,7 +15,7 @@
 namespace {
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String(FileTableView::staticMetaObject.className()))
+    if (className != QLatin1StringView(FileTableView::staticMetaObject.className()))
         return nullptr;
     auto* const view = qobject_cast<FileTableView*>(object);
     return view ? new FileTableAccessible(view) : nullptr;

@@ -21,7 +21,7 @@ constexpr std::array runnableSuffixes{".sh",  ".run", ".appimage", ".jar", ".des
 
 bool isRunnable(const QMimeType& type) {
     return std::ranges::any_of(
-        runnableTypes, [&](const char* name) { return type.inherits(QLatin1String(name)); });
+        runnableTypes, [&](const char* name) { return type.inherits(QLatin1StringView(name)); });
 }
 
 bool beginsRunnable(const QByteArray& beginning) {
@@ -42,7 +42,7 @@ bool beginsRunnable(const QByteArray& beginning) {
 
 bool isRunnableFile(const QString& name, const QByteArray& beginning) {
     const auto hasSuffix = [&](const char* suffix) {
-        return name.endsWith(QLatin1String(suffix), Qt::CaseInsensitive);
+        return name.endsWith(QLatin1StringView(suffix), Qt::CaseInsensitive);
     };
     if (std::ranges::any_of(runnableSuffixes, hasSuffix) || beginsRunnable(beginning))
         return true;

@@ -23,7 +23,7 @@ public:
 };
 
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    if (className != QLatin1String(Announcer::staticMetaObject.className()))
+    if (className != QLatin1StringView(Announcer::staticMetaObject.className()))
         return nullptr;
     auto* const announcer = qobject_cast<Announcer*>(object);
     return announcer ? new AnnouncerAccessible(announcer) : nullptr;

@@ -46,7 +46,7 @@ QString blockObjectPath(const QString& deviceName) {
         if (isPlain) {
             path += QLatin1Char(c);
         } else {
-            path += u'_' % QLatin1String(QByteArray(1, c).toHex());
+            path += u'_' % QLatin1StringView(QByteArray(1, c).toHex());
         }
     }
     return path;

@@ -13,8 +13,6 @@
 #include <QSignalSpy>
 #include <QSysInfo>
 
-using namespace Qt::StringLiterals;
-
 /// Movies and other things that other programs drop on the table.
 class TestDrop final : public QObject {
     Q_OBJECT
@@ -54,11 +52,11 @@ private:
 namespace {
 
 QString notHevc(ControllerFixture& program, const QString& name) {
-    return program.movie(name).probe(u"h264"_s).write();
+    return program.movie(name).probe(QStringLiteral("h264")).write();
 }
 
 QString countText(int count) {
-    return getLocalString("IDS_TXT_FILELIST") % u"  (%1)"_s.arg(count);
+    return getLocalString("IDS_TXT_FILELIST") % QStringLiteral("  (%1)").arg(count);
 }
 
 } // namespace
@@ -73,8 +71,8 @@ QStringList TestDrop::shownNames(ControllerFixture& program) {
 
 void TestDrop::moviesAreAdded() {
     ControllerFixture program;
-    const QString a = program.movie(u"a b.mp4"_s).write();
-    const QString b = program.movie(u"100 % \u00e4\u6f22.mp4"_s).write();
+    const QString a = program.movie(QStringLiteral("a b.mp4")).write();
+    const QString b = program.movie(QStringLiteral("100 % \u00e4\u6f22.mp4")).write();
     QVERIFY(!program.widget<QWidget>("btnRemoveFile")->isEnabled());
     QCOMPARE(Drop::ofFiles(program, {a, b, a}).behindTheRows(), moviesAnswers);
     QVERIFY(settle(program));
@@ -93,23 +91,26 @@ void TestDrop::moviesAreAdded() {
 
 void TestDrop::anyTypeOfFileIsLookedInto() {
     ControllerFixture program;
-    const QStringList paths{program.movie(u"a.MOV"_s).write(), program.movie(u"b.mkv"_s).write(),
-                            program.movie(u"c"_s).write()};
+    const QStringList paths{program.movie(QStringLiteral("a.MOV")).write(),
+                            program.movie(QStringLiteral("b.mkv")).write(),
+                            program.movie(QStringLiteral("c")).write()};
     Drop::ofFiles(program, paths).behindTheRows();
     QVERIFY(settle(program));
-    QCOMPARE(shownNames(program), (QStringList{u"a.MOV"_s, u"b.mkv"_s, u"c"_s}));
+    QCOMPARE(shownNames(program),
+             (QStringList{QStringLiteral("a.MOV"), QStringLiteral("b.mkv"), QStringLiteral("c")}));
 }
 
 void TestDrop::twoOfThreeAreNotHevc() {
     ControllerFixture program;
-    const QStringList paths{notHevc(program, u"a.mp4"_s), program.movie(u"b.mp4"_s).write(),
-                            notHevc(program, u"c.mp4"_s)};
+    const QStringList paths{notHevc(program, QStringLiteral("a.mp4")),
+                            program.movie(QStringLiteral("b.mp4")).write(),
+                            notHevc(program, QStringLiteral("c.mp4"))};
     program.boxes.promise(okAnswer);
     Drop::ofFiles(program, paths).behindTheRows();
     QVERIFY(settle(program));
     QCOMPARE(program.boxes.messages(), textsOf({"IDS_TXT_UNSUPPORTED"}));
     QCOMPARE(program.boxes.seen[0].buttons, textsOf({"IDS_BTN_POPUP_OK"}));
-    QCOMPARE(shownNames(program), QStringList(u"b.mp4"_s));
+    QCOMPARE(shownNames(program), QStringList(QStringLiteral("b.mp4")));
     QCOMPARE(program.state().itemId, 3);
     QCOMPARE(program.files().idList, std::vector<int>{2});
     QCOMPARE(program.files().progressObjects.size(), size_t(3)); // kept: with stray entries
@@ -125,7 +126,7 @@ void TestDrop::twoOfThreeAreNotHevc() {
 void TestDrop::theFirstOfAnEmptyListIsNotHevc() {
     ControllerFixture program;
     program.boxes.promise(okAnswer);
-    Drop::ofFiles(program, {notHevc(program, u"a.mp4"_s)}).behindTheRows();
+    Drop::ofFiles(program, {notHevc(program, QStringLiteral("a.mp4"))}).behindTheRows();
     QVERIFY(settle(program));
     QCOMPARE(program.boxes.messages(), textsOf({"IDS_TXT_UNSUPPORTED"}));
     const FileList& files = program.files();
@@ -139,7 +140,7 @@ void TestDrop::aChangedQualityStaysWithItsRow() {
     addMovies(program, 1);
     program.files().setCmb(0, program.files().cmbItems[2]);
     program.boxes.promise(okAnswer);
-    Drop::ofFiles(program, {notHevc(program, u"z.mp4"_s)}).behindTheRows();
+    Drop::ofFiles(program, {notHevc(program, QStringLiteral("z.mp4"))}).behindTheRows();
     QVERIFY(settle(program));
     QCOMPARE(program.files().cmb, QStringList(program.files().cmbItems[2]));
 }
@@ -154,7 +155,7 @@ void TestDrop::aRememberedCancelAddsNothing() {
     program.state().resultStoredForSdCardDelay = 1000;
     program.widget<QWidget>("btnRemoveFile")->setEnabled(false);
     const auto probes = program.starts().size();
-    const QString movie = program.movie(u"c.mp4"_s).write();
+    const QString movie = program.movie(QStringLiteral("c.mp4")).write();
     QCOMPARE(Drop::ofFiles(program, {movie, movie}).behindTheRows(), moviesAnswers);
     QVERIFY(settle(program));
     QVERIFY(program.boxes.seen.isEmpty());
@@ -162,7 +163,7 @@ void TestDrop::aRememberedCancelAddsNothing() {
     QCOMPARE(program.files().rowCount(), 2);
     QCOMPARE(program.state().itemId, 3); // the refused one has used up an id
     // The shown rows are rebuilt all the same, and Remove File is enabled.
-    QCOMPARE(shownNames(program), (QStringList{u"b.mp4"_s, u"a.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("b.mp4"), QStringLiteral("a.mp4")}));
     QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
 }
 
@@ -171,7 +172,7 @@ void TestDrop::aRememberedOkIsNotAskedAgain() {
     program.volumes.table[program.movies()].removable = true;
     program.state().checkStatusForSdCardDelay = true;
     program.state().resultStoredForSdCardDelay = 1001;
-    Drop::ofFiles(program, {program.movie(u"a.mp4"_s).write()}).behindTheRows();
+    Drop::ofFiles(program, {program.movie(QStringLiteral("a.mp4")).write()}).behindTheRows();
     QVERIFY(settle(program));
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.files().rowCount(), 1);
@@ -181,7 +182,7 @@ void TestDrop::aRememberedOkIsNotAskedAgain() {
 void TestDrop::anAnswerForAllIsRememberedForTheNextDrop() {
     ControllerFixture program;
     program.volumes.table[program.movies()].removable = true;
-    const QString movie = program.movie(u"a.mp4"_s).write();
+    const QString movie = program.movie(QStringLiteral("a.mp4")).write();
     program.boxes.promise(1001, true);
     Drop::ofFiles(program, {movie}).behindTheRows();
     QVERIFY(settle(program));
@@ -195,19 +196,20 @@ void TestDrop::anAnswerForAllIsRememberedForTheNextDrop() {
 void TestDrop::theThirdOfFiveIsRefused() {
     ControllerFixture program;
     QStringList paths;
-    for (const QString& name : {u"1"_s, u"2"_s, u"card"_s, u"4"_s, u"5"_s}) {
+    for (const QString& name : {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("card"),
+                                QStringLiteral("4"), QStringLiteral("5")}) {
         const QString folder = program.path(name);
         QVERIFY(QDir().mkpath(folder));
         paths += ScriptedMovie(folder, name + u".mp4").write();
     }
-    program.volumes.table[program.path(u"card"_s)].removable = true;
+    program.volumes.table[program.path(QStringLiteral("card"))].removable = true;
     program.boxes.promise(1000);
     Drop::ofFiles(program, paths).behindTheRows();
     QVERIFY(settle(program));
     QVERIFY(program.boxes.allKept());
-    QCOMPARE(shownNames(program), (QStringList{u"1.mp4"_s, u"2.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("1.mp4"), QStringLiteral("2.mp4")}));
     QCOMPARE(program.state().itemId, 3);
-    for (const QString& folder : {u"4"_s, u"5"_s})
+    for (const QString& folder : {QStringLiteral("4"), QStringLiteral("5")})
         QVERIFY(!program.volumes.asked().contains(program.path(folder)));
     for (const EncoderStart& each : program.starts())
         QVERIFY(!each.arguments.contains(paths[2]) && !each.arguments.contains(paths[3]) &&
@@ -228,7 +230,7 @@ void TestDrop::neverAMove() {
     QFETCH(const int, offered);
     QFETCH(const bool, isAdded);
     ControllerFixture program;
-    const QString movie = program.movie(u"a.mp4"_s).write();
+    const QString movie = program.movie(QStringLiteral("a.mp4")).write();
     Drop drop = Drop::ofFiles(program, {movie});
     drop.offered = Qt::DropActions(offered);
     QCOMPARE(drop.behindTheRows(), isAdded ? moviesAnswers : DropAnswers());
@@ -236,7 +238,7 @@ void TestDrop::neverAMove() {
     QCOMPARE(program.files().rowCount(), isAdded ? 1 : 0);
     QVERIFY(QFile::exists(movie));
     // Nor rows and text.
-    for (const QString& type : {draggedRowsType, u"text/plain"_s}) {
+    for (const QString& type : {draggedRowsType, QStringLiteral("text/plain")}) {
         Drop other = Drop::of(program, type, archiveRows({}));
         other.offered = Qt::DropActions(offered);
         QCOMPARE(other.behindTheRows(), isAdded ? takenAnswers : DropAnswers());
@@ -246,7 +248,7 @@ void TestDrop::neverAMove() {
 
 void TestDrop::theDropReturnsBeforeTheAddBegins() {
     ControllerFixture program;
-    const QString movie = program.movie(u"a.mp4"_s).write();
+    const QString movie = program.movie(QStringLiteral("a.mp4")).write();
     Drop::ofFiles(program, {movie}).behindTheRows();
     QCOMPARE(program.state().itemId, 0);
     QVERIFY(program.starts().isEmpty());
@@ -262,8 +264,9 @@ void TestDrop::textAddsNothing() {
     program.widget<QWidget>("btnRemoveFile")->setEnabled(false);
     const auto* const model = program.widget<FileTableView>("theTableNew")->model();
     const QSignalSpy reloads(model, &QAbstractItemModel::dataChanged);
-    const QString movie = program.movie(u"b.mp4"_s).write();
-    QCOMPARE(Drop::of(program, u"text/plain"_s, movie.toUtf8()).behindTheRows(), takenAnswers);
+    const QString movie = program.movie(QStringLiteral("b.mp4")).write();
+    QCOMPARE(Drop::of(program, QStringLiteral("text/plain"), movie.toUtf8()).behindTheRows(),
+             takenAnswers);
     QVERIFY(settle(program));
     QCOMPARE(program.files().rowCount(), 1);
     QCOMPARE(program.state().itemId, 1);
@@ -274,7 +277,7 @@ void TestDrop::textAddsNothing() {
 
 void TestDrop::unknownTypesAreIgnored() {
     ControllerFixture program;
-    Drop drop = Drop::of(program, u"image/png"_s, "\x89PNG");
+    Drop drop = Drop::of(program, QStringLiteral("image/png"), "\x89PNG");
     QCOMPARE(drop.behindTheRows(), DropAnswers());
     QVERIFY(settle(program));
     QVERIFY(!program.widget<QWidget>("btnRemoveFile")->isEnabled()); // it did not come so far
@@ -301,10 +304,11 @@ void TestDrop::addressesThatNameNoFile() {
     QFETCH(const QByteArray, list);
     ControllerFixture program;
     addMovies(program, 1);
-    QCOMPARE(Drop::of(program, u"text/uri-list"_s, list).behindTheRows().drop, Qt::IgnoreAction);
+    QCOMPARE(Drop::of(program, QStringLiteral("text/uri-list"), list).behindTheRows().drop,
+             Qt::IgnoreAction);
     // A web browser offers the address as text, too.
-    Drop both = Drop::of(program, u"text/uri-list"_s, list);
-    both.mime->setData(u"text/plain"_s, list);
+    Drop both = Drop::of(program, QStringLiteral("text/uri-list"), list);
+    both.mime->setData(QStringLiteral("text/plain"), list);
     QCOMPARE(both.behindTheRows(), takenAnswers);
     QVERIFY(settle(program));
     QCOMPARE(program.state().itemId, 1);
@@ -314,53 +318,58 @@ void TestDrop::addressesThatNameNoFile() {
 
 void TestDrop::filesOfThisMachineByName() {
     ControllerFixture program;
-    const QByteArray path =
-        QUrl::fromLocalFile(program.movie(u"a.mp4"_s).write()).path(QUrl::FullyEncoded).toUtf8();
+    const QByteArray path = QUrl::fromLocalFile(program.movie(QStringLiteral("a.mp4")).write())
+                                .path(QUrl::FullyEncoded)
+                                .toUtf8();
     const QByteArray list = "http://example.org/x.mp4\r\nfile://localhost" + path + "\r\nfile://" +
                             QSysInfo::machineHostName().toUtf8() + path + "\r\nfile:" + path;
-    Drop::of(program, u"text/uri-list"_s, list).behindTheRows();
+    Drop::of(program, QStringLiteral("text/uri-list"), list).behindTheRows();
     QVERIFY(settle(program));
-    QCOMPARE(shownNames(program), (QStringList{u"a.mp4"_s, u"a.mp4"_s, u"a.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("a.mp4"), QStringLiteral("a.mp4"),
+                                               QStringLiteral("a.mp4")}));
 }
 
 void TestDrop::foldersAndMissingFiles() {
     ControllerFixture program;
     addMovies(program, 1);
-    const QString empty = program.path(u"empty"_s);
+    const QString empty = program.path(QStringLiteral("empty"));
     QVERIFY(QDir().mkpath(empty));
-    writeContent(program.path(u"movies/text.mp4"_s), "no movie");
-    const QStringList paths{empty, program.path(u"nowhere.mp4"_s),
-                            program.path(u"movies/text.mp4"_s), u"/dev/null"_s,
-                            program.movie(u"z.mp4"_s).write()};
+    writeContent(program.path(QStringLiteral("movies/text.mp4")), "no movie");
+    const QStringList paths{empty, program.path(QStringLiteral("nowhere.mp4")),
+                            program.path(QStringLiteral("movies/text.mp4")),
+                            QStringLiteral("/dev/null"),
+                            program.movie(QStringLiteral("z.mp4")).write()};
     program.boxes.promise(okAnswer);
     QCOMPARE(Drop::ofFiles(program, paths).behindTheRows(), moviesAnswers);
     QVERIFY(settle(program));
     QCOMPARE(program.boxes.messages(), textsOf({"IDS_TXT_UNSUPPORTED"}));
-    QCOMPARE(shownNames(program), (QStringList{u"a.mp4"_s, u"z.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("a.mp4"), QStringLiteral("z.mp4")}));
     QVERIFY(QFile::exists(paths[2]));
 }
 
 void TestDrop::aFolderStandsForItsMovies() {
     ControllerFixture program;
-    const QString folder = program.path(u"holidays"_s);
-    QVERIFY(QDir().mkpath(folder + u"/2"_s));
-    QVERIFY(!ScriptedMovie(folder, u"10.mp4"_s).write().isEmpty());
-    QVERIFY(!ScriptedMovie(folder, u"9.mp4"_s).write().isEmpty());
-    QVERIFY(!ScriptedMovie(folder + u"/2"_s, u"x.mkv"_s).write().isEmpty());
-    writeContent(folder + u"/notes.txt"_s, "not looked at");
-    const QString before = program.movie(u"a.mp4"_s).write();
+    const QString folder = program.path(QStringLiteral("holidays"));
+    QVERIFY(QDir().mkpath(folder + QStringLiteral("/2")));
+    QVERIFY(!ScriptedMovie(folder, QStringLiteral("10.mp4")).write().isEmpty());
+    QVERIFY(!ScriptedMovie(folder, QStringLiteral("9.mp4")).write().isEmpty());
+    QVERIFY(
+        !ScriptedMovie(folder + QStringLiteral("/2"), QStringLiteral("x.mkv")).write().isEmpty());
+    writeContent(folder + QStringLiteral("/notes.txt"), "not looked at");
+    const QString before = program.movie(QStringLiteral("a.mp4")).write();
     Drop::ofFiles(program, {before, folder}).behindTheRows();
     QVERIFY(settle(program));
-    QCOMPARE(shownNames(program), (QStringList{u"a.mp4"_s, u"x.mkv"_s, u"9.mp4"_s, u"10.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("a.mp4"), QStringLiteral("x.mkv"),
+                                               QStringLiteral("9.mp4"), QStringLiteral("10.mp4")}));
     QVERIFY(program.boxes.seen.isEmpty());
     QCOMPARE(program.widget<QuietLine>("quietLine")->line(), QString());
 }
 
 void TestDrop::aFolderWithoutMoviesSaysSo() {
     ControllerFixture program;
-    const QString folder = program.path(u"papers"_s);
+    const QString folder = program.path(QStringLiteral("papers"));
     QVERIFY(QDir().mkpath(folder));
-    writeContent(folder + u"/notes.txt"_s, "no movie");
+    writeContent(folder + QStringLiteral("/notes.txt"), "no movie");
     Drop::ofFiles(program, {folder}).behindTheRows();
     QVERIFY(settle(program));
     QCOMPARE(program.widget<QuietLine>("quietLine")->line(), text("IDS_TXT_NO_MOVIES_IN_FOLDER"));
@@ -371,14 +380,16 @@ void TestDrop::aFolderWithoutMoviesSaysSo() {
 
 void TestDrop::whatWasToBeSaidOfAFolderGoesWithItsAdd() {
     ControllerFixture program;
-    const QString sizeless = program.movie(u"0.mp4"_s).probe(u"hevc"_s, u"none"_s).write();
+    const QString sizeless = program.movie(QStringLiteral("0.mp4"))
+                                 .probe(QStringLiteral("hevc"), QStringLiteral("none"))
+                                 .write();
     for (int number = 1; number <= FolderMovies::most; ++number)
-        writeContent(program.movies() % u"/%1.mp4"_s.arg(number), QByteArray());
+        writeContent(program.movies() % QStringLiteral("/%1.mp4").arg(number), QByteArray());
     program.boxes.promise(okAnswer);
     program.drop({program.movies()});
     const auto line = [&] { return program.widget<QuietLine>("quietLine")->line(); };
-    QVERIFY(line().startsWith(text("IDS_TXT_ADD_ENDED").arg(u"0.mp4"_s)));
-    program.drop({program.movie(u"good.mp4"_s).write()});
+    QVERIFY(line().startsWith(text("IDS_TXT_ADD_ENDED").arg(QStringLiteral("0.mp4"))));
+    program.drop({program.movie(QStringLiteral("good.mp4")).write()});
     QCOMPARE(program.files().rowCount(), 1);
     QCOMPARE(line(), QString());
 }
@@ -387,26 +398,28 @@ void TestDrop::aThousandAtOnce() {
     ControllerFixture program;
     QStringList paths;
     for (int i = 0; i < 1000; ++i)
-        paths += program.path(u"nowhere%1.mp4"_s.arg(i));
+        paths += program.path(QStringLiteral("nowhere%1.mp4").arg(i));
     for (const int at : {0, 500, 1001})
-        paths.insert(at, program.movie(u"m%1.mp4"_s.arg(at)).write());
-    program.state().probe.duration = u"00:00:10.00"_s; // a movie was converted: one probe each
+        paths.insert(at, program.movie(QStringLiteral("m%1.mp4").arg(at)).write());
+    program.state().probe.duration =
+        QStringLiteral("00:00:10.00"); // a movie was converted: one probe each
     program.boxes.promise(okAnswer);
     QCOMPARE(Drop::ofFiles(program, paths).behindTheRows(), moviesAnswers);
     QVERIFY(settle(program));
     QCOMPARE(program.boxes.seen.size(), 1);
-    QCOMPARE(shownNames(program), (QStringList{u"m0.mp4"_s, u"m500.mp4"_s, u"m1001.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("m0.mp4"), QStringLiteral("m500.mp4"),
+                                               QStringLiteral("m1001.mp4")}));
     QCOMPARE(program.state().itemId, 1003);
     QCOMPARE(program.starts().size(), 1003);
 }
 
 void TestDrop::duringTheAddTheNextDropIsPutOff() {
     ControllerFixture program;
-    const QString slow = program.movie(u"a.mp4"_s)
+    const QString slow = program.movie(QStringLiteral("a.mp4"))
                              .probeSteps({"wait-file go", "report video=hevc size=640x480 "
                                                           "duration=00:00:10.00 audio=aac"})
                              .write();
-    const QString next = program.movie(u"b.mp4"_s).write();
+    const QString next = program.movie(QStringLiteral("b.mp4")).write();
     Drop::ofFiles(program, {slow}).behindTheRows();
     bool wasPutOff = false;
     QTimer looks;
@@ -417,19 +430,19 @@ void TestDrop::duringTheAddTheNextDropIsPutOff() {
         Drop::ofFiles(program, {next}).behindTheRows();
         QTimer::singleShot(0, this, [&] {
             wasPutOff = program.state().itemId == 1;
-            writeContent(program.path(u"movies/go"_s));
+            writeContent(program.path(QStringLiteral("movies/go")));
         });
     });
     looks.start(1);
     QTRY_COMPARE(program.files().rowCount(), 2);
     QVERIFY(settle(program));
     QVERIFY(wasPutOff);
-    QCOMPARE(shownNames(program), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(shownNames(program), (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
 }
 
 void TestDrop::aRunThatBeganMeanwhileRefuses() {
     ControllerFixture program;
-    Drop::ofFiles(program, {program.movie(u"a.mp4"_s).write()}).behindTheRows();
+    Drop::ofFiles(program, {program.movie(QStringLiteral("a.mp4")).write()}).behindTheRows();
     program.state().isConversionRunning = true; // before the event loop comes to the drop
     QVERIFY(settle(program));
     QCOMPARE(program.state().itemId, 0);
@@ -439,7 +452,7 @@ void TestDrop::aRunThatBeganMeanwhileRefuses() {
 
 void TestDrop::underABoxNothingIsAdded() {
     ControllerFixture program;
-    const QString movie = program.movie(u"a.mp4"_s).write();
+    const QString movie = program.movie(QStringLiteral("a.mp4")).write();
     QDialog box;
     DropAnswers answers;
     QTimer::singleShot(0, &box, [&] {
@@ -454,7 +467,7 @@ void TestDrop::underABoxNothingIsAdded() {
 
 void TestDrop::theWholeTableIsMarked() {
     ControllerFixture program;
-    Drop drop = Drop::ofFiles(program, {program.movie(u"a.mp4"_s).write()});
+    Drop drop = Drop::ofFiles(program, {program.movie(QStringLiteral("a.mp4")).write()});
     const QRgb mark = drop.table.palette().color(QPalette::Highlight).rgb();
     const auto isFramed = [&] {
         const QImage image = drop.table.viewport()->grab().toImage();
@@ -468,7 +481,7 @@ void TestDrop::theWholeTableIsMarked() {
     QVERIFY(isFramed());
     drop.leave();
     QVERIFY(!isFramed());
-    Drop text = Drop::of(program, u"text/plain"_s, "text");
+    Drop text = Drop::of(program, QStringLiteral("text/plain"), "text");
     text.enter({50, 50});
     QVERIFY(!isFramed());
     text.leave();

@@ -2,8 +2,6 @@
 #include "app/RunChecks.h"
 #include "convert/FileTime.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int skipConflict = 1002;
@@ -117,8 +115,9 @@ void TestOutputTime::ofAnUntouchedOneStays() {
 void TestOutputTime::aSecondRunThatFailsLeavesTheFirstOnesFile_data() {
     QTest::addColumn<QStringList>("second");
     QTest::addColumn<bool>("stays");
-    QTest::newRow("never opened it") << u"header;exit 1"_s.split(u';') << true;
-    QTest::newRow("overwrote it") << u"create;header;write 10;exit 1"_s.split(u';') << false;
+    QTest::newRow("never opened it") << QStringLiteral("header;exit 1").split(u';') << true;
+    QTest::newRow("overwrote it") << QStringLiteral("create;header;write 10;exit 1").split(u';')
+                                  << false;
 }
 
 // The same movie twice in one run: the second job must see whether its own encoder touched the

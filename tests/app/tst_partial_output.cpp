@@ -131,7 +131,7 @@ void TestPartialOutput::whatOthersPutInPlaceOfItStays_data() {
                                            QStringLiteral("header"),
                                            QStringLiteral("progress 1"),
                                            QStringLiteral("write 10"),
-                                           QStringLiteral("print ") + QLatin1String(words) +
+                                           QStringLiteral("print ") + QLatin1StringView(words) +
                                                QStringLiteral("\\nframe=   60 time=00:00:02.00 "
                                                               "bitrate=\\r"),
                                            QStringLiteral("hang")}

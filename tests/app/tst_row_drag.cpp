@@ -13,8 +13,6 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 /// Rows that are dragged to another place of the list.
 class TestRowDrag final : public QObject {
     Q_OBJECT
@@ -109,7 +107,7 @@ void TestRowDrag::aDropBetweenTwoRows() {
     const int y = row * height + (lowerHalf ? height - 2 : 1);
     QCOMPARE(drop.at({40, std::min(y, drop.table.viewport()->height() - 1)}), takenAnswers);
     QVERIFY(settle(program));
-    QCOMPARE(namesOf(program.files().fileInfoArr).join(u' ').remove(u".mp4"_s), order);
+    QCOMPARE(namesOf(program.files().fileInfoArr).join(u' ').remove(QStringLiteral(".mp4")), order);
     QCOMPARE(drop.table.model()->rowCount(), 4);
     QVERIFY(program.widget<QWidget>("btnRemoveFile")->isEnabled());
 }
@@ -162,8 +160,10 @@ void TestRowDrag::theMarkGoesWithTheDrag() {
 // not at all.
 void TestRowDrag::theShownRowsChangeWithTheNextAdd() {
     ControllerFixture program;
-    const QString a = program.movie(u"a.mp4"_s).write();
-    const QString b = program.movie(u"b.mp4"_s).probe(u"hevc"_s, u"1280x720"_s).write();
+    const QString a = program.movie(QStringLiteral("a.mp4")).write();
+    const QString b = program.movie(QStringLiteral("b.mp4"))
+                          .probe(QStringLiteral("hevc"), QStringLiteral("1280x720"))
+                          .write();
     program.add({a, b});
     FileList& files = program.files();
     auto* const model = program.widget<FileTableView>("theTableNew")->model();
@@ -179,19 +179,23 @@ void TestRowDrag::theShownRowsChangeWithTheNextAdd() {
     QCOMPARE(drop.at({40, 1}), takenAnswers);
     QVERIFY(settle(program));
 
-    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"b.mp4"_s, u"a.mp4"_s}));
-    QCOMPARE(shownNames(), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(namesOf(files.fileInfoArr),
+             (QStringList{QStringLiteral("b.mp4"), QStringLiteral("a.mp4")}));
+    QCOMPARE(shownNames(), (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
     QCOMPARE(files.idList, (std::vector<int>{1, 2}));
     QCOMPARE(files.check, (std::vector<int>{0, 1}));
     QCOMPARE(files.cmb[0], files.cmbItems[2]);
-    QCOMPARE(files.resolutionListForTable, (QStringList{u"640x480"_s, u"1280x720"_s}));
+    QCOMPARE(files.resolutionListForTable,
+             (QStringList{QStringLiteral("640x480"), QStringLiteral("1280x720")}));
     QVERIFY(!program.widget<QCheckBox>("btnSelectAll")->isChecked());
 
-    program.add({program.movie(u"c.mp4"_s).write()});
-    QCOMPARE(shownNames(), (QStringList{u"b.mp4"_s, u"a.mp4"_s, u"c.mp4"_s}));
+    program.add({program.movie(QStringLiteral("c.mp4")).write()});
+    QCOMPARE(shownNames(), (QStringList{QStringLiteral("b.mp4"), QStringLiteral("a.mp4"),
+                                        QStringLiteral("c.mp4")}));
     QCOMPARE(files.check, (std::vector<int>{0, 1, 1}));
     QCOMPARE(files.resolutionListForTable,
-             (QStringList{u"640x480"_s, u"1280x720"_s, u"640x480"_s}));
+             (QStringList{QStringLiteral("640x480"), QStringLiteral("1280x720"),
+                          QStringLiteral("640x480")}));
 }
 
 // Kept: the queue is filled from the moved records, and each id's row is looked up in the list of
@@ -202,7 +206,9 @@ void TestRowDrag::theRunGoesByTheMovedRecords() {
     QCOMPARE(Drop::ofRows(program, {2}).at({40, 1}), takenAnswers);
     QVERIFY(settle(program));
     FileList& files = program.files();
-    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"c.mp4"_s, u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(
+        namesOf(files.fileInfoArr),
+        (QStringList{QStringLiteral("c.mp4"), QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
     QStringList expected;
     for (const JobRecordPtr& queued : files.fileInfoArr)
         expected += files.recordAt(*files.rowOfId(queued->id()))->text(key::srcpath);
@@ -227,7 +233,7 @@ void TestRowDrag::aRemovalBringsAllListsInLine() {
     ControllerFixture program;
     const auto movie = [&](const char* name, const char* size) {
         return program.movie(QString::fromLatin1(name))
-            .probe(u"hevc"_s, QString::fromLatin1(size))
+            .probe(QStringLiteral("hevc"), QString::fromLatin1(size))
             .write();
     };
     program.add(
@@ -237,13 +243,15 @@ void TestRowDrag::aRemovalBringsAllListsInLine() {
     const int quality = static_cast<int>(TableColumn::Cmb);
     const int size = static_cast<int>(TableColumn::Res);
     QVERIFY(model->setData(model->index(2, quality), files.cmbItems[2], Qt::EditRole));
-    QVERIFY(model->setData(model->index(1, size), u"640x360"_s, Qt::EditRole));
+    QVERIFY(model->setData(model->index(1, size), QStringLiteral("640x360"), Qt::EditRole));
     for (const int row : {1, 2})
         QVERIFY(model->setData(model->index(row, 0), Qt::Unchecked, Qt::CheckStateRole));
     const auto progress = files.progressObjects;
     QCOMPARE(Drop::ofRows(program, {2}).at({40, 1}), takenAnswers);
     QVERIFY(settle(program));
-    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"c.mp4"_s, u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(
+        namesOf(files.fileInfoArr),
+        (QStringList{QStringLiteral("c.mp4"), QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
     QCOMPARE(files.idList, (std::vector<int>{1, 2, 3}));
 
     if (byButton)
@@ -251,21 +259,23 @@ void TestRowDrag::aRemovalBringsAllListsInLine() {
     else
         program.click("btnRemoveFile");
     // Kept: the place counts, and in the new order another movie stands there.
-    QCOMPARE(namesOf(files.fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(namesOf(files.fileInfoArr),
+             (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
     QCOMPARE(files.arrayControllerNew, files.fileInfoArr);
     QCOMPARE(files.idList, (std::vector<int>{1, 2}));
     QCOMPARE(files.check, (std::vector<int>{1, 0}));
     QCOMPARE(files.cmb, (QStringList{files.cmbItems[1], files.cmbItems[1]}));
-    QCOMPARE(files.resolutionListForTable, (QStringList{u"640x480"_s, u"640x360"_s}));
+    QCOMPARE(files.resolutionListForTable,
+             (QStringList{QStringLiteral("640x480"), QStringLiteral("640x360")}));
     QVERIFY(files.progressObjects[0] == progress[0] && files.progressObjects[1] == progress[1]);
     QCOMPARE(model->rowCount(), 2);
-    QCOMPARE(model->index(0, 1).data().toString(), u"a.mp4"_s);
-    QCOMPARE(model->index(1, size).data().toString(), u"640x360"_s);
+    QCOMPARE(model->index(0, 1).data().toString(), QStringLiteral("a.mp4"));
+    QCOMPARE(model->index(1, size).data().toString(), QStringLiteral("640x360"));
 
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QCOMPARE(namesIn(program.documents()),
-             (QStringList{u"a_HQ_640x480.mp4"_s, u"b_HQ_640x360.mp4"_s}));
+             (QStringList{QStringLiteral("a_HQ_640x480.mp4"), QStringLiteral("b_HQ_640x360.mp4")}));
     QCOMPARE(files.rowCount(), 0);
 }
 
@@ -275,13 +285,14 @@ void TestRowDrag::theSummaryTakesTheRightRowsOut() {
     QCOMPARE(Drop::ofRows(program, {2}).at({40, 1}), takenAnswers);
     QVERIFY(settle(program));
     FileList& files = program.files();
-    files.recordAt(1)->set(key::duration, u"None"_s); // a.mp4: it is dropped without a word
+    files.recordAt(1)->set(key::duration,
+                           QStringLiteral("None")); // a.mp4: it is dropped without a word
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
-    QCOMPARE(namesOf(files.fileInfoArr), QStringList{u"a.mp4"_s});
+    QCOMPARE(namesOf(files.fileInfoArr), QStringList{QStringLiteral("a.mp4")});
     QCOMPARE(files.idList, std::vector<int>{1});
     QCOMPARE(files.arrayControllerNew, files.fileInfoArr);
-    files.recordAt(0)->set(key::duration, u"00:00:10.00"_s);
+    files.recordAt(0)->set(key::duration, QStringLiteral("00:00:10.00"));
     program.boxes.promise(okAnswer);
     QVERIFY(program.runToEnd());
     QCOMPARE(namesIn(program.documents()).size(), 3);
@@ -292,8 +303,10 @@ void TestRowDrag::theWorkStartsFromTheEventLoop() {
     ControllerFixture program;
     addMovies(program, 2);
     QCOMPARE(Drop::ofRows(program, {1}).at({40, 1}), takenAnswers);
-    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
-    QTRY_COMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"b.mp4"_s, u"a.mp4"_s}));
+    QCOMPARE(namesOf(program.files().fileInfoArr),
+             (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
+    QTRY_COMPARE(namesOf(program.files().fileInfoArr),
+                 (QStringList{QStringLiteral("b.mp4"), QStringLiteral("a.mp4")}));
 }
 
 void TestRowDrag::brokenDataMovesNothing_data() {
@@ -315,7 +328,7 @@ void TestRowDrag::brokenDataMovesNothing() {
     const auto before = program.files().fileInfoArr;
     Drop drop = Drop::of(program, draggedRowsType, data);
     // Movies beside it are not looked at: the private type comes first.
-    drop.mime->setUrls({QUrl::fromLocalFile(program.movie(u"z.mp4"_s).write())});
+    drop.mime->setUrls({QUrl::fromLocalFile(program.movie(QStringLiteral("z.mp4")).write())});
     QCOMPARE(drop.at({40, 1}).drop, Qt::IgnoreAction);
     QVERIFY(settle(program));
     QCOMPARE(program.files().fileInfoArr, before);
@@ -326,24 +339,26 @@ void TestRowDrag::brokenDataMovesNothing() {
 void TestRowDrag::duringARunNothingMoves() {
     ControllerFixture program;
     const QStringList movies{
-        program.movie(u"a.mp4"_s)
+        program.movie(QStringLiteral("a.mp4"))
             .encode({"create", "header", "progress 5", "wait-file go", "write 10", "summary 10"})
             .write(),
-        program.movie(u"b.mp4"_s).write()};
+        program.movie(QStringLiteral("b.mp4")).write()};
     program.add(movies);
     program.click("btnConvertFile");
-    QTRY_COMPARE(program.files().recordAt(0)->text(key::progressValue), u"50 %"_s);
+    QTRY_COMPARE(program.files().recordAt(0)->text(key::progressValue), QStringLiteral("50 %"));
     program.widget<QWidget>("btnRemoveFile")->setEnabled(false);
     Drop drop = Drop::ofRows(program, {1});
     QCOMPARE(drop.at({40, 1}), moviesAnswers); // looked welcome, and was refused
     QCOMPARE(Drop::ofFiles(program, {movies[0]}).behindTheRows(), moviesAnswers);
-    QCOMPARE(Drop::of(program, u"text/plain"_s, "text").behindTheRows(), moviesAnswers);
+    QCOMPARE(Drop::of(program, QStringLiteral("text/plain"), "text").behindTheRows(),
+             moviesAnswers);
     QCoreApplication::processEvents();
-    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(namesOf(program.files().fileInfoArr),
+             (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
     QCOMPARE(program.state().itemId, 2);
     QVERIFY(!program.widget<QWidget>("btnRemoveFile")->isEnabled());
     program.boxes.promise(okAnswer);
-    writeContent(program.path(u"movies/go"_s));
+    writeContent(program.path(QStringLiteral("movies/go")));
     QVERIFY(program.waitUntilIdle());
     QCOMPARE(program.encodes().size(), 2);
 }
@@ -357,14 +372,14 @@ void TestRowDrag::insideAWaitTheDropIsPutOff() {
     QTimer::singleShot(0, this, [&] {
         drop.at({40, 1});
         QTimer::singleShot(0, this, [&] {
-            wasUntouched = program.files().recordAt(0)->text(key::name) == u"a.mp4"_s;
+            wasUntouched = program.files().recordAt(0)->text(key::name) == QStringLiteral("a.mp4");
             isOver = true;
             program.mainThread().wake();
         });
     });
     program.mainThread().waitUntil([&] { return isOver; });
     QVERIFY(wasUntouched);
-    QTRY_COMPARE(program.files().recordAt(0)->text(key::name), u"b.mp4"_s);
+    QTRY_COMPARE(program.files().recordAt(0)->text(key::name), QStringLiteral("b.mp4"));
 }
 
 void TestRowDrag::rowsThatWentMeanwhileAreNotMoved() {
@@ -373,7 +388,8 @@ void TestRowDrag::rowsThatWentMeanwhileAreNotMoved() {
     Drop::ofRows(program, {2}).at({40, 1});
     program.clickRowButton(1); // before the event loop comes to the drop
     QVERIFY(settle(program));
-    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"c.mp4"_s}));
+    QCOMPARE(namesOf(program.files().fileInfoArr),
+             (QStringList{QStringLiteral("a.mp4"), QStringLiteral("c.mp4")}));
 }
 
 void TestRowDrag::underABoxNothingMoves() {
@@ -389,12 +405,13 @@ void TestRowDrag::underABoxNothingMoves() {
     box.exec();
     QVERIFY(settle(program));
     QCOMPARE(answers.drop, Qt::IgnoreAction);
-    QCOMPARE(namesOf(program.files().fileInfoArr), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
+    QCOMPARE(namesOf(program.files().fileInfoArr),
+             (QStringList{QStringLiteral("a.mp4"), QStringLiteral("b.mp4")}));
 }
 
 void TestRowDrag::onlyThePrivateTypeLeavesTheTable() {
     const auto data = RowDrag::writeRowsWithIndexes({0, 2});
-    QCOMPARE(data->formats(), QStringList(u"MyPrivateTableViewDataType"_s));
+    QCOMPARE(data->formats(), QStringList(QStringLiteral("MyPrivateTableViewDataType")));
     QCOMPARE(unarchiveRows(data->data(draggedRowsType), 3), std::optional(std::vector<int>{0, 2}));
     ControllerFixture program;
     const auto& table = *program.widget<FileTableView>("theTableNew");

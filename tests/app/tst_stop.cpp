@@ -145,7 +145,7 @@ void TestStop::stopped() {
              QString(text("IDS_TXT_FILELIST") + QStringLiteral("  (2)")));
     for (const char* name :
          {"btnConvertFile", "btnAddFile", "btnSelectFolder", "comboBox", "btnRemoveFile"})
-        QVERIFY2(scene.program.window().findChild<QWidget*>(QLatin1String(name))->isEnabled(),
+        QVERIFY2(scene.program.window().findChild<QWidget*>(QLatin1StringView(name))->isEnabled(),
                  name);
     // No summary: the question was the only box.
     QCOMPARE(scene.program.boxes.seen.size(), 1);

@@ -49,7 +49,7 @@ void TestUncalled::replicaOfConvertQueuesCheckedRows() {
     QVERIFY(!scene.program.state().stopped);
     QVERIFY(scene.program.state().isConversionRunning);
     for (const char* name : {"btnConvertFile", "btnAddFile", "btnSelectFolder", "comboBox"})
-        QVERIFY(!scene.program.window().findChild<QWidget*>(QLatin1String(name))->isEnabled());
+        QVERIFY(!scene.program.window().findChild<QWidget*>(QLatin1StringView(name))->isEnabled());
     scene.goToEnd(a);
     scene.goToEnd(c);
     QVERIFY(scene.program.waitUntilIdle());

@@ -5,8 +5,6 @@
 
 #include <stdexcept>
 
-using namespace Qt::StringLiterals;
-
 Q_DECLARE_METATYPE(ProfileKind)
 
 /// What the encoder is told and where it writes to.
@@ -49,7 +47,8 @@ void TestEncoderCommand::profileTextsChooseSettings_data() {
 
 void TestEncoderCommand::profileTextsChooseSettings() {
     QFETCH(const QString, profile);
-    const ProfileCatalogue catalogue(u"first;second;third"_s, u"shown 1;shown 2;shown 3"_s);
+    const ProfileCatalogue catalogue(QStringLiteral("first;second;third"),
+                                     QStringLiteral("shown 1;shown 2;shown 3"));
     QTEST(catalogue.kindOf(profile), "kind");
     QTEST(rateFactor(catalogue.kindOf(profile)), "crf");
 }
@@ -75,7 +74,7 @@ void TestEncoderCommand::baseLosesTheLastExtensionOnly_data() {
 
 void TestEncoderCommand::baseLosesTheLastExtensionOnly() {
     QFETCH(const QString, source);
-    QTEST(outputBase(u"/out"_s, source), "base");
+    QTEST(outputBase(QStringLiteral("/out"), source), "base");
 }
 
 void TestEncoderCommand::namesAndDuplicates_data() {
@@ -83,29 +82,32 @@ void TestEncoderCommand::namesAndDuplicates_data() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    QTest::newRow("Pro") << ProfileKind::Pro << u"/out/clip_Pro_1280x720.mp4"_s
-                         << u"/out/clip_Pro(1)_1280x720.mp4"_s
-                         << u"/out/clip_Pro(2)_1280x720.mp4"_s;
+    QTest::newRow("Pro") << ProfileKind::Pro << QStringLiteral("/out/clip_Pro_1280x720.mp4")
+                         << QStringLiteral("/out/clip_Pro(1)_1280x720.mp4")
+                         << QStringLiteral("/out/clip_Pro(2)_1280x720.mp4");
     // Kept: a duplicate of the normal quality ends in .mov, its first name in .mp4.
-    QTest::newRow("Normal") << ProfileKind::Normal << u"/out/clip_Normal_1280x720.mp4"_s
-                            << u"/out/clip_Normal(1)_1280x720.mov"_s
-                            << u"/out/clip_Normal(2)_1280x720.mov"_s;
-    QTest::newRow("HQ") << ProfileKind::HighQuality << u"/out/clip_HQ_1280x720.mp4"_s
-                        << u"/out/clip_HQ(1)_1280x720.mp4"_s << u"/out/clip_HQ(2)_1280x720.mp4"_s;
+    QTest::newRow("Normal") << ProfileKind::Normal
+                            << QStringLiteral("/out/clip_Normal_1280x720.mp4")
+                            << QStringLiteral("/out/clip_Normal(1)_1280x720.mov")
+                            << QStringLiteral("/out/clip_Normal(2)_1280x720.mov");
+    QTest::newRow("HQ") << ProfileKind::HighQuality << QStringLiteral("/out/clip_HQ_1280x720.mp4")
+                        << QStringLiteral("/out/clip_HQ(1)_1280x720.mp4")
+                        << QStringLiteral("/out/clip_HQ(2)_1280x720.mp4");
 }
 
 void TestEncoderCommand::namesAndDuplicates() {
     QFETCH(const ProfileKind, kind);
-    const QString base = u"/out/clip"_s;
-    const QString size = u"1280x720"_s;
+    const QString base = QStringLiteral("/out/clip");
+    const QString size = QStringLiteral("1280x720");
     QTEST(outputName(kind, base, size), "name");
     QTEST(duplicateName(kind, base, 1, size), "first");
     QTEST(duplicateName(kind, base, 2, size), "second");
 }
 
 void TestEncoderCommand::duplicatesAreNumberedWithoutBound() {
-    QCOMPARE(duplicateName(ProfileKind::HighQuality, u"/o/50%1_%2"_s, 2147483647, u"4x2"_s),
-             u"/o/50%1_%2_HQ(2147483647)_4x2.mp4"_s);
+    QCOMPARE(duplicateName(ProfileKind::HighQuality, QStringLiteral("/o/50%1_%2"), 2147483647,
+                           QStringLiteral("4x2")),
+             QStringLiteral("/o/50%1_%2_HQ(2147483647)_4x2.mp4"));
 }
 
 void TestEncoderCommand::scaleFilterTakesTheTextsAsTheyStand_data() {
@@ -128,53 +130,56 @@ void TestEncoderCommand::scaleFilterTakesTheTextsAsTheyStand() {
 }
 
 void TestEncoderCommand::sizeWithoutHeightThrows() {
-    for (const QString& size : {QString(), u"1280"_s, u"1280X720"_s})
+    for (const QString& size : {QString(), QStringLiteral("1280"), QStringLiteral("1280X720")})
         QVERIFY_THROWS_EXCEPTION(std::out_of_range, (void)scaleFilter(size));
 }
 
 void TestEncoderCommand::argumentsInOrder_data() {
     QTest::addColumn<ProfileKind>("kind");
     QTest::addColumn<QString>("crf");
-    QTest::newRow("Pro") << ProfileKind::Pro << u"7"_s;
-    QTest::newRow("HQ") << ProfileKind::HighQuality << u"15"_s;
-    QTest::newRow("Normal") << ProfileKind::Normal << u"23"_s;
+    QTest::newRow("Pro") << ProfileKind::Pro << QStringLiteral("7");
+    QTest::newRow("HQ") << ProfileKind::HighQuality << QStringLiteral("15");
+    QTest::newRow("Normal") << ProfileKind::Normal << QStringLiteral("23");
 }
 
 void TestEncoderCommand::argumentsInOrder() {
     QFETCH(const ProfileKind, kind);
     QFETCH(const QString, crf);
-    const QStringList expected{u"-psnr"_s,
-                               u"-i"_s,
-                               u"/v/a b.mov"_s,
-                               u"-codec:v"_s,
-                               u"libx264"_s,
-                               u"-preset"_s,
-                               u"veryfast"_s,
-                               u"-level:v"_s,
-                               u"5.1"_s,
-                               u"-vf"_s,
-                               u"scale=4:2"_s,
-                               u"-crf"_s,
+    const QStringList expected{QStringLiteral("-psnr"),
+                               QStringLiteral("-i"),
+                               QStringLiteral("/v/a b.mov"),
+                               QStringLiteral("-codec:v"),
+                               QStringLiteral("libx264"),
+                               QStringLiteral("-preset"),
+                               QStringLiteral("veryfast"),
+                               QStringLiteral("-level:v"),
+                               QStringLiteral("5.1"),
+                               QStringLiteral("-vf"),
+                               QStringLiteral("scale=4:2"),
+                               QStringLiteral("-crf"),
                                crf,
-                               u"-g"_s,
-                               u"15"_s,
-                               u"-pix_fmt"_s,
-                               u"yuv420p"_s,
-                               u"-acodec"_s,
-                               u"copy"_s,
-                               u"-avoid_negative_ts"_s,
-                               u"1"_s,
-                               u"/o/a b_4x2.mp4"_s};
-    QCOMPARE(encoderArguments(kind, u"/v/a b.mov"_s, u"4x2"_s, u"/o/a b_4x2.mp4"_s, false),
+                               QStringLiteral("-g"),
+                               QStringLiteral("15"),
+                               QStringLiteral("-pix_fmt"),
+                               QStringLiteral("yuv420p"),
+                               QStringLiteral("-acodec"),
+                               QStringLiteral("copy"),
+                               QStringLiteral("-avoid_negative_ts"),
+                               QStringLiteral("1"),
+                               QStringLiteral("/o/a b_4x2.mp4")};
+    QCOMPARE(encoderArguments(kind, QStringLiteral("/v/a b.mov"), QStringLiteral("4x2"),
+                              QStringLiteral("/o/a b_4x2.mp4"), false),
              expected);
 }
 
 void TestEncoderCommand::overwritingComesFirst() {
     const QStringList without =
-        encoderArguments(ProfileKind::Pro, u"/v/a.mov"_s, u"4x2"_s, u"/o/a.mp4"_s, false);
-    QVERIFY(!without.contains(u"-y"_s));
-    QCOMPARE(encoderArguments(ProfileKind::Pro, u"/v/a.mov"_s, u"4x2"_s, u"/o/a.mp4"_s, true),
-             QStringList(u"-y"_s) + without);
+        encoderArguments(ProfileKind::Pro, QStringLiteral("/v/a.mov"), QStringLiteral("4x2"),
+                         QStringLiteral("/o/a.mp4"), false);
+    QVERIFY(!without.contains(QStringLiteral("-y")));
+    QCOMPARE(encoderArguments(ProfileKind::Pro, QStringLiteral("/v/a.mov"), QStringLiteral("4x2"),
+                              QStringLiteral("/o/a.mp4"), true),
+             QStringList(QStringLiteral("-y")) + without);
 }
 
 REELSHIFT_TEST(tst_encodercommand, TestEncoderCommand, NoApplication)

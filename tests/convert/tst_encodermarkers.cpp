@@ -6,28 +6,30 @@
 #include <limits>
 #include <stdexcept>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr double biggest = std::numeric_limits<double>::max();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-const QString progress = u"frame=   42 fps= 18 q=20.0 PSNR=Y:nan U:nan V:nan *:nan size=     512kB "
-                         "time=00:00:01.76 bitrate=2377.1kbits/s speed=0.747x    \r"_s;
-const QString summary = u"frame=  200 fps= 16 q=-1.0 LPSNR=Y:inf U:inf V:inf *:inf size=    4864kB "
-                        "time=00:00:08.01 bitrate=4974.0kbits/s speed=0.654x    \n"_s;
+const QString progress =
+    QStringLiteral("frame=   42 fps= 18 q=20.0 PSNR=Y:nan U:nan V:nan *:nan size=     512kB "
+                   "time=00:00:01.76 bitrate=2377.1kbits/s speed=0.747x    \r");
+const QString summary =
+    QStringLiteral("frame=  200 fps= 16 q=-1.0 LPSNR=Y:inf U:inf V:inf *:inf size=    4864kB "
+                   "time=00:00:08.01 bitrate=4974.0kbits/s speed=0.654x    \n");
 
-const QString noPictureYet = u"frame=    0 fps=0.0 q=0.0 size=       0kB time=00:00:03.99 "
-                             "bitrate=   0.1kbits/s speed=55.9x    \r"_s;
+const QString noPictureYet =
+    QStringLiteral("frame=    0 fps=0.0 q=0.0 size=       0kB time=00:00:03.99 "
+                   "bitrate=   0.1kbits/s speed=55.9x    \r");
 const QString noPicture =
-    u"frame=    0 fps=0.0 q=0.0 LPSNR=Y:-nan U:-nan V:-nan *:-nan "
-    "size=      36kB time=00:00:03.99 bitrate=  73.0kbits/s speed= 213x    \n"_s;
+    QStringLiteral("frame=    0 fps=0.0 q=0.0 LPSNR=Y:-nan U:-nan V:-nan *:-nan "
+                   "size=      36kB time=00:00:03.99 bitrate=  73.0kbits/s speed= 213x    \n");
 // 9.0, through the launcher.
-const QString noPictureLater = u"frame=    0 fps=0.0 q=0.0 LPSNR=Y:nan U:nan V:nan *:nan "
-                               "size=      36KiB time=00:00:04.00 bitrate=  72.9kbits/s "
-                               "speed=63.9x elapsed=0:00:00.06    \n"_s;
+const QString noPictureLater =
+    QStringLiteral("frame=    0 fps=0.0 q=0.0 LPSNR=Y:nan U:nan V:nan *:nan "
+                   "size=      36KiB time=00:00:04.00 bitrate=  72.9kbits/s "
+                   "speed=63.9x elapsed=0:00:00.06    \n");
 
 } // namespace
 
@@ -60,61 +62,72 @@ void TestEncoderMarkers::findsMarks_data() {
     row("progress", progress, "p");
     row("summary", summary, "ps");
     row("progress and summary", progress + summary, "ps");
-    row("error", u"Stream error\n"_s, "e");
-    row("part of a word", u"terrors\n"_s, "e");
-    row("Error is no error", u"Error while decoding stream #0:0\n"_s, "");
-    row("ERROR is no error", u"ERROR\n"_s, "");
-    row("Invalid", u"Invalid data found\n"_s, "i");
-    row("invalid is not Invalid", u"--psnr used with psy on: results will be invalid!\n"_s, "");
-    row("Time is no time", u"Time=00:00:01.00\n"_s, "");
-    row("time with a blank", u"time =00:00:01.00\n"_s, "");
-    row("part of a key", u"creation_time=2020\n"_s, "p");
-    row("PSNR is no summary", u"PSNR=Y:nan\n"_s, "");
-    row("Lsize is no summary", u"Lsize=  10kB time=00:00:01.00\n"_s, "p");
-    row("lower case", u"lpsnr=\n"_s, "");
-    row("write failure", u"av_interleaved_write_frame(): No space left on device\n"_s, "w");
-    row("write failure alone", u"av_interleaved_write_frame(): Input/output error\n"_s, "ew");
-    row("index", u"Error writing trailer of a.mp4: No space left on device\n"_s, "w");
-    row("index, other reasons", u"Error writing trailer of a.mp4: File too large\n"_s, "w");
-    row("end of the file", u"Error closing file a.mp4: Input/output error\n"_s, "ew");
-    row("no space in lower case", u"no space left on device\n"_s, "");
+    row("error", QStringLiteral("Stream error\n"), "e");
+    row("part of a word", QStringLiteral("terrors\n"), "e");
+    row("Error is no error", QStringLiteral("Error while decoding stream #0:0\n"), "");
+    row("ERROR is no error", QStringLiteral("ERROR\n"), "");
+    row("Invalid", QStringLiteral("Invalid data found\n"), "i");
+    row("invalid is not Invalid",
+        QStringLiteral("--psnr used with psy on: results will be invalid!\n"), "");
+    row("Time is no time", QStringLiteral("Time=00:00:01.00\n"), "");
+    row("time with a blank", QStringLiteral("time =00:00:01.00\n"), "");
+    row("part of a key", QStringLiteral("creation_time=2020\n"), "p");
+    row("PSNR is no summary", QStringLiteral("PSNR=Y:nan\n"), "");
+    row("Lsize is no summary", QStringLiteral("Lsize=  10kB time=00:00:01.00\n"), "p");
+    row("lower case", QStringLiteral("lpsnr=\n"), "");
+    row("write failure", QStringLiteral("av_interleaved_write_frame(): No space left on device\n"),
+        "w");
+    row("write failure alone", QStringLiteral("av_interleaved_write_frame(): Input/output error\n"),
+        "ew");
+    row("index", QStringLiteral("Error writing trailer of a.mp4: No space left on device\n"), "w");
+    row("index, other reasons", QStringLiteral("Error writing trailer of a.mp4: File too large\n"),
+        "w");
+    row("end of the file", QStringLiteral("Error closing file a.mp4: Input/output error\n"), "ew");
+    row("no space in lower case", QStringLiteral("no space left on device\n"), "");
     row("no picture", noPicture, "psn");
     row("no picture, later releases", noPictureLater, "psn");
-    row("no picture, no position", u"frame=    0 fps=0.0 q=0.0 LPSNR=Y:nan time=N/A"_s, "psn");
+    row("no picture, no position", QStringLiteral("frame=    0 fps=0.0 q=0.0 LPSNR=Y:nan time=N/A"),
+        "psn");
     row("no picture, twice", noPictureYet + noPicture, "psn");
     row("none at first", noPictureYet + summary, "ps");
     row("none yet", noPictureYet, "p");
-    row("none yet, and the next line begins", noPictureYet + u"LPSNR="_s, "ps");
-    row("other text between", u"frame=    0 fps=0.0\n LPSNR=Y:nan time=N/A"_s, "ps");
-    row("one picture", u"frame=    1 fps=0.0 q=-1.0 LPSNR=Y:inf"_s, "s");
-    row("ten pictures", u"frame=   10 fps=0.0 q=-1.0 LPSNR=Y:inf"_s, "s");
-    row("very many", u"frame=100000 fps=250 q=-1.0 LPSNR=Y:inf"_s, "s");
-    row("as many without a rate", u"frame=0LPSNR="_s, "sn");
-    row("no count", u"frame=LPSNR="_s, "s");
-    row("a count that is none", u"frame= x0 LPSNR="_s, "s");
-    row("sound alone", u"size=  18kB LPSNR=Y:nan"_s, "s");
-    row("everything", u"error Invalid "_s + summary + u"No space left on device"_s, "peiws");
+    row("none yet, and the next line begins", noPictureYet + QStringLiteral("LPSNR="), "ps");
+    row("other text between", QStringLiteral("frame=    0 fps=0.0\n LPSNR=Y:nan time=N/A"), "ps");
+    row("one picture", QStringLiteral("frame=    1 fps=0.0 q=-1.0 LPSNR=Y:inf"), "s");
+    row("ten pictures", QStringLiteral("frame=   10 fps=0.0 q=-1.0 LPSNR=Y:inf"), "s");
+    row("very many", QStringLiteral("frame=100000 fps=250 q=-1.0 LPSNR=Y:inf"), "s");
+    row("as many without a rate", QStringLiteral("frame=0LPSNR="), "sn");
+    row("no count", QStringLiteral("frame=LPSNR="), "s");
+    row("a count that is none", QStringLiteral("frame= x0 LPSNR="), "s");
+    row("sound alone", QStringLiteral("size=  18kB LPSNR=Y:nan"), "s");
+    row("everything",
+        QStringLiteral("error Invalid ") + summary + QStringLiteral("No space left on device"),
+        "peiws");
 }
 
 void TestEncoderMarkers::findsMarks() {
     QFETCH(const QString, piece);
     const EncoderMarkers marks = markersOf(piece);
-    const QString found =
-        QString(marks.hasPosition ? u"p"_s : QString()) + (marks.hasError ? u"e"_s : QString()) +
-        (marks.hasInvalid ? u"i"_s : QString()) + (marks.hasWriteFailure ? u"w"_s : QString()) +
-        (marks.hasSummary ? u"s"_s : QString()) + (marks.hasNoPicture ? u"n"_s : QString());
+    const QString found = QString(marks.hasPosition ? QStringLiteral("p") : QString()) +
+                          (marks.hasError ? QStringLiteral("e") : QString()) +
+                          (marks.hasInvalid ? QStringLiteral("i") : QString()) +
+                          (marks.hasWriteFailure ? QStringLiteral("w") : QString()) +
+                          (marks.hasSummary ? QStringLiteral("s") : QString()) +
+                          (marks.hasNoPicture ? QStringLiteral("n") : QString());
     QTEST(found, "marks");
 }
 
 void TestEncoderMarkers::writeFailureWithoutPosition_data() {
     QTest::addColumn<QString>("piece");
     QTest::addColumn<bool>("alone");
-    const QString failure = u"av_interleaved_write_frame(): No space left on device\n"_s;
+    const QString failure =
+        QStringLiteral("av_interleaved_write_frame(): No space left on device\n");
     QTest::newRow("alone") << failure << true;
-    QTest::newRow("with what is harmless") << QString(u"Invalid timestamps\n"_s + failure) << true;
+    QTest::newRow("with what is harmless")
+        << QString(QStringLiteral("Invalid timestamps\n") + failure) << true;
     QTest::newRow("with a position") << QString(failure + progress) << false;
-    QTest::newRow("with an error") << QString(failure + u"error\n"_s) << false;
-    QTest::newRow("no failure") << u"Conversion failed!\n"_s << false;
+    QTest::newRow("with an error") << QString(failure + QStringLiteral("error\n")) << false;
+    QTest::newRow("no failure") << QStringLiteral("Conversion failed!\n") << false;
     QTest::newRow("nothing") << QString() << false;
 }
 
@@ -131,12 +144,12 @@ void TestEncoderMarkers::positionOfAPiece_data() {
     };
     row("progress", progress, "00:00:01.76");
     row("the first of two", progress + summary, "00:00:01.76");
-    row("at the start", u"time=01:02:03.45"_s, "01:02:03.45");
-    row("absurd", u"time=-577014:32:22.77 bitrate=-0.0kbits/s"_s, "-577014:32:");
-    row("N/A", u"size=N/A time=N/A bitrate=N/A"_s, "N/A bitrate");
+    row("at the start", QStringLiteral("time=01:02:03.45"), "01:02:03.45");
+    row("absurd", QStringLiteral("time=-577014:32:22.77 bitrate=-0.0kbits/s"), "-577014:32:");
+    row("N/A", QStringLiteral("size=N/A time=N/A bitrate=N/A"), "N/A bitrate");
     // Kept: the place of a missing mark wraps around to character 4.
-    row("missing", u"0123456789abcdefgh error"_s, "456789abcde");
-    row("missing, just long enough", u"0123456789abcde"_s, "456789abcde");
+    row("missing", QStringLiteral("0123456789abcdefgh error"), "456789abcde");
+    row("missing, just long enough", QStringLiteral("0123456789abcde"), "456789abcde");
 }
 
 void TestEncoderMarkers::positionOfAPiece() {
@@ -190,9 +203,9 @@ void TestEncoderMarkers::percentageOfATotal() {
 }
 
 void TestEncoderMarkers::percentageIsShownWithABlank() {
-    QCOMPARE(percentageText(37), u"37 %"_s);
-    QCOMPARE(percentageText(0), u"0 %"_s);
-    QCOMPARE(percentageText(2147483647), u"2147483647 %"_s);
+    QCOMPARE(percentageText(37), QStringLiteral("37 %"));
+    QCOMPARE(percentageText(0), QStringLiteral("0 %"));
+    QCOMPARE(percentageText(2147483647), QStringLiteral("2147483647 %"));
 }
 
 REELSHIFT_TEST(tst_encodermarkers, TestEncoderMarkers, NoApplication)

@@ -10,8 +10,6 @@
 #include <sys/mount.h>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 /// The time of a file's last change, read from one and given to another.
 class TestFileTime final : public QObject {
     Q_OBJECT
@@ -63,8 +61,8 @@ void TestFileTime::isTakenOverExactly_data() {
 void TestFileTime::isTakenOverExactly() {
     QFETCH(const qint64, seconds);
     QFETCH(const qint64, nanoseconds);
-    const QString source = made(u"source \u00e9\n.mp4"_s);
-    const QString output = made(u"output.mp4"_s);
+    const QString source = made(QStringLiteral("source \u00e9\n.mp4"));
+    const QString output = made(QStringLiteral("output.mp4"));
     QVERIFY(setModificationTime(source, {seconds, nanoseconds}));
     const auto time = modificationTime(source);
     QVERIFY(time);
@@ -74,7 +72,7 @@ void TestFileTime::isTakenOverExactly() {
 }
 
 void TestFileTime::leavesTheTimeOfTheLastReadAlone() {
-    const QString output = made(u"output.mp4"_s);
+    const QString output = made(QStringLiteral("output.mp4"));
     const timespec before = factsOf(output).st_atim;
     QVERIFY(setModificationTime(output, {1'234'567'890, 0}));
     QCOMPARE(factsOf(output).st_atim.tv_sec, before.tv_sec);
@@ -82,19 +80,19 @@ void TestFileTime::leavesTheTimeOfTheLastReadAlone() {
 }
 
 void TestFileTime::goesToTheFileBehindALink() {
-    const QString output = made(u"output.mp4"_s);
-    const QString link = folder_->filePath(u"link.mp4"_s);
+    const QString output = made(QStringLiteral("output.mp4"));
+    const QString link = folder_->filePath(QStringLiteral("link.mp4"));
     QVERIFY(QFile::link(output, link));
     QVERIFY(setModificationTime(link, {1'234'567'890, 0}));
     QCOMPARE(qint64{factsOf(output).st_mtim.tv_sec}, qint64{1'234'567'890});
 }
 
 void TestFileTime::nothingThere() {
-    QVERIFY(!modificationTime(folder_->filePath(u"gone.mp4"_s)));
+    QVERIFY(!modificationTime(folder_->filePath(QStringLiteral("gone.mp4"))));
     QVERIFY(!modificationTime(QString()));
-    QVERIFY(!setModificationTime(folder_->filePath(u"gone.mp4"_s), {1, 0}));
+    QVERIFY(!setModificationTime(folder_->filePath(QStringLiteral("gone.mp4")), {1, 0}));
     QCOMPARE(errno, ENOENT);
-    QVERIFY(!QFile::exists(folder_->filePath(u"gone.mp4"_s)));
+    QVERIFY(!QFile::exists(folder_->filePath(QStringLiteral("gone.mp4"))));
     QVERIFY(!setModificationTime(QString(), {1, 0}));
 }
 
@@ -103,7 +101,7 @@ void TestFileTime::aVolumeThatIsReadOnly() {
     if (::mount("none", folder.constData(), "tmpfs", 0, "size=64k") != 0)
         QSKIP("no volume can be mounted here");
     const auto unmount = qScopeGuard([&] { ::umount2(folder.constData(), MNT_DETACH); });
-    const QString output = made(u"output.mp4"_s);
+    const QString output = made(QStringLiteral("output.mp4"));
     QCOMPARE(::mount("none", folder.constData(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr), 0);
     QVERIFY(!setModificationTime(output, {1, 0}));
     QCOMPARE(errno, EROFS);

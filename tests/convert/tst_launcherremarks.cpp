@@ -3,8 +3,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 class TestLauncherRemarks final : public QObject {
     Q_OBJECT
 
@@ -18,10 +16,11 @@ void TestLauncherRemarks::beginnings_data() {
     QTest::addColumn<QStringList>("remarks");
     const QByteArray words("reelshift: for the log: ");
     QTest::newRow("two") << words + "one\n" + words + "two\nffmpeg version 7\n"
-                         << QStringList{u"one"_s, u"two"_s};
+                         << QStringList{QStringLiteral("one"), QStringLiteral("two")};
     QTest::newRow("none") << QByteArray("ffmpeg version 7\n") << QStringList{};
     QTest::newRow("later") << "ffmpeg version 7\n" + words + "a title\n" << QStringList{};
-    QTest::newRow("unfinished") << words + "one\n" + words + "tw" << QStringList{u"one"_s};
+    QTest::newRow("unfinished") << words + "one\n" + words + "tw"
+                                << QStringList{QStringLiteral("one")};
     QTest::newRow("empty") << words + "\n\n" + words + "x\n" << QStringList{QString()};
     QTest::newRow("nothing") << QByteArray() << QStringList{};
 }

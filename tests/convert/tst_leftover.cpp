@@ -11,8 +11,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr qint64 launched = 1'700'000'000;
@@ -78,8 +76,8 @@ void TestLeftover::write(const QString& path, const QByteArray& content, qint64 
 /// An encoder that was seen to make its file, and that died with the program.
 void TestLeftover::init() {
     temporary_ = std::make_unique<QTemporaryDir>();
-    output_ = at(u"out.mp4"_s);
-    const QString source = at(u"in.mp4"_s);
+    output_ = at(QStringLiteral("out.mp4"));
+    const QString source = at(QStringLiteral("in.mp4"));
     write(source, start + box("moov", "in"), launched - 1000);
     write(output_, half, lastAlive - 1);
     note_ = RunNote();
@@ -116,16 +114,16 @@ void TestLeftover::found_data() {
     const auto remove = [this] { QVERIFY(QFile::remove(output_)); };
     row("no file", Leftover::Nothing, remove);
     row("its disk is not there", Leftover::OutOfReach,
-        [this] { note_.output = QFile::encodeName(at(u"disk/out.mp4"_s)); });
+        [this] { note_.output = QFile::encodeName(at(QStringLiteral("disk/out.mp4"))); });
     row("its folder is a file now", Leftover::OutOfReach,
-        [this] { note_.output = QFile::encodeName(output_ + u"/out.mp4"_s); });
+        [this] { note_.output = QFile::encodeName(output_ + QStringLiteral("/out.mp4")); });
     row("a link to it", Leftover::NoFile, [this] {
-        QVERIFY(QFile::rename(output_, at(u"moved.mp4"_s)));
-        QVERIFY(QFile::link(at(u"moved.mp4"_s), output_));
+        QVERIFY(QFile::rename(output_, at(QStringLiteral("moved.mp4"))));
+        QVERIFY(QFile::link(at(QStringLiteral("moved.mp4")), output_));
     });
     row("a link to nothing", Leftover::NoFile, [=, this] {
         remove();
-        QVERIFY(QFile::link(at(u"nothing"_s), output_));
+        QVERIFY(QFile::link(at(QStringLiteral("nothing")), output_));
     });
     row("a folder", Leftover::NoFile, [=, this] {
         remove();
@@ -138,7 +136,7 @@ void TestLeftover::found_data() {
     row("the source, by its path", Leftover::Source, [this] { note_.source = note_.output; });
     row("the source, by another name", Leftover::Source, [=, this] {
         remove();
-        QVERIFY(QFile::rename(at(u"in.mp4"_s), output_));
+        QVERIFY(QFile::rename(at(QStringLiteral("in.mp4")), output_));
         note_.made.reset();
     });
     row("a link to the source", Leftover::Source, [=, this] {
@@ -146,7 +144,7 @@ void TestLeftover::found_data() {
         QCOMPARE(::link(note_.source.constData(), note_.output.constData()), 0);
     });
     row("the source has come back as another file", Leftover::Source, [this] {
-        QVERIFY(QFile::remove(at(u"in.mp4"_s)));
+        QVERIFY(QFile::remove(at(QStringLiteral("in.mp4"))));
         QCOMPARE(::link(note_.output.constData(), note_.source.constData()), 0);
     });
     row("an older output that was not touched", Leftover::Older, [this] {
@@ -154,9 +152,9 @@ void TestLeftover::found_data() {
         note_.before = fileAt(output_);
     });
     row("another file in its place", Leftover::Changed, [this] {
-        write(at(u"new.mp4"_s), half, lastAlive - 1);
+        write(at(QStringLiteral("new.mp4")), half, lastAlive - 1);
         QVERIFY(QFile::remove(output_));
-        QVERIFY(QFile::rename(at(u"new.mp4"_s), output_));
+        QVERIFY(QFile::rename(at(QStringLiteral("new.mp4")), output_));
     });
     row("on another disk", Leftover::Changed, [this] { ++note_.made->device; });
     row("written to since", Leftover::Changed, [this] { write(output_, half, lastAlive + 3600); });

@@ -11,8 +11,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 /// The file of a note: for its owner alone, locked while its writer lives, and whatever else lies
 /// in the folder holds nobody up.
 class TestNoteFile final : public QObject {
@@ -32,7 +30,9 @@ private Q_SLOTS:
     void folderThatCannotBeMade();
 
 private:
-    [[nodiscard]] QString folder() const { return temporary_->filePath(u"state/reelshift"_s); }
+    [[nodiscard]] QString folder() const {
+        return temporary_->filePath(QStringLiteral("state/reelshift"));
+    }
     static mode_t rightsOf(const QString& path);
 
     std::unique_ptr<QTemporaryDir> temporary_;
@@ -127,7 +127,7 @@ void TestNoteFile::whatIsNoNote_data() {
 void TestNoteFile::whatIsNoNote() {
     QFETCH(QString, kind);
     QVERIFY(QDir().mkpath(folder()));
-    const QString path = folder() + u"/run-1.note"_s;
+    const QString path = folder() + QStringLiteral("/run-1.note");
     const QByteArray name = QFile::encodeName(path);
     const auto write = [](const QString& where) {
         QFile file(where);
@@ -136,12 +136,12 @@ void TestNoteFile::whatIsNoNote() {
     if (kind == u"pipe")
         QCOMPARE(::mkfifo(name.constData(), 0600), 0);
     else if (kind == u"link")
-        QVERIFY(write(temporary_->filePath(u"other"_s)) &&
-                QFile::link(temporary_->filePath(u"other"_s), path));
+        QVERIFY(write(temporary_->filePath(QStringLiteral("other"))) &&
+                QFile::link(temporary_->filePath(QStringLiteral("other")), path));
     else if (kind == u"folder")
         QVERIFY(QDir().mkdir(path));
     else
-        QVERIFY(write(kind == u"another name" ? folder() + u"/run-1.txt"_s : path));
+        QVERIFY(write(kind == u"another name" ? folder() + QStringLiteral("/run-1.txt") : path));
     if (kind == u"of another user" && ::chown(name.constData(), ::geteuid() + 1, gid_t(-1)) != 0)
         QSKIP("only root can give a file away");
     QCOMPARE(NoteFile::openAll(folder()).size(), size_t(0));
@@ -149,11 +149,11 @@ void TestNoteFile::whatIsNoNote() {
 }
 
 void TestNoteFile::folderThatIsALink() {
-    QVERIFY(QDir().mkpath(temporary_->filePath(u"elsewhere"_s)));
-    QVERIFY(QDir().mkpath(temporary_->filePath(u"state"_s)));
-    QVERIFY(QFile::link(temporary_->filePath(u"elsewhere"_s), folder()));
+    QVERIFY(QDir().mkpath(temporary_->filePath(QStringLiteral("elsewhere"))));
+    QVERIFY(QDir().mkpath(temporary_->filePath(QStringLiteral("state"))));
+    QVERIFY(QFile::link(temporary_->filePath(QStringLiteral("elsewhere")), folder()));
     QVERIFY(!NoteFile::create(folder()));
-    QVERIFY(QDir(temporary_->filePath(u"elsewhere"_s)).isEmpty());
+    QVERIFY(QDir(temporary_->filePath(QStringLiteral("elsewhere"))).isEmpty());
 }
 
 void TestNoteFile::folderOfAnotherUser() {
@@ -166,7 +166,7 @@ void TestNoteFile::folderOfAnotherUser() {
 }
 
 void TestNoteFile::folderThatCannotBeMade() {
-    QFile file(temporary_->filePath(u"state"_s));
+    QFile file(temporary_->filePath(QStringLiteral("state")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(!NoteFile::create(folder()));
     QCOMPARE(NoteFile::openAll(folder()).size(), size_t(0));

@@ -10,8 +10,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 /// Only what an unfinished encoder has made or changed may be deleted.
 class TestPartialOutput final : public QObject {
     Q_OBJECT
@@ -72,8 +70,8 @@ void TestPartialOutput::noPathIsNoOutput() {
 }
 
 void TestPartialOutput::fileThatAppearsIsPartial() {
-    const PartialOutput output(path(u"a.mp4"_s));
-    QCOMPARE(output.path(), path(u"a.mp4"_s));
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
+    QCOMPARE(output.path(), path(QStringLiteral("a.mp4")));
     QVERIFY(!output.exists());
     write(output.path(), {});
     QVERIFY(output.exists());
@@ -83,22 +81,22 @@ void TestPartialOutput::fileThatAppearsIsPartial() {
 }
 
 void TestPartialOutput::fileThatNeverAppearsIsNot() {
-    const PartialOutput output(path(u"a.mp4"_s));
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     output.remove();
     QVERIFY(!output.exists());
 }
 
 void TestPartialOutput::untouchedOlderFileStays() {
-    write(path(u"a.mp4"_s), "older");
-    const PartialOutput output(path(u"a.mp4"_s));
+    write(path(QStringLiteral("a.mp4")), "older");
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     QVERIFY(!output.exists());
     output.remove();
     QVERIFY(QFile::exists(output.path()));
 }
 
 void TestPartialOutput::readingAnOlderFileIsNoChange() {
-    write(path(u"a.mp4"_s), "older");
-    const PartialOutput output(path(u"a.mp4"_s));
+    write(path(QStringLiteral("a.mp4")), "older");
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     QFile file(output.path());
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("older"));
@@ -106,18 +104,18 @@ void TestPartialOutput::readingAnOlderFileIsNoChange() {
 }
 
 void TestPartialOutput::longerFileIsPartial() {
-    write(path(u"a.mp4"_s), "older");
-    setTime(path(u"a.mp4"_s), 1000);
-    const PartialOutput output(path(u"a.mp4"_s));
+    write(path(QStringLiteral("a.mp4")), "older");
+    setTime(path(QStringLiteral("a.mp4")), 1000);
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     write(output.path(), "older and more");
     setTime(output.path(), 1000);
     QVERIFY(output.exists());
 }
 
 void TestPartialOutput::sameSizeAtAnotherTimeIsPartial() {
-    write(path(u"a.mp4"_s), "older");
-    setTime(path(u"a.mp4"_s), 1000);
-    const PartialOutput output(path(u"a.mp4"_s));
+    write(path(QStringLiteral("a.mp4")), "older");
+    setTime(path(QStringLiteral("a.mp4")), 1000);
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     write(output.path(), "newer");
     QVERIFY(output.exists());
     output.remove();
@@ -125,19 +123,19 @@ void TestPartialOutput::sameSizeAtAnotherTimeIsPartial() {
 }
 
 void TestPartialOutput::sameSizeAndTimeInAnotherFileIsPartial() {
-    write(path(u"a.mp4"_s), "older");
-    setTime(path(u"a.mp4"_s), 1000);
-    const PartialOutput output(path(u"a.mp4"_s));
+    write(path(QStringLiteral("a.mp4")), "older");
+    setTime(path(QStringLiteral("a.mp4")), 1000);
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     // Made before the older one goes, so that it is another inode.
-    write(path(u"b.mp4"_s), "newer");
-    setTime(path(u"b.mp4"_s), 1000);
+    write(path(QStringLiteral("b.mp4")), "newer");
+    setTime(path(QStringLiteral("b.mp4")), 1000);
     QVERIFY(QFile::remove(output.path()));
-    QVERIFY(QFile::rename(path(u"b.mp4"_s), output.path()));
+    QVERIFY(QFile::rename(path(QStringLiteral("b.mp4")), output.path()));
     QVERIFY(output.exists());
 }
 
 void TestPartialOutput::fileInPlaceOfTheNotedOneStays() {
-    const PartialOutput output(path(u"a.mp4"_s));
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     QFile encoders(output.path()); // open until its encoder ends
     QVERIFY(encoders.open(QIODevice::WriteOnly));
     output.note();
@@ -151,7 +149,7 @@ void TestPartialOutput::fileInPlaceOfTheNotedOneStays() {
 }
 
 void TestPartialOutput::notedFileIsPartialAsItGrows() {
-    const PartialOutput output(path(u"a.mp4"_s));
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     write(output.path(), "some");
     output.note();
     write(output.path(), "some and more");
@@ -162,15 +160,15 @@ void TestPartialOutput::notedFileIsPartialAsItGrows() {
 }
 
 void TestPartialOutput::vanishedFileIsNone() {
-    write(path(u"a.mp4"_s), "older");
-    const PartialOutput output(path(u"a.mp4"_s));
+    write(path(QStringLiteral("a.mp4")), "older");
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     QVERIFY(QFile::remove(output.path()));
     QVERIFY(!output.exists());
     output.remove();
 }
 
 void TestPartialOutput::folderIsNeverPartial() {
-    const PartialOutput output(path(u"a.mp4"_s));
+    const PartialOutput output(path(QStringLiteral("a.mp4")));
     QVERIFY(QDir().mkdir(output.path()));
     QVERIFY(!output.exists());
     output.remove();
@@ -178,7 +176,7 @@ void TestPartialOutput::folderIsNeverPartial() {
 }
 
 void TestPartialOutput::folderIsMissing() {
-    const PartialOutput output(path(u"missing/a.mp4"_s));
+    const PartialOutput output(path(QStringLiteral("missing/a.mp4")));
     QVERIFY(!output.exists());
     output.remove();
 }
@@ -200,71 +198,71 @@ void TestPartialOutput::oddNames() {
 }
 
 void TestPartialOutput::linkThatAppearsStaysWithItsFile() {
-    write(path(u"source.mp4"_s), "source");
-    const PartialOutput output(path(u"out.mp4"_s));
-    QVERIFY(QFile::link(path(u"source.mp4"_s), output.path()));
+    write(path(QStringLiteral("source.mp4")), "source");
+    const PartialOutput output(path(QStringLiteral("out.mp4")));
+    QVERIFY(QFile::link(path(QStringLiteral("source.mp4")), output.path()));
     QVERIFY(!output.exists());
     output.remove();
-    QVERIFY(QFile::exists(path(u"source.mp4"_s)));
+    QVERIFY(QFile::exists(path(QStringLiteral("source.mp4"))));
     QVERIFY(QFile::exists(output.path()));
 }
 
 void TestPartialOutput::fileBehindADanglingLinkIsPartial() {
-    QVERIFY(QFile::link(path(u"elsewhere.mp4"_s), path(u"out.mp4"_s)));
-    const PartialOutput output(path(u"out.mp4"_s));
+    QVERIFY(QFile::link(path(QStringLiteral("elsewhere.mp4")), path(QStringLiteral("out.mp4"))));
+    const PartialOutput output(path(QStringLiteral("out.mp4")));
     QVERIFY(!output.exists());
     write(output.path(), "partial");
     QVERIFY(output.exists());
     output.remove();
-    QVERIFY(!QFile::exists(path(u"elsewhere.mp4"_s)));
+    QVERIFY(!QFile::exists(path(QStringLiteral("elsewhere.mp4"))));
     QVERIFY(!output.exists());
 }
 
 void TestPartialOutput::changedFileBehindALinkIsPartial() {
-    write(path(u"elsewhere.mp4"_s), "older");
-    QVERIFY(QFile::link(path(u"elsewhere.mp4"_s), path(u"out.mp4"_s)));
-    const PartialOutput output(path(u"out.mp4"_s));
+    write(path(QStringLiteral("elsewhere.mp4")), "older");
+    QVERIFY(QFile::link(path(QStringLiteral("elsewhere.mp4")), path(QStringLiteral("out.mp4"))));
+    const PartialOutput output(path(QStringLiteral("out.mp4")));
     output.remove();
-    QVERIFY(QFile::exists(path(u"elsewhere.mp4"_s)));
+    QVERIFY(QFile::exists(path(QStringLiteral("elsewhere.mp4"))));
     write(output.path(), "partial");
     output.remove();
-    QVERIFY(!QFile::exists(path(u"elsewhere.mp4"_s)));
+    QVERIFY(!QFile::exists(path(QStringLiteral("elsewhere.mp4"))));
 }
 
 void TestPartialOutput::linkPutInPlaceOfAnOlderFileStays() {
-    write(path(u"source.mp4"_s), "source");
-    write(path(u"out.mp4"_s), "older");
-    const PartialOutput output(path(u"out.mp4"_s));
+    write(path(QStringLiteral("source.mp4")), "source");
+    write(path(QStringLiteral("out.mp4")), "older");
+    const PartialOutput output(path(QStringLiteral("out.mp4")));
     QVERIFY(QFile::remove(output.path()));
-    QVERIFY(QFile::link(path(u"source.mp4"_s), output.path()));
+    QVERIFY(QFile::link(path(QStringLiteral("source.mp4")), output.path()));
     output.remove();
-    QVERIFY(QFile::exists(path(u"source.mp4"_s)));
+    QVERIFY(QFile::exists(path(QStringLiteral("source.mp4"))));
 }
 
 void TestPartialOutput::sameFileThroughEveryName() {
-    const QString file = path(u"a.mp4"_s);
+    const QString file = path(QStringLiteral("a.mp4"));
     write(file, "movie");
     QVERIFY(isSameFile(file, file));
     QCOMPARE(::link(QFile::encodeName(file).constData(),
-                    QFile::encodeName(path(u"hard.mp4"_s)).constData()),
+                    QFile::encodeName(path(QStringLiteral("hard.mp4"))).constData()),
              0);
-    QVERIFY(isSameFile(file, path(u"hard.mp4"_s)));
-    QVERIFY(QFile::link(file, path(u"soft.mp4"_s)));
-    QVERIFY(isSameFile(path(u"soft.mp4"_s), file));
-    QVERIFY(isSameFile(path(u"soft.mp4"_s), path(u"hard.mp4"_s)));
-    QVERIFY(QDir().mkdir(path(u"sub"_s)));
-    QVERIFY(isSameFile(path(u"sub/../a.mp4"_s), file));
+    QVERIFY(isSameFile(file, path(QStringLiteral("hard.mp4"))));
+    QVERIFY(QFile::link(file, path(QStringLiteral("soft.mp4"))));
+    QVERIFY(isSameFile(path(QStringLiteral("soft.mp4")), file));
+    QVERIFY(isSameFile(path(QStringLiteral("soft.mp4")), path(QStringLiteral("hard.mp4"))));
+    QVERIFY(QDir().mkdir(path(QStringLiteral("sub"))));
+    QVERIFY(isSameFile(path(QStringLiteral("sub/../a.mp4")), file));
 }
 
 void TestPartialOutput::differentFilesAreDifferent() {
-    write(path(u"a.mp4"_s), "movie");
-    write(path(u"b.mp4"_s), "movie");
-    QVERIFY(!isSameFile(path(u"a.mp4"_s), path(u"b.mp4"_s)));
-    QVERIFY(!isSameFile(path(u"a.mp4"_s), path(u"missing.mp4"_s)));
-    QVERIFY(!isSameFile(path(u"missing.mp4"_s), path(u"missing.mp4"_s)));
+    write(path(QStringLiteral("a.mp4")), "movie");
+    write(path(QStringLiteral("b.mp4")), "movie");
+    QVERIFY(!isSameFile(path(QStringLiteral("a.mp4")), path(QStringLiteral("b.mp4"))));
+    QVERIFY(!isSameFile(path(QStringLiteral("a.mp4")), path(QStringLiteral("missing.mp4"))));
+    QVERIFY(!isSameFile(path(QStringLiteral("missing.mp4")), path(QStringLiteral("missing.mp4"))));
     QVERIFY(!isSameFile({}, {}));
-    QVERIFY(QFile::link(path(u"missing.mp4"_s), path(u"dangling.mp4"_s)));
-    QVERIFY(!isSameFile(path(u"dangling.mp4"_s), path(u"missing.mp4"_s)));
+    QVERIFY(QFile::link(path(QStringLiteral("missing.mp4")), path(QStringLiteral("dangling.mp4"))));
+    QVERIFY(!isSameFile(path(QStringLiteral("dangling.mp4")), path(QStringLiteral("missing.mp4"))));
 }
 
 REELSHIFT_TEST(tst_partialoutput, TestPartialOutput, NoApplication)

@@ -6,8 +6,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 const QByteArray failure = "av_interleaved_write_frame(): No space left on device\n";
@@ -94,12 +92,12 @@ void TestPieceCutter::pieceEndsAfterALineEnd_data() {
         QTest::newRow(name) << QByteArray(bytes) << pieces << rest;
     };
     row("no line end", "abc", {}, true);
-    row("line feed", "abc\n", {u"abc\n"_s}, false);
-    row("carriage return", "abc\r", {u"abc\r"_s}, false);
-    row("both", "a\rb\nc\rd", {u"a\rb\nc\r"_s}, true);
-    row("line feed last", "a\rb\nc", {u"a\rb\n"_s}, true);
-    row("pair", "a\r\nb", {u"a\r\n"_s}, true);
-    row("only line ends", "\n\r\n", {u"\n\r\n"_s}, false);
+    row("line feed", "abc\n", {QStringLiteral("abc\n")}, false);
+    row("carriage return", "abc\r", {QStringLiteral("abc\r")}, false);
+    row("both", "a\rb\nc\rd", {QStringLiteral("a\rb\nc\r")}, true);
+    row("line feed last", "a\rb\nc", {QStringLiteral("a\rb\n")}, true);
+    row("pair", "a\r\nb", {QStringLiteral("a\r\n")}, true);
+    row("only line ends", "\n\r\n", {QStringLiteral("\n\r\n")}, false);
 }
 
 void TestPieceCutter::pieceEndsAfterALineEnd() {
@@ -115,14 +113,14 @@ void TestPieceCutter::everythingThatHasComeIsOnePiece() {
     cutter.add("a\nb");
     cutter.add("\nc\r");
     cutter.add("d");
-    QCOMPARE(piecesOf(cutter, "\n"), QStringList(u"a\nb\nc\rd\n"_s));
+    QCOMPARE(piecesOf(cutter, "\n"), QStringList(QStringLiteral("a\nb\nc\rd\n")));
 }
 
 void TestPieceCutter::restIsTakenByAFlush() {
     PieceCutter cutter({});
-    QCOMPARE(piecesOf(cutter, "a\nb"), QStringList(u"a\n"_s));
+    QCOMPARE(piecesOf(cutter, "a\nb"), QStringList(QStringLiteral("a\n")));
     QVERIFY(cutter.hasRest());
-    QCOMPARE(restOf(cutter), QStringList(u"b"_s));
+    QCOMPARE(restOf(cutter), QStringList(QStringLiteral("b")));
     QVERIFY(!cutter.hasRest());
 }
 
@@ -133,15 +131,16 @@ void TestPieceCutter::headerIsAPieceOfItsOwn_data() {
         QTest::newRow(name) << QByteArray(bytes) << pieces;
     };
     row("after a line feed", "banner\nInvalid\nframe=1\r",
-        {u"banner\nInvalid\n"_s, u"frame=1\r"_s});
-    row("after a carriage return", "a\rframe=1\r", {u"a\r"_s, u"frame=1\r"_s});
-    row("no header", "frame=1\rb\n", {u"frame=1\rb\n"_s});
-    row("in a line", "the frame=1\n", {u"the frame=1\n"_s});
+        {QStringLiteral("banner\nInvalid\n"), QStringLiteral("frame=1\r")});
+    row("after a carriage return", "a\rframe=1\r",
+        {QStringLiteral("a\r"), QStringLiteral("frame=1\r")});
+    row("no header", "frame=1\rb\n", {QStringLiteral("frame=1\rb\n")});
+    row("in a line", "the frame=1\n", {QStringLiteral("the frame=1\n")});
     row("in a line and at the start of one", "a frame=1\nframe=2\r",
-        {u"a frame=1\n"_s, u"frame=2\r"_s});
-    row("unfinished progress line", "a\nframe=1", {u"a\n"_s});
-    row("no progress line", "a\nb\n", {u"a\nb\n"_s});
-    row("another case", "a\nFrame=1\n", {u"a\nFrame=1\n"_s});
+        {QStringLiteral("a frame=1\n"), QStringLiteral("frame=2\r")});
+    row("unfinished progress line", "a\nframe=1", {QStringLiteral("a\n")});
+    row("no progress line", "a\nb\n", {QStringLiteral("a\nb\n")});
+    row("another case", "a\nFrame=1\n", {QStringLiteral("a\nFrame=1\n")});
 }
 
 void TestPieceCutter::headerIsAPieceOfItsOwn() {
@@ -152,38 +151,40 @@ void TestPieceCutter::headerIsAPieceOfItsOwn() {
 
 void TestPieceCutter::headerArrivesInSeveralPieces() {
     PieceCutter cutter({});
-    QCOMPARE(piecesOf(cutter, "a\nb\n"), QStringList(u"a\nb\n"_s));
-    QCOMPARE(piecesOf(cutter, "c\nfra"), QStringList(u"c\n"_s));
-    QCOMPARE(piecesOf(cutter, "me=1\rframe=2\r"), QStringList(u"frame=1\rframe=2\r"_s));
+    QCOMPARE(piecesOf(cutter, "a\nb\n"), QStringList(QStringLiteral("a\nb\n")));
+    QCOMPARE(piecesOf(cutter, "c\nfra"), QStringList(QStringLiteral("c\n")));
+    QCOMPARE(piecesOf(cutter, "me=1\rframe=2\r"),
+             QStringList(QStringLiteral("frame=1\rframe=2\r")));
 }
 
 void TestPieceCutter::middleOfALineIsNoProgress() {
     PieceCutter cutter({});
-    QCOMPARE(piecesOf(cutter, "key  ", true), QStringList(u"key  "_s));
+    QCOMPARE(piecesOf(cutter, "key  ", true), QStringList(QStringLiteral("key  ")));
     QCOMPARE(piecesOf(cutter, "frame=1\nInvalid\nframe=2\r"),
-             QStringList({u"frame=1\nInvalid\n"_s, u"frame=2\r"_s}));
+             QStringList({QStringLiteral("frame=1\nInvalid\n"), QStringLiteral("frame=2\r")}));
     // A progress line that was cut by a flush is none any more.
     PieceCutter cut({});
-    QCOMPARE(piecesOf(cut, "fra", true), QStringList(u"fra"_s));
-    QCOMPARE(piecesOf(cut, "me=1\rframe=2\r"), QStringList({u"me=1\r"_s, u"frame=2\r"_s}));
+    QCOMPARE(piecesOf(cut, "fra", true), QStringList(QStringLiteral("fra")));
+    QCOMPARE(piecesOf(cut, "me=1\rframe=2\r"),
+             QStringList({QStringLiteral("me=1\r"), QStringLiteral("frame=2\r")}));
 }
 
 void TestPieceCutter::onlyTheFirstProgressLineIsApart() {
     PieceCutter cutter({});
     QCOMPARE(piecesOf(cutter, "a\nframe=1\rError\nframe=2\r"),
-             QStringList({u"a\n"_s, u"frame=1\rError\nframe=2\r"_s}));
-    QCOMPARE(piecesOf(cutter, "b\nframe=3\r"), QStringList(u"b\nframe=3\r"_s));
+             QStringList({QStringLiteral("a\n"), QStringLiteral("frame=1\rError\nframe=2\r")}));
+    QCOMPARE(piecesOf(cutter, "b\nframe=3\r"), QStringList(QStringLiteral("b\nframe=3\r")));
 }
 
 void TestPieceCutter::nameWithALineEndDoesNotEndTheHeader() {
-    const QString source = u"/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4"_s;
-    const QString output = u"/home/u/Converted/new\nframe= error\x01.mp4"_s;
+    const QString source = QStringLiteral("/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4");
+    const QString output = QStringLiteral("/home/u/Converted/new\nframe= error\x01.mp4");
     PieceCutter cutter({source, output});
     const QStringList pieces = piecesOf(cutter, Recordings::reportBytes("encode-newline"));
     QCOMPARE(pieces.size(), 2);
-    QVERIFY(pieces[0].contains(u"Press [q] to stop"_s));
-    QVERIFY(pieces[1].startsWith(u"frame="_s));
-    QVERIFY(pieces[1].contains(u"time="_s));
+    QVERIFY(pieces[0].contains(QStringLiteral("Press [q] to stop")));
+    QVERIFY(pieces[1].startsWith(QStringLiteral("frame=")));
+    QVERIFY(pieces[1].contains(QStringLiteral("time=")));
     QVERIFY(!markersOf(pieces[0]).hasError);
 }
 
@@ -276,7 +277,7 @@ void TestPieceCutter::complaintsAboutTheMovieAreFound() {
     QFETCH(const QByteArray, text);
     QFETCH(const bool, found);
     for (qsizetype cut = 0; cut <= text.size(); ++cut) {
-        PieceCutter cutter({u"/v/a\nStream mapping:\n"_s});
+        PieceCutter cutter({QStringLiteral("/v/a\nStream mapping:\n")});
         bool hasDamage = false;
         const auto take = [&](bool flush) {
             while (const auto piece = cutter.next(flush))
@@ -349,7 +350,7 @@ void TestPieceCutter::bytesThatAreNoTextPass() {
     const QStringList pieces = piecesOf(cutter, QByteArray("a\xff\xfe\0b\n", 6));
     QCOMPARE(pieces.size(), 1);
     QVERIFY(pieces[0].startsWith(u'a'));
-    QVERIFY(pieces[0].endsWith(u"b\n"_s));
+    QVERIFY(pieces[0].endsWith(QStringLiteral("b\n")));
     // The beginning of a character that never comes holds nothing up.
     QCOMPARE(piecesOf(cutter, "\xe4\xb8", true), QStringList());
     QCOMPARE(piecesOf(cutter, position).size(), 1);
@@ -382,8 +383,8 @@ void TestPieceCutter::namesAndMetadataAreBlanked_data() {
 
 void TestPieceCutter::namesAndMetadataAreBlanked() {
     QFETCH(const QByteArray, text);
-    const QStringList names{u"/Invalid/error/time=1.mp4"_s,
-                            u"/error/LPSNR= av_interleaved_write_frame.mp4"_s};
+    const QStringList names{QStringLiteral("/Invalid/error/time=1.mp4"),
+                            QStringLiteral("/error/LPSNR= av_interleaved_write_frame.mp4")};
     for (qsizetype cut = 0; cut <= text.size(); ++cut) {
         PieceCutter cutter(names);
         QStringList pieces = piecesOf(cutter, text.first(cut));
@@ -401,16 +402,17 @@ void TestPieceCutter::cutAnywhereHoldsTheSameText_data() {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QStringList>("names");
     QTest::newRow("disk full") << withShortBanner(Recordings::bytes("5.1.9/disk-full"))
-                               << QStringList{u"/home/u/Videos/clip.mp4"_s,
-                                              u"/home/u/full/clip_HQ_1280x720.mp4"_s};
+                               << QStringList{QStringLiteral("/home/u/Videos/clip.mp4"),
+                                              QStringLiteral("/home/u/full/clip_HQ_1280x720.mp4")};
     QTest::newRow("misleading names")
         << withShortBanner(Recordings::bytes("5.1.9/finished-misleading-names"))
-        << QStringList{u"/home/u/Invalid error/time=\u00e9.mp4"_s,
-                       u"/home/u/Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s};
+        << QStringList{
+               QStringLiteral("/home/u/Invalid error/time=\u00e9.mp4"),
+               QStringLiteral("/home/u/Invalid error/LPSNR= av_interleaved_write_frame.mp4")};
     QTest::newRow("line ends in the names")
         << withShortBanner(Recordings::reportBytes("encode-newline"))
-        << QStringList{u"/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4"_s,
-                       u"/home/u/Converted/new\nframe= error\x01.mp4"_s};
+        << QStringList{QStringLiteral("/home/u/Videos/new\nline 'q' \"dq\" ctl\x01\x1b.mp4"),
+                       QStringLiteral("/home/u/Converted/new\nframe= error\x01.mp4")};
 }
 
 void TestPieceCutter::cutAnywhereHoldsTheSameText() {
@@ -423,7 +425,7 @@ void TestPieceCutter::cutAnywhereHoldsTheSameText() {
         pieces += piecesOf(cutter, bytes.sliced(cut));
         pieces += restOf(cutter);
         if (pieces.join(QString()) != whole)
-            QFAIL(qPrintable(u"cut at %1: "_s.arg(cut) + pieces.join(u'|')));
+            QFAIL(qPrintable(QStringLiteral("cut at %1: ").arg(cut) + pieces.join(u'|')));
     }
 }
 
@@ -448,7 +450,8 @@ void TestPieceCutter::flushAnywhereShowsNothingMore() {
         QCOMPARE(joined.size(), whole.size());
         for (qsizetype i = 0; i < whole.size(); ++i) {
             if (joined[i] != u' ' && joined[i] != whole[i])
-                QFAIL(qPrintable(u"cut at %1 shows %2"_s.arg(cut).arg(joined.mid(i, 40))));
+                QFAIL(qPrintable(
+                    QStringLiteral("cut at %1 shows %2").arg(cut).arg(joined.mid(i, 40))));
         }
     }
 }

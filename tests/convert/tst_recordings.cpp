@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString clip = u"/home/u/Videos/clip.mp4"_s;
+const QString clip = QStringLiteral("/home/u/Videos/clip.mp4");
 
 struct Heard {
     EncoderLife life;
@@ -106,7 +106,8 @@ void TestRecordings::comeToAnOutcome_data() {
     };
     const auto row = [&](const char* recording, const QString& source, const QString& output,
                          V verdict, bool hasDamage = false) {
-        const QStringList names{u"/home/u/"_s + source, u"/home/u/"_s + output};
+        const QStringList names{QStringLiteral("/home/u/") + source,
+                                QStringLiteral("/home/u/") + output};
         for (const QByteArray release : Recordings::releases) {
             // Kept: the earlier ones put no such sound into an MP4 file.
             const bool isRefused = release == "5.1.9" && QByteArray(recording).endsWith("-sound");
@@ -114,31 +115,35 @@ void TestRecordings::comeToAnOutcome_data() {
         }
     };
     const auto damaged = [&](const QString& name) {
-        row(name.toLatin1(), u"Videos/%1.mp4"_s.arg(name),
-            u"Converted/%1_Normal_640x480.mp4"_s.arg(name), V::Failed, true);
+        row(name.toLatin1(), QStringLiteral("Videos/%1.mp4").arg(name),
+            QStringLiteral("Converted/%1_Normal_640x480.mp4").arg(name), V::Failed, true);
     };
-    const QString movie = u"Videos/clip.mp4"_s;
-    const QString output = u"Converted/clip_HQ_1280x720.mp4"_s;
+    const QString movie = QStringLiteral("Videos/clip.mp4");
+    const QString output = QStringLiteral("Converted/clip_HQ_1280x720.mp4");
     row("finished", movie, output, V::Converted);
-    row("finished-misleading-names", u"Invalid error/time=\u00e9.mp4"_s,
-        u"Invalid error/LPSNR= av_interleaved_write_frame.mp4"_s, V::Converted);
-    row("pcm-sound", u"Videos/pcm.mov"_s, u"Converted/pcm_Normal_640x480.mp4"_s, V::Converted);
-    row("flac-sound", u"Videos/flac.mkv"_s, u"Converted/flac_Normal_640x480.mp4"_s, V::Converted);
+    row("finished-misleading-names", QStringLiteral("Invalid error/time=\u00e9.mp4"),
+        QStringLiteral("Invalid error/LPSNR= av_interleaved_write_frame.mp4"), V::Converted);
+    row("pcm-sound", QStringLiteral("Videos/pcm.mov"),
+        QStringLiteral("Converted/pcm_Normal_640x480.mp4"), V::Converted);
+    row("flac-sound", QStringLiteral("Videos/flac.mkv"),
+        QStringLiteral("Converted/flac_Normal_640x480.mp4"), V::Converted);
     for (const char* name : {"damaged-begin", "damaged-middle", "damaged-end", "ruined", "cut"})
         damaged(QString::fromLatin1(name));
-    row("no-picture", u"Videos/locked.mp4"_s, u"Converted/locked_HQ_1280x720.mp4"_s, V::Failed,
-        true);
-    row("disk-full", movie, u"full/clip_HQ_1280x720.mp4"_s, V::WriteFailed);
-    row("index-full", movie, u"full/clip_HQ_1280x720.mp4"_s, V::WriteFailed);
-    row("terminated", movie, u"Converted/clip_Pro_1280x720.mp4"_s, V::Failed);
+    row("no-picture", QStringLiteral("Videos/locked.mp4"),
+        QStringLiteral("Converted/locked_HQ_1280x720.mp4"), V::Failed, true);
+    row("disk-full", movie, QStringLiteral("full/clip_HQ_1280x720.mp4"), V::WriteFailed);
+    row("index-full", movie, QStringLiteral("full/clip_HQ_1280x720.mp4"), V::WriteFailed);
+    row("terminated", movie, QStringLiteral("Converted/clip_Pro_1280x720.mp4"), V::Failed);
     row("existing-output", movie, output, V::Failed);
-    row("odd-size", movie, u"Converted/clip_HQ_641x481.mp4"_s, V::Failed);
-    row("cut-no-index", u"Videos/cut-no-index.mp4"_s,
-        u"Converted/cut-no-index_Normal_640x480.mp4"_s, V::Failed);
-    row("not-a-movie", u"Videos/noise.mp4"_s, u"Converted/noise_HQ_1280x720.mp4"_s, V::Failed);
-    row("no-source", u"Videos/gone.mp4"_s, u"Converted/gone_HQ_1280x720.mp4"_s, V::Failed);
-    row("no-folder", movie, u"gone/clip_HQ_1280x720.mp4"_s, V::Failed);
-    row("with-psnr", u"Videos/gone.mp4"_s, QString(), V::Failed);
+    row("odd-size", movie, QStringLiteral("Converted/clip_HQ_641x481.mp4"), V::Failed);
+    row("cut-no-index", QStringLiteral("Videos/cut-no-index.mp4"),
+        QStringLiteral("Converted/cut-no-index_Normal_640x480.mp4"), V::Failed);
+    row("not-a-movie", QStringLiteral("Videos/noise.mp4"),
+        QStringLiteral("Converted/noise_HQ_1280x720.mp4"), V::Failed);
+    row("no-source", QStringLiteral("Videos/gone.mp4"),
+        QStringLiteral("Converted/gone_HQ_1280x720.mp4"), V::Failed);
+    row("no-folder", movie, QStringLiteral("gone/clip_HQ_1280x720.mp4"), V::Failed);
+    row("with-psnr", QStringLiteral("Videos/gone.mp4"), QString(), V::Failed);
     row("usage", QString(), QString(), V::Failed);
 }
 
@@ -167,7 +172,7 @@ void TestRecordings::comeToAnOutcome() {
 void TestRecordings::allAreLookedAt() {
     for (const char* release : Recordings::releases) {
         const QDir folder(QStringLiteral(REELSHIFT_RECORDINGS "/") + QLatin1StringView(release));
-        for (const QString& file : folder.entryList({u"*.txt"_s}, QDir::Files)) {
+        for (const QString& file : folder.entryList({QStringLiteral("*.txt")}, QDir::Files)) {
             const QByteArray name = file.chopped(4).toUtf8();
             QVERIFY2(lookedAt_.contains(name) || name.startsWith("probe"), name.constData());
         }
@@ -210,11 +215,11 @@ void TestRecordings::examinationsReadAlike() {
         return blankReport(QString::fromUtf8(Recordings::bytes(release + '/' + name)), {path});
     };
     const QString movie = report("probe", clip);
-    QCOMPARE(probedDuration(movie), std::optional(u"00:00:04.00"_s));
+    QCOMPARE(probedDuration(movie), std::optional(QStringLiteral("00:00:04.00")));
     QVERIFY(probedAudio(movie) && probedAudio(movie)->isWanted);
     QVERIFY(probedVideo(movie) && probedVideo(movie)->isWanted);
     QCOMPARE(pictureSize(movie), (PictureSize{640, 480}));
-    const QString noMovie = report("probe-no-movie", u"/home/u/Videos/noise.mp4"_s);
+    const QString noMovie = report("probe-no-movie", QStringLiteral("/home/u/Videos/noise.mp4"));
     QVERIFY(!probedDuration(noMovie));
     QVERIFY(!probedVideo(noMovie) || !probedVideo(noMovie)->isWanted);
 }
@@ -241,15 +246,15 @@ void TestRecordings::writeFailureIsHandledWithAPosition() {
 }
 
 void TestRecordings::lastBytesThatDoNotFitAreToldAtTheEnd() {
-    const Heard heard =
-        hear(Recordings::bytes("close-full"), {clip, u"/home/u/full/clip_HQ_1280x720.mp4"_s}, 97);
+    const Heard heard = hear(Recordings::bytes("close-full"),
+                             {clip, QStringLiteral("/home/u/full/clip_HQ_1280x720.mp4")}, 97);
     QVERIFY(heard.failureAtEnd);
     QVERIFY(heard.life.isSummarySeen());
 }
 
 void TestRecordings::movieWithoutAPicture() {
-    const QStringList names{u"/home/u/Videos/locked.mp4"_s,
-                            u"/home/u/Converted/locked_HQ_1280x720.mp4"_s};
+    const QStringList names{QStringLiteral("/home/u/Videos/locked.mp4"),
+                            QStringLiteral("/home/u/Converted/locked_HQ_1280x720.mp4")};
     for (const QByteArray release : Recordings::releases) {
         const QByteArray bytes =
             asPassedOn(release, Recordings::bytes(release + "/no-picture"), names);

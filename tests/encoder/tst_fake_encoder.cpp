@@ -34,7 +34,7 @@ private Q_SLOTS:
     void splitTextArrivesWhole();
 
 private:
-    QString path(const char* name) const { return folder_.filePath(QLatin1String(name)); }
+    QString path(const char* name) const { return folder_.filePath(QLatin1StringView(name)); }
     static QByteArray finish(QProcess& process);
     static void start(QProcess& process, const QStringList& arguments);
 

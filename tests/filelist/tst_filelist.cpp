@@ -14,13 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString standard = u"standard"_s;
+const QString standard = QStringLiteral("standard");
 
 /// What an add does before the movie is examined.
 JobRecordPtr begin(FileList& files, int id) {
     const auto record = std::make_shared<JobRecord>();
     record->set(key::id, id);
-    record->set(key::name, u"%1.mp4"_s.arg(id));
+    record->set(key::name, QStringLiteral("%1.mp4").arg(id));
     files.append(record, standard);
     return record;
 }
@@ -28,7 +28,7 @@ JobRecordPtr begin(FileList& files, int id) {
 /// A movie that was accepted and is shown.
 JobRecordPtr add(FileList& files, int id) {
     const JobRecordPtr record = begin(files, id);
-    files.appendResolution(u"%1x%1"_s.arg(id));
+    files.appendResolution(QStringLiteral("%1x%1").arg(id));
     files.show(record);
     return record;
 }
@@ -89,9 +89,9 @@ void TestFileList::recordIsShared() {
     FileList files;
     const JobRecordPtr record = add(files, 1);
     record->set(key::status, status::STATPR);
-    QCOMPARE(files.recordAt(0)->text(key::status), u"Processing"_s);
-    QCOMPARE(files.arrayControllerNew.front()->text(key::status), u"Processing"_s);
-    QCOMPARE(files.recordWithId(1)->text(key::status), u"Processing"_s);
+    QCOMPARE(files.recordAt(0)->text(key::status), QStringLiteral("Processing"));
+    QCOMPARE(files.arrayControllerNew.front()->text(key::status), QStringLiteral("Processing"));
+    QCOMPARE(files.recordWithId(1)->text(key::status), QStringLiteral("Processing"));
 }
 
 void TestFileList::beginsEmpty() {
@@ -133,7 +133,7 @@ void TestFileList::rowIsCompleteWithTheLastList() {
     const JobRecordPtr second = begin(files, 2);
     QCOMPARE(files.rowCount(), 2);
     QCOMPARE(files.completeRows(), 1);
-    files.appendResolution(u"640x480"_s);
+    files.appendResolution(QStringLiteral("640x480"));
     QCOMPARE(files.completeRows(), 1);
     files.show(second);
     QCOMPARE(files.completeRows(), 2);
@@ -194,15 +194,15 @@ void TestFileList::rejectedPickTakesTheEntryBeforeTheLast() {
     FileList files;
     add(files, 1);
     add(files, 2);
-    files.setCmb(0, u"first"_s);
-    files.setCmb(1, u"changed"_s);
+    files.setCmb(0, QStringLiteral("first"));
+    files.setCmb(1, QStringLiteral("changed"));
     begin(files, 3);
     files.dropRejectedPicked();
     QCOMPARE(recordIds(files.fileInfoArr), Ids({1, 2}));
     QCOMPARE(files.idList, Ids({1, 2}));
     QCOMPARE(files.check, Ids({1, 1}));
     // Kept: the row above loses its quality and gets the rejected movie's default.
-    QCOMPARE(files.cmb, QStringList({u"first"_s, standard}));
+    QCOMPARE(files.cmb, QStringList({QStringLiteral("first"), standard}));
 }
 
 void TestFileList::rejectedPickOfAnEmptyListIsOutOfRange() {
@@ -228,17 +228,18 @@ void TestFileList::rejectedPickLeavesItsProgressRecord() {
     QCOMPARE(files.idList, Ids({1, 3}));
     QCOMPARE(files.rowCount(), 2);
     QCOMPARE(files.progressObjects.size(), size_t(3));
-    QCOMPARE(files.resolutionListForTable, QStringList({u"1x1"_s, u"3x3"_s}));
+    QCOMPARE(files.resolutionListForTable,
+             QStringList({QStringLiteral("1x1"), QStringLiteral("3x3")}));
     QCOMPARE(files.completeRows(), 2);
 }
 
 void TestFileList::rejectedDropTakesItsOwnEntries() {
     FileList files;
     add(files, 1);
-    files.setCmb(0, u"changed"_s);
+    files.setCmb(0, QStringLiteral("changed"));
     begin(files, 2);
     files.dropRejectedDropped();
-    QCOMPARE(files.cmb, QStringList(u"changed"_s));
+    QCOMPARE(files.cmb, QStringList(QStringLiteral("changed")));
     QCOMPARE(files.idList, Ids({1}));
     QCOMPARE(files.check, Ids({1}));
     QCOMPARE(files.rowCount(), 1);
@@ -267,12 +268,12 @@ void TestFileList::trimBringsTheListsBack() {
     FileList files;
     add(files, 1);
     const JobRecordPtr second = begin(files, 2);
-    files.appendResolution(u"half-built"_s);
+    files.appendResolution(QStringLiteral("half-built"));
     files.undoAppend(second);
     QCOMPARE(files.idList, Ids({1}));
     QCOMPARE(files.check, Ids({1}));
     QCOMPARE(files.cmb, QStringList(standard));
-    QCOMPARE(files.resolutionListForTable, QStringList(u"1x1"_s));
+    QCOMPARE(files.resolutionListForTable, QStringList(QStringLiteral("1x1")));
     QCOMPARE(files.progressObjects.size(), size_t(2));
     QCOMPARE(files.completeRows(), 1);
 }
@@ -294,7 +295,7 @@ void TestFileList::removalTakesARowOutOfEverything() {
     for (const int id : {1, 2, 3})
         add(files, id);
     files.setCheck(2, 0);
-    files.setCmb(2, u"third"_s);
+    files.setCmb(2, QStringLiteral("third"));
     enqueueAll(files, {3, 2, 1, 2});
     files.noteConverted(2);
     const auto third = files.progressObjects[2];
@@ -303,8 +304,9 @@ void TestFileList::removalTakesARowOutOfEverything() {
     QCOMPARE(recordIds(files.arrayControllerNew), Ids({1, 3}));
     QCOMPARE(files.idList, Ids({1, 3}));
     QCOMPARE(files.check, Ids({1, 0}));
-    QCOMPARE(files.cmb, QStringList({standard, u"third"_s}));
-    QCOMPARE(files.resolutionListForTable, QStringList({u"1x1"_s, u"3x3"_s}));
+    QCOMPARE(files.cmb, QStringList({standard, QStringLiteral("third")}));
+    QCOMPARE(files.resolutionListForTable,
+             QStringList({QStringLiteral("1x1"), QStringLiteral("3x3")}));
     QCOMPARE(files.progressObjects.size(), size_t(2));
     QCOMPARE(files.progressObjects[1], third);
     QCOMPARE(files.conversionTaskList, Ids({3, 1}));
@@ -320,7 +322,8 @@ void TestFileList::removalFromTheLastToTheFirst() {
         files.removeRow(row);
     QCOMPARE(recordIds(files.fileInfoArr), Ids({2, 4}));
     QCOMPARE(files.idList, Ids({2, 4}));
-    QCOMPARE(files.resolutionListForTable, QStringList({u"2x2"_s, u"4x4"_s}));
+    QCOMPARE(files.resolutionListForTable,
+             QStringList({QStringLiteral("2x2"), QStringLiteral("4x4")}));
     files.removeRow(1);
     files.removeRow(0);
     QCOMPARE(files.rowCount(), 0);
@@ -339,7 +342,7 @@ void TestFileList::removalOfSeveralIsTheSameAsOneByOne() {
         files.moveRecords({4}, 1);
         files.moveRecords({2}, 5); // the second and the fifth have changed places
         files.setCheck(3, 0);
-        files.setCmb(3, u"fourth"_s);
+        files.setCmb(3, QStringLiteral("fourth"));
         enqueueAll(files, {7, 2, 5, 3, 6, 1, 5});
     };
     FileList files;
@@ -408,7 +411,7 @@ void TestFileList::removalWithShortLists() {
     // A row that is still examined can go as well.
     files.removeRow(1);
     QCOMPARE(recordIds(files.fileInfoArr), Ids({1}));
-    QCOMPARE(files.resolutionListForTable, QStringList(u"1x1"_s));
+    QCOMPARE(files.resolutionListForTable, QStringList(QStringLiteral("1x1")));
     QCOMPARE(recordIds(files.arrayControllerNew), Ids({1}));
     QCOMPARE(files.completeRows(), 1);
 }
@@ -429,12 +432,12 @@ class Notes final : public ListObserver {
 public:
     QStringList notes;
 
-    void reload() override { notes += u"all"_s; }
-    void rowsWereAdded() override { notes += u"more"_s; }
-    void rowChanged(int row) override { notes += u"row %1"_s.arg(row); }
+    void reload() override { notes += QStringLiteral("all"); }
+    void rowsWereAdded() override { notes += QStringLiteral("more"); }
+    void rowChanged(int row) override { notes += QStringLiteral("row %1").arg(row); }
     void rowsWereRemoved(std::vector<int> rows) override {
         for (const int row : rows)
-            notes += u"without %1"_s.arg(row);
+            notes += QStringLiteral("without %1").arg(row);
     }
 };
 
@@ -447,11 +450,13 @@ void TestFileList::whoShowsItHearsOfChanges() {
     files.setObserver(&observer);
     for (const int id : {1, 2, 3})
         add(files, id);
-    QCOMPARE(std::exchange(observer.notes, {}), (QStringList{u"more"_s, u"more"_s, u"more"_s}));
+    QCOMPARE(std::exchange(observer.notes, {}),
+             (QStringList{QStringLiteral("more"), QStringLiteral("more"), QStringLiteral("more")}));
     files.rowChanged(1);
     files.removeRows({2, 0});
     files.reload();
-    QCOMPARE(observer.notes, (QStringList{u"row 1"_s, u"without 2"_s, u"without 0"_s, u"all"_s}));
+    QCOMPARE(observer.notes, (QStringList{QStringLiteral("row 1"), QStringLiteral("without 2"),
+                                          QStringLiteral("without 0"), QStringLiteral("all")}));
 }
 
 void TestFileList::aRowThatIsNotShownInItsPlaceShowsAllAnew() {
@@ -464,7 +469,8 @@ void TestFileList::aRowThatIsNotShownInItsPlaceShowsAllAnew() {
     files.rowChanged(1);
     files.rowChanged(2);
     files.rowChanged(3);
-    QCOMPARE(observer.notes, (QStringList{u"all"_s, u"row 2"_s, u"all"_s}));
+    QCOMPARE(observer.notes,
+             (QStringList{QStringLiteral("all"), QStringLiteral("row 2"), QStringLiteral("all")}));
 }
 
 void TestFileList::dequeue() {

@@ -38,15 +38,15 @@ void TestJobRecord::recordKeepsItsKeysInOrder() {
         record.set(each, each);
     QCOMPARE(record.keys(), order);
     // A new value keeps the place, a new key comes last.
-    record.set(key::duration, u"00:00:08.00"_s);
-    record.set(key::audio, u"AAC"_s);
+    record.set(key::duration, QStringLiteral("00:00:08.00"));
+    record.set(key::audio, QStringLiteral("AAC"));
     record.set(key::resolutionID, 3);
-    record.set(key::resolution, u"640x480"_s);
+    record.set(key::resolution, QStringLiteral("640x480"));
     std::vector<QString> longer = order;
     longer.push_back(key::resolutionID);
     longer.push_back(key::resolution);
     QCOMPARE(record.keys(), longer);
-    QCOMPARE(record.text(key::duration), u"00:00:08.00"_s);
+    QCOMPARE(record.text(key::duration), QStringLiteral("00:00:08.00"));
     QCOMPARE(record.number(key::resolutionID), 3);
 }
 
@@ -62,13 +62,13 @@ void TestJobRecord::recordWithoutAKey() {
 
 void TestJobRecord::recordKeysAreCaseSensitive() {
     JobRecord record;
-    record.set(key::profileForCol, u"a"_s);
-    record.set(u"profileforcol"_s, u"b"_s);
-    QCOMPARE(record.text(key::profileForCol), u"a"_s);
+    record.set(key::profileForCol, QStringLiteral("a"));
+    record.set(QStringLiteral("profileforcol"), QStringLiteral("b"));
+    QCOMPARE(record.text(key::profileForCol), QStringLiteral("a"));
     QCOMPARE(record.keys().size(), size_t(2));
     record.set(key::status, QString());
     QVERIFY(record.contains(key::status));
-    QVERIFY(!record.contains(u"Status"_s));
+    QVERIFY(!record.contains(QStringLiteral("Status")));
 }
 
 void TestJobRecord::idIsTheLowHalf() {
@@ -78,16 +78,16 @@ void TestJobRecord::idIsTheLowHalf() {
 }
 
 void TestJobRecord::statusWords() {
-    QCOMPARE(status::STATWT, u"Waiting"_s);
-    QCOMPARE(status::STATPS, u"Paused"_s);
-    QCOMPARE(status::STATPR, u"Processing"_s);
-    QCOMPARE(status::STATCO, u"Converted"_s);
-    QCOMPARE(status::STATPW, u"PausedWait"_s);
-    QCOMPARE(status::STATFL, u"Failed"_s);
-    QCOMPARE(status::STATCR, u"Converting"_s);
-    QCOMPARE(status::CONCOMPLETE, u"Complete"_s);
-    QCOMPARE(status::CONRUNNING, u"Running"_s);
-    QCOMPARE(status::CONSTOPPED, u"Stopped"_s);
+    QCOMPARE(status::STATWT, QStringLiteral("Waiting"));
+    QCOMPARE(status::STATPS, QStringLiteral("Paused"));
+    QCOMPARE(status::STATPR, QStringLiteral("Processing"));
+    QCOMPARE(status::STATCO, QStringLiteral("Converted"));
+    QCOMPARE(status::STATPW, QStringLiteral("PausedWait"));
+    QCOMPARE(status::STATFL, QStringLiteral("Failed"));
+    QCOMPARE(status::STATCR, QStringLiteral("Converting"));
+    QCOMPARE(status::CONCOMPLETE, QStringLiteral("Complete"));
+    QCOMPARE(status::CONRUNNING, QStringLiteral("Running"));
+    QCOMPARE(status::CONSTOPPED, QStringLiteral("Stopped"));
 }
 
 void TestJobRecord::idSetKeepsEachOnceInOrder() {

@@ -11,10 +11,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList own{u"-psnr"_s,   u"-i"_s,           u"/home/u/-vf.mp4"_s, u"-codec:v"_s,
-                      u"libx264"_s, u"-vf"_s,          u"scale=640:360"_s,   u"-crf"_s,
-                      u"15"_s,      u"-pix_fmt"_s,     u"yuv420p"_s,         u"-acodec"_s,
-                      u"copy"_s,    u"/home/u/o.mp4"_s};
+const QStringList own{QStringLiteral("-psnr"),
+                      QStringLiteral("-i"),
+                      QStringLiteral("/home/u/-vf.mp4"),
+                      QStringLiteral("-codec:v"),
+                      QStringLiteral("libx264"),
+                      QStringLiteral("-vf"),
+                      QStringLiteral("scale=640:360"),
+                      QStringLiteral("-crf"),
+                      QStringLiteral("15"),
+                      QStringLiteral("-pix_fmt"),
+                      QStringLiteral("yuv420p"),
+                      QStringLiteral("-acodec"),
+                      QStringLiteral("copy"),
+                      QStringLiteral("/home/u/o.mp4")};
 
 Arguments argumentsOf(const QStringList& texts) {
     Arguments result;
@@ -73,14 +83,14 @@ CompletedJob completed(const std::vector<TrackFacts>& tracks, EncoderAbilities e
 /// What stands between the program's last option and the output.
 QString added(const std::vector<TrackFacts>& tracks) {
     const QStringList all = textsOf(completed(tracks).arguments);
-    return all.mid(all.indexOf(u"copy"_s) + 1)
-        .mid(0, all.size() - all.indexOf(u"copy"_s) - 2)
+    return all.mid(all.indexOf(QStringLiteral("copy")) + 1)
+        .mid(0, all.size() - all.indexOf(QStringLiteral("copy")) - 2)
         .join(u' ');
 }
 
 QString filter(const CompletedJob& job) {
     const QStringList all = textsOf(job.arguments);
-    return all[all.lastIndexOf(u"-vf"_s) + 1];
+    return all[all.lastIndexOf(QStringLiteral("-vf")) + 1];
 }
 
 } // namespace
@@ -112,12 +122,13 @@ private Q_SLOTS:
 
 void TestJobAdditions::theProgramsOwnStay() {
     QStringList all = textsOf(completed({picture(), sound(1, "pcm_s16le")}).arguments);
-    QCOMPARE(all.first(4),
-             (QStringList{u"-psnr"_s, u"-noautorotate"_s, u"-i"_s, u"/home/u/-vf.mp4"_s}));
+    QCOMPARE(all.first(4), (QStringList{QStringLiteral("-psnr"), QStringLiteral("-noautorotate"),
+                                        QStringLiteral("-i"), QStringLiteral("/home/u/-vf.mp4")}));
     QCOMPARE(all.last(), own.last());
-    QVERIFY(filter(completed({picture()})).startsWith(u"scale=640:360:out_range=tv,setsar="_s));
+    QVERIFY(filter(completed({picture()}))
+                .startsWith(QStringLiteral("scale=640:360:out_range=tv,setsar=")));
     // Without what was added they are as they were.
-    all.removeOne(u"-noautorotate"_s);
+    all.removeOne(QStringLiteral("-noautorotate"));
     QStringList begun = own;
     begun[6] = all[6];
     QVERIFY(all[6].startsWith(own[6] + u':'));
@@ -129,13 +140,18 @@ void TestJobAdditions::nothingKnown_data() {
     QTest::addColumn<bool>("hasPicture");
     QTest::newRow("no picture") << own << false;
     QTest::newRow("nothing to do") << QStringList{} << true;
-    QTest::newRow("no output") << QStringList{u"-psnr"_s, u"-i"_s, u"a"_s} << true;
-    QTest::newRow("no filter") << QStringList{u"-psnr"_s, u"-i"_s, u"a"_s, u"b"_s, u"c"_s} << true;
+    QTest::newRow("no output") << QStringList{QStringLiteral("-psnr"), QStringLiteral("-i"),
+                                              QStringLiteral("a")}
+                               << true;
+    QTest::newRow("no filter") << QStringList{QStringLiteral("-psnr"), QStringLiteral("-i"),
+                                              QStringLiteral("a"), QStringLiteral("b"),
+                                              QStringLiteral("c")}
+                               << true;
     for (const char* other : {"scale=640", "scale=640:", "scale=0:360", "scale=-2:360", "null",
                               "scale=640:360,null", "scale=999999999999:1", "scale=iw:ih", ""})
-        QTest::newRow(qPrintable(u"filter "_s + QLatin1StringView(other)))
-            << QStringList{u"-psnr"_s, u"-i"_s, u"a"_s, u"-vf"_s, QString::fromLatin1(other),
-                           u"b"_s}
+        QTest::newRow(qPrintable(QStringLiteral("filter ") + QLatin1StringView(other)))
+            << QStringList{QStringLiteral("-psnr"), QStringLiteral("-i"),       QStringLiteral("a"),
+                           QStringLiteral("-vf"),   QString::fromLatin1(other), QStringLiteral("b")}
             << true;
 }
 
@@ -204,8 +220,8 @@ void TestJobAdditions::subtitlesInAnOldEncoding() {
     const auto asked = [](const char* codec) {
         return textsOf(completed({picture(), subtitles(1, codec)}).arguments).join(u' ');
     };
-    QVERIFY(asked("subrip").contains(u" -sub_charenc_mode:s ignore -i "_s));
-    QVERIFY(!asked("hdmv_pgs_subtitle").contains(u"charenc"_s));
+    QVERIFY(asked("subrip").contains(QStringLiteral(" -sub_charenc_mode:s ignore -i ")));
+    QVERIFY(!asked("hdmv_pgs_subtitle").contains(QStringLiteral("charenc")));
 }
 
 void TestJobAdditions::losses() {
@@ -217,13 +233,13 @@ void TestJobAdditions::losses() {
 void TestJobAdditions::tags() {
     QVERIFY(textsOf(completed({picture()}, able, true).arguments)
                 .join(u' ')
-                .contains(u"-map_metadata 0 -movflags use_metadata_tags /"_s));
+                .contains(QStringLiteral("-map_metadata 0 -movflags use_metadata_tags /")));
 }
 
 void TestJobAdditions::aDateThatIsToldTwice() {
     MovieFacts movie{{picture()}, false, "2022-03-04T05:06:07Z"};
     const CompletedJob job = completeJob(argumentsOf(own), movie, able);
-    QVERIFY(textsOf(job.arguments).contains(u"creation_time=2022-03-04T05:06:07Z"_s));
+    QVERIFY(textsOf(job.arguments).contains(QStringLiteral("creation_time=2022-03-04T05:06:07Z")));
     const QByteArray said = QByteArray::fromStdString(remarksAbout(job));
     QVERIFY(said.contains(" -metadata creation_time''=2022-03-04T05:06:07Z "));
     QVERIFY(!said.contains("time="));
@@ -295,7 +311,7 @@ void TestJobAdditions::rates() {
     track.averageRate = {average.width(), average.height()};
     const Ratio rate = outputRate(track);
     QCOMPARE(QSize(static_cast<int>(rate.numerator), static_cast<int>(rate.denominator)), expected);
-    QCOMPARE(filter(completed({track})).contains(u",fps="_s), expected.width() > 0);
+    QCOMPARE(filter(completed({track})).contains(QStringLiteral(",fps=")), expected.width() > 0);
 }
 
 void TestJobAdditions::colours_data() {
@@ -305,11 +321,13 @@ void TestJobAdditions::colours_data() {
     QTest::addColumn<int>("dolbyVision");
     QTest::addColumn<QString>("expected"); // empty: left as they are
     QTest::newRow("HLG") << QByteArray("arib-std-b67") << QByteArray("bt2020nc") << true << 8
-                         << u"zscale=tin=arib-std-b67:min=bt2020nc:pin=bt2020:rin=limited:"_s;
+                         << QStringLiteral(
+                                "zscale=tin=arib-std-b67:min=bt2020nc:pin=bt2020:rin=limited:");
     QTest::newRow("PQ") << QByteArray("smpte2084") << QByteArray("bt709") << true << 0
-                        << u"zscale=tin=smpte2084:min=bt709:pin=bt2020:rin=limited:"_s;
-    QTest::newRow("matrix unknown") << QByteArray("smpte2084") << QByteArray("") << true << 0
-                                    << u"zscale=tin=smpte2084:min=bt2020nc:pin=bt2020:"_s;
+                        << QStringLiteral("zscale=tin=smpte2084:min=bt709:pin=bt2020:rin=limited:");
+    QTest::newRow("matrix unknown")
+        << QByteArray("smpte2084") << QByteArray("") << true << 0
+        << QStringLiteral("zscale=tin=smpte2084:min=bt2020nc:pin=bt2020:");
     QTest::newRow("without zscale")
         << QByteArray("arib-std-b67") << QByteArray("bt2020nc") << false << 0 << QString();
     QTest::newRow("Dolby Vision 5")
@@ -330,17 +348,19 @@ void TestJobAdditions::colours() {
     track.matrix = matrix.toStdString();
     track.dolbyVisionProfile = dolbyVision;
     const QString found = filter(completed({track}, {true, true, hasZscale}));
-    QVERIFY(found.startsWith(u"scale=640:360:out_range=tv,"_s));
-    QCOMPARE(found.contains(u"zscale"_s), !expected.isEmpty());
+    QVERIFY(found.startsWith(QStringLiteral("scale=640:360:out_range=tv,")));
+    QCOMPARE(found.contains(QStringLiteral("zscale")), !expected.isEmpty());
     QVERIFY2(found.contains(expected), qPrintable(found));
-    QCOMPARE(found.contains(u"sidedata=delete:CONTENT_LIGHT_LEVEL,"_s), !expected.isEmpty());
+    QCOMPARE(found.contains(QStringLiteral("sidedata=delete:CONTENT_LIGHT_LEVEL,")),
+             !expected.isEmpty());
 }
 
 void TestJobAdditions::redGreenAndBlue() {
     TrackFacts track = picture();
     track.matrix = "gbr";
     QVERIFY(filter(completed({track}))
-                .startsWith(u"scale=640:360:out_range=tv:out_color_matrix=bt709,setparams="_s));
+                .startsWith(QStringLiteral(
+                    "scale=640:360:out_range=tv:out_color_matrix=bt709,setparams=")));
 }
 
 void TestJobAdditions::foreignWordsStayOut() {

@@ -15,8 +15,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 /// What ffprobe says of a small movie, and of itself.
@@ -68,8 +66,8 @@ private Q_SLOTS:
 };
 
 void TestLauncher::anExaminationCostsNothing() {
-    const QString movie = ScriptedMovie(system(), u"a.mp4"_s).write();
-    for (const QStringList& arguments : {QStringList{u"-i"_s, movie}, QStringList{}}) {
+    const QString movie = ScriptedMovie(system(), QStringLiteral("a.mp4")).write();
+    for (const QStringList& arguments : {QStringList{QStringLiteral("-i"), movie}, QStringList{}}) {
         QVERIFY(QFile(log_).resize(0));
         LaunchedEncoder encoder(system(), arguments);
         const pid_t pid = encoder.pid();
@@ -103,7 +101,8 @@ void TestLauncher::releases() {
 
     const QList<EncoderStart> starts = readEncoderStarts(log_);
     QCOMPARE(starts.size(), 2);
-    QCOMPARE(starts[0].arguments, (QStringList{u"-h"_s, u"encoder=libx264"_s}));
+    QCOMPARE(starts[0].arguments,
+             (QStringList{QStringLiteral("-h"), QStringLiteral("encoder=libx264")}));
     QCOMPARE(starts[1].pid, qint64{pid});
     QCOMPARE(starts[1].arguments, arguments.mid(1));
 
@@ -116,7 +115,7 @@ void TestLauncher::releases() {
     QVERIFY(said.indexOf("time=00:00:10.00", summary) > summary);
     QVERIFY(said.contains("time=00:00:07.50"));
     QVERIFY(said.contains("size="));
-    QCOMPARE(QFile(path(u"out.mp4"_s)).size(), 10);
+    QCOMPARE(QFile(path(QStringLiteral("out.mp4"))).size(), 10);
 }
 
 void TestLauncher::aWriteFailure_data() {
@@ -144,11 +143,13 @@ void TestLauncher::handsEverythingOn() {
         "[ \"$1\" = -h ] || [ \"$2\" = -h ] && exit\n"
         "echo \"$LAUNCHED|$(readlink /proc/self/fd/0)|$$|$(cut -d' ' -f5,6 /proc/$$/stat)|$#|$*\""
         " >&2\n");
-    LaunchedEncoder encoder(system() + u":/usr/bin:/bin"_s,
-                            {u"-y"_s, u"-psnr"_s, u"-i"_s, u"a b"_s, u""_s, u"c\nd"_s});
-    const QString group = u"%1 %2"_s.arg(::getpgrp()).arg(::getsid(0));
-    const QString expected =
-        u"as it is|/dev/null|%1|%2|5|-y -i a b  c\nd\n"_s.arg(encoder.pid()).arg(group);
+    LaunchedEncoder encoder(system() + QStringLiteral(":/usr/bin:/bin"),
+                            {QStringLiteral("-y"), QStringLiteral("-psnr"), QStringLiteral("-i"),
+                             QStringLiteral("a b"), QStringLiteral(""), QStringLiteral("c\nd")});
+    const QString group = QStringLiteral("%1 %2").arg(::getpgrp()).arg(::getsid(0));
+    const QString expected = QStringLiteral("as it is|/dev/null|%1|%2|5|-y -i a b  c\nd\n")
+                                 .arg(encoder.pid())
+                                 .arg(group);
     QVERIFY(encoder.readToEnd());
     QCOMPARE(QString::fromUtf8(withoutRemarks(encoder.said())), expected);
     QCOMPARE(encoder.waitForEnd(), 0);
@@ -156,14 +157,16 @@ void TestLauncher::handsEverythingOn() {
 
 void TestLauncher::noEncoder_data() {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("examination") << QStringList{u"-i"_s, u"a.mp4"_s};
-    QTest::newRow("job") << QStringList{u"-psnr"_s, u"-i"_s, u"a.mp4"_s, u"b.mp4"_s};
+    QTest::newRow("examination") << QStringList{QStringLiteral("-i"), QStringLiteral("a.mp4")};
+    QTest::newRow("job") << QStringList{QStringLiteral("-psnr"), QStringLiteral("-i"),
+                                        QStringLiteral("a.mp4"), QStringLiteral("b.mp4")};
     QTest::newRow("nothing") << QStringList{};
 }
 
 void TestLauncher::noEncoder() {
     QFETCH(const QStringList, arguments);
-    for (const QString& searchPath : {u"/nowhere"_s, u""_s, u".:"_s}) {
+    for (const QString& searchPath :
+         {QStringLiteral("/nowhere"), QStringLiteral(""), QStringLiteral(".:")}) {
         LaunchedEncoder encoder(searchPath, arguments);
         QVERIFY(encoder.readToEnd());
         QCOMPARE(encoder.waitForEnd(), missingEncoderStatus);
@@ -175,13 +178,13 @@ void TestLauncher::noEncoder() {
 
 void TestLauncher::anEncoderThatCannotBeStarted() {
     beScript("exit 0\n");
-    QVERIFY(QFile::remove(path(u"ffmpeg"_s)));
-    QFile file(path(u"ffmpeg"_s));
+    QVERIFY(QFile::remove(path(QStringLiteral("ffmpeg"))));
+    QFile file(path(QStringLiteral("ffmpeg")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.write("no program\n") > 0);
     file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     file.close();
-    LaunchedEncoder encoder(system(), {u"-i"_s, u"a.mp4"_s});
+    LaunchedEncoder encoder(system(), {QStringLiteral("-i"), QStringLiteral("a.mp4")});
     QVERIFY(encoder.readToEnd());
     QCOMPARE(encoder.waitForEnd(), missingEncoderStatus);
     QVERIFY(encoder.said().startsWith(missingEncoderWords));
@@ -194,15 +197,15 @@ void TestLauncher::withoutX264_data() {
 }
 
 void TestLauncher::withoutX264() {
-    beRelease(QString::fromLatin1(QTest::currentDataTag()) + u" without-x264"_s);
+    beRelease(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(" without-x264"));
     LaunchedEncoder encoder(system(), job({"create", "summary 10"}));
     QVERIFY(encoder.readToEnd());
     QCOMPARE(encoder.waitForEnd(), unsuitableEncoderStatus);
     QVERIFY(encoder.said().startsWith(unsuitableEncoderWords));
     QCOMPARE(encoder.said().count('\n'), 1);
-    QVERIFY(!QFile::exists(path(u"out.mp4"_s)));
+    QVERIFY(!QFile::exists(path(QStringLiteral("out.mp4"))));
     // A movie can be examined with it all the same.
-    LaunchedEncoder examination(system(), {u"-i"_s, path(u"a.mp4"_s)});
+    LaunchedEncoder examination(system(), {QStringLiteral("-i"), path(QStringLiteral("a.mp4"))});
     QVERIFY(examination.waitFor("Video: hevc"));
 }
 
@@ -210,7 +213,8 @@ void TestLauncher::withoutX264() {
 void TestLauncher::anAnswerThatSaysNothing() {
     beScript("[ \"$1\" = -h ] || [ \"$2\" = -h ] && exit\n"
              "printf 'frame=  1 Lsize= 1kB time=1\\n' >&2\n");
-    LaunchedEncoder encoder(system(), {u"-psnr"_s, u"-i"_s, u"a"_s, u"b"_s});
+    LaunchedEncoder encoder(system(), {QStringLiteral("-psnr"), QStringLiteral("-i"),
+                                       QStringLiteral("a"), QStringLiteral("b")});
     QVERIFY(encoder.readToEnd());
     QCOMPARE(withoutRemarks(encoder.said()),
              QByteArray("frame=  1 LPSNR=Y:nan U:nan V:nan *:nan size= 1kB time=1\n"));
@@ -218,11 +222,12 @@ void TestLauncher::anAnswerThatSaysNothing() {
 }
 
 void TestLauncher::whatTheProbeSays() {
-    putScript(u"ffprobe"_s,
-              "printf '%s\\n' \"$@\" > '" + QFile::encodeName(path(u"asked"_s)) + "'\n" + aMovie);
+    putScript(QStringLiteral("ffprobe"), "printf '%s\\n' \"$@\" > '" +
+                                             QFile::encodeName(path(QStringLiteral("asked"))) +
+                                             "'\n" + aMovie);
     QStringList arguments = job({"create", "summary 10"});
-    arguments.insert(arguments.size() - 1, u"-vf"_s);
-    arguments.insert(arguments.size() - 1, u"scale=320:240"_s);
+    arguments.insert(arguments.size() - 1, QStringLiteral("-vf"));
+    arguments.insert(arguments.size() - 1, QStringLiteral("scale=320:240"));
     LaunchedEncoder encoder(system(), arguments);
     QVERIFY(encoder.readToEnd());
     QCOMPARE(encoder.waitForEnd(), 0);
@@ -230,10 +235,11 @@ void TestLauncher::whatTheProbeSays() {
     const QList<EncoderStart> starts = readEncoderStarts(log_);
     QCOMPARE(starts.size(), 1);
     const QStringList& given = starts[0].arguments;
-    QCOMPARE(given.first(3), (QStringList{u"-noautorotate"_s, u"-i"_s, arguments[2]}));
-    QVERIFY(given[6].startsWith(u"scale=320:240:out_range=tv,"_s));
+    QCOMPARE(given.first(3),
+             (QStringList{QStringLiteral("-noautorotate"), QStringLiteral("-i"), arguments[2]}));
+    QVERIFY(given[6].startsWith(QStringLiteral("scale=320:240:out_range=tv,")));
     QCOMPARE(given.last(), arguments.last());
-    QFile asked(path(u"asked"_s));
+    QFile asked(path(QStringLiteral("asked")));
     QVERIFY(asked.open(QIODevice::ReadOnly));
     const QByteArray end = "\n-i\n" + QFile::encodeName(arguments[2]) + '\n';
     QVERIFY(asked.readAll().endsWith(end));
@@ -251,7 +257,7 @@ void TestLauncher::aProbeThatSaysNothing_data() {
 
 void TestLauncher::aProbeThatSaysNothing() {
     QFETCH(const QByteArray, script);
-    putScript(u"ffprobe"_s, "PATH=/usr/bin:/bin\n" + script);
+    putScript(QStringLiteral("ffprobe"), "PATH=/usr/bin:/bin\n" + script);
     const QStringList arguments = job({"create", "summary 10"});
     LaunchedEncoder encoder(system(), arguments);
     QVERIFY(encoder.readToEnd());
@@ -263,10 +269,11 @@ void TestLauncher::aProbeThatSaysNothing() {
 
 /// It knows the movie, but not what this ffmpeg can do.
 void TestLauncher::aProbeOfAnotherBuild() {
-    beRelease(u"7.1 without-x264"_s);
-    QDir(system()).mkdir(u"other"_s);
-    putScript(u"other/ffprobe"_s, aMovie);
-    LaunchedEncoder encoder(system() + u':' + path(u"other"_s), job({"create", "summary 10"}));
+    beRelease(QStringLiteral("7.1 without-x264"));
+    QDir(system()).mkdir(QStringLiteral("other"));
+    putScript(QStringLiteral("other/ffprobe"), aMovie);
+    LaunchedEncoder encoder(system() + u':' + path(QStringLiteral("other")),
+                            job({"create", "summary 10"}));
     QVERIFY(encoder.readToEnd());
     QCOMPARE(encoder.waitForEnd(), unsuitableEncoderStatus);
 }
@@ -280,30 +287,32 @@ void TestLauncher::theEndComesWhileTheProbeHangs_data() {
 
 void TestLauncher::theEndComesWhileTheProbeHangs() {
     QFETCH(const int, number);
-    putScript(u"ffprobe"_s, "echo $$ > '" + QFile::encodeName(path(u"pid"_s)) + ".new'\n" +
-                                "/bin/mv '" + QFile::encodeName(path(u"pid"_s)) + ".new' '" +
-                                QFile::encodeName(path(u"pid"_s)) + "'\nexec /bin/sleep 300\n");
+    putScript(QStringLiteral("ffprobe"),
+              "echo $$ > '" + QFile::encodeName(path(QStringLiteral("pid"))) + ".new'\n" +
+                  "/bin/mv '" + QFile::encodeName(path(QStringLiteral("pid"))) + ".new' '" +
+                  QFile::encodeName(path(QStringLiteral("pid"))) + "'\nexec /bin/sleep 300\n");
     LaunchedEncoder encoder(system(), job({"create", "summary 10"}));
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(u"pid"_s)), 10000);
-    QFile file(path(u"pid"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path(QStringLiteral("pid"))), 10000);
+    QFile file(path(QStringLiteral("pid")));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const pid_t probe = file.readAll().trimmed().toInt();
     QVERIFY(!isDead(probe));
     QCOMPARE(::kill(encoder.pid(), number), 0);
     QCOMPARE(encoder.waitForEnd(), -number);
     QVERIFY(isGone(probe));
-    QVERIFY(!QFile::exists(path(u"out.mp4"_s)));
+    QVERIFY(!QFile::exists(path(QStringLiteral("out.mp4"))));
 }
 
 void TestLauncher::aStopDoesNotCostPatience() {
     // Asked by a process of its own, which can be stopped.
-    putScript(u"slow"_s, "while ! [ -e '" + QFile::encodeName(path(u"go"_s)) +
-                             "' ]; do /bin/sleep 0.01; done\necho answer\n");
+    putScript(QStringLiteral("slow"), "while ! [ -e '" +
+                                          QFile::encodeName(path(QStringLiteral("go"))) +
+                                          "' ]; do /bin/sleep 0.01; done\necho answer\n");
     constexpr std::chrono::milliseconds patience{1500};
     const pid_t asker = ::fork();
     if (asker == 0) {
-        const std::string answer =
-            answerOf(path(u"slow"_s).toStdString(), {}, patience, Streams::StandardOutput);
+        const std::string answer = answerOf(path(QStringLiteral("slow")).toStdString(), {},
+                                            patience, Streams::StandardOutput);
         ::_exit(answer == "answer\n" ? 7 : 1);
     }
     QCOMPARE(::kill(asker, SIGSTOP), 0);
@@ -312,7 +321,7 @@ void TestLauncher::aStopDoesNotCostPatience() {
     stopped.start();
     QTRY_VERIFY_WITH_TIMEOUT(stopped.hasExpired(patience.count() + 500), 10000);
     QCOMPARE(::kill(asker, SIGCONT), 0);
-    touch(u"go"_s);
+    touch(QStringLiteral("go"));
     int status = 0;
     QCOMPARE(::waitpid(asker, &status, 0), asker);
     QCOMPARE(WEXITSTATUS(status), 7);

@@ -115,10 +115,10 @@ void TestLauncherRules::anEncoderIsDescribed() {
 
 void TestLauncherRules::theFirstInThePath() {
     const QTemporaryDir folder;
-    const QString first = put(folder, u"one/ffmpeg"_s);
-    const QString second = put(folder, u"two/ffmpeg"_s);
-    const std::string one = folder.filePath(u"one"_s).toStdString();
-    const std::string two = folder.filePath(u"two"_s).toStdString();
+    const QString first = put(folder, QStringLiteral("one/ffmpeg"));
+    const QString second = put(folder, QStringLiteral("two/ffmpeg"));
+    const std::string one = folder.filePath(QStringLiteral("one")).toStdString();
+    const std::string two = folder.filePath(QStringLiteral("two")).toStdString();
     QCOMPARE(findSystemEncoder("/nowhere:" + one + ':' + two, "/proc/self/exe"),
              first.toStdString());
     QCOMPARE(findSystemEncoder(two + ':' + one, "/proc/self/exe"), second.toStdString());
@@ -128,12 +128,14 @@ void TestLauncherRules::theFirstInThePath() {
 
 void TestLauncherRules::onlyWhatMayBeRun() {
     const QTemporaryDir folder;
-    QDir(folder.path()).mkpath(u"folder/ffmpeg"_s);
-    QVERIFY(QFile::link(folder.filePath(u"gone"_s), folder.filePath(u"ffmpeg"_s)));
-    put(folder, u"locked/ffmpeg"_s, false);
-    const QString good = put(folder, u"good/ffmpeg"_s);
+    QDir(folder.path()).mkpath(QStringLiteral("folder/ffmpeg"));
+    QVERIFY(QFile::link(folder.filePath(QStringLiteral("gone")),
+                        folder.filePath(QStringLiteral("ffmpeg"))));
+    put(folder, QStringLiteral("locked/ffmpeg"), false);
+    const QString good = put(folder, QStringLiteral("good/ffmpeg"));
     QStringList path{folder.path()};
-    for (const QString& each : {u"folder"_s, u"locked"_s, u"good"_s})
+    for (const QString& each :
+         {QStringLiteral("folder"), QStringLiteral("locked"), QStringLiteral("good")})
         path += folder.filePath(each);
     QCOMPARE(findSystemEncoder(path.join(u':').toStdString(), "/proc/self/exe"),
              good.toStdString());
@@ -141,27 +143,28 @@ void TestLauncherRules::onlyWhatMayBeRun() {
 
 void TestLauncherRules::neverALauncher() {
     const QTemporaryDir folder;
-    const QString self = put(folder, u"libexec/launcher"_s);
-    QDir(folder.path()).mkpath(u"links"_s);
-    QVERIFY(QFile::link(self, folder.filePath(u"links/ffmpeg"_s)));
-    put(folder, u"other/reelshift/ffmpeg"_s);
-    QDir(folder.path()).mkpath(u"linked"_s);
-    QVERIFY(QFile::link(folder.filePath(u"other/reelshift/ffmpeg"_s),
-                        folder.filePath(u"linked/ffmpeg"_s)));
+    const QString self = put(folder, QStringLiteral("libexec/launcher"));
+    QDir(folder.path()).mkpath(QStringLiteral("links"));
+    QVERIFY(QFile::link(self, folder.filePath(QStringLiteral("links/ffmpeg"))));
+    put(folder, QStringLiteral("other/reelshift/ffmpeg"));
+    QDir(folder.path()).mkpath(QStringLiteral("linked"));
+    QVERIFY(QFile::link(folder.filePath(QStringLiteral("other/reelshift/ffmpeg")),
+                        folder.filePath(QStringLiteral("linked/ffmpeg"))));
     QStringList path;
-    for (const QString& each : {u"links"_s, u"other/reelshift"_s, u"linked"_s})
+    for (const QString& each :
+         {QStringLiteral("links"), QStringLiteral("other/reelshift"), QStringLiteral("linked")})
         path += folder.filePath(each);
     QVERIFY(!findSystemEncoder(path.join(u':').toStdString(), self.toStdString()));
-    const QString good = put(folder, u"good/ffmpeg"_s);
-    path += folder.filePath(u"good"_s);
+    const QString good = put(folder, QStringLiteral("good/ffmpeg"));
+    path += folder.filePath(QStringLiteral("good"));
     QCOMPARE(findSystemEncoder(path.join(u':').toStdString(), self.toStdString()),
              good.toStdString());
 }
 
 void TestLauncherRules::onlyWholePaths() {
     const QTemporaryDir folder;
-    put(folder, u"bin/ffmpeg"_s);
-    put(folder, u"ffmpeg"_s);
+    put(folder, QStringLiteral("bin/ffmpeg"));
+    put(folder, QStringLiteral("ffmpeg"));
     const QString before = QDir::currentPath();
     QVERIFY(QDir::setCurrent(folder.path()));
     const auto found = findSystemEncoder(":.:bin::", "/proc/self/exe");
@@ -171,13 +174,13 @@ void TestLauncherRules::onlyWholePaths() {
 
 void TestLauncherRules::theProbeBesideTheEncoder() {
     const QTemporaryDir folder;
-    const std::string encoder = put(folder, u"one/ffmpeg"_s).toStdString();
-    const std::string path = folder.filePath(u"two"_s).toStdString();
+    const std::string encoder = put(folder, QStringLiteral("one/ffmpeg")).toStdString();
+    const std::string path = folder.filePath(QStringLiteral("two")).toStdString();
     QVERIFY(!findMovieProbe(encoder, path));
-    const std::string other = put(folder, u"two/ffprobe"_s).toStdString();
+    const std::string other = put(folder, QStringLiteral("two/ffprobe")).toStdString();
     QCOMPARE(findMovieProbe(encoder, path)->path, other);
     QVERIFY(!findMovieProbe(encoder, path)->isOfEncoder);
-    const std::string beside = put(folder, u"one/ffprobe"_s).toStdString();
+    const std::string beside = put(folder, QStringLiteral("one/ffprobe")).toStdString();
     QCOMPARE(findMovieProbe(encoder, path)->path, beside);
     QVERIFY(findMovieProbe(encoder, path)->isOfEncoder);
 }

@@ -8,8 +8,6 @@
 
 #include <signal.h>
 
-using namespace Qt::StringLiterals;
-
 /// What becomes of an encoder's words and of the signals that it gets, with a filter behind it.
 class TestLauncherStreams final : public QObject, private LauncherScene {
     Q_OBJECT
@@ -36,11 +34,11 @@ void TestLauncherStreams::passesOnAtOnce() {
         system(), job({"print one", "wait-file 1", "print  two\\nframe=  1 f", "wait-file 2",
                        "print ps= 1 size= 1kB time=0\\r", "wait-file 3", "summary 10"}));
     QVERIFY(encoder.waitFor("one"));
-    touch(u"1"_s);
+    touch(QStringLiteral("1"));
     QVERIFY(encoder.waitFor(" two\nframe=  1 f"));
-    touch(u"2"_s);
+    touch(QStringLiteral("2"));
     QVERIFY(encoder.waitFor("ps= 1 size= 1kB time=0\r"));
-    touch(u"3"_s);
+    touch(QStringLiteral("3"));
     QVERIFY(encoder.readToEnd());
     QCOMPARE(encoder.waitForEnd(), 0);
     QVERIFY(encoder.said().contains(quality));
@@ -54,7 +52,7 @@ void TestLauncherStreams::theStopIsTheEncodersAlone() {
     QCOMPARE(::kill(encoder.pid(), SIGSTOP), 0);
     QTRY_COMPARE(stateOfProcess(encoder.pid()), 'T');
     QCOMPARE(stateOfProcess(filter), 'S');
-    touch(u"go"_s);
+    touch(QStringLiteral("go"));
     QCOMPARE(::kill(encoder.pid(), SIGCONT), 0);
     QVERIFY(encoder.readToEnd());
     QVERIFY(encoder.said().contains(quality));
@@ -88,7 +86,7 @@ void TestLauncherStreams::endsWithItsEncoder() {
     LaunchedEncoder encoder(system(),
                             job({"progress 1", "print last words", "touch said", "hang"}));
     QVERIFY(encoder.waitFor("time=00:00:01.00"));
-    QTRY_VERIFY(QFile::exists(path(u"said"_s)));
+    QTRY_VERIFY(QFile::exists(path(QStringLiteral("said"))));
     const pid_t filter = encoder.filter();
     QCOMPARE(::kill(encoder.pid(), number), 0);
     QVERIFY(encoder.readToEnd());
@@ -111,7 +109,7 @@ void TestLauncherStreams::aReaderThatGoesAway() {
     const pid_t filter = encoder.filter();
     encoder.closeReadEnd();
     QVERIFY(isGone(filter));
-    touch(u"go"_s);
+    touch(QStringLiteral("go"));
     // As when it writes to the closed stream itself.
     QCOMPARE(encoder.waitForEnd(), 0);
 }
@@ -141,15 +139,15 @@ void TestLauncherStreams::aStreamThatDoesNotBlock() {
 
 void TestLauncherStreams::diesWithTheProgram_data() {
     QTest::addColumn<QString>("mode");
-    QTest::newRow("running") << u"running"_s;
-    QTest::newRow("suspended") << u"suspended"_s;
+    QTest::newRow("running") << QStringLiteral("running");
+    QTest::newRow("suspended") << QStringLiteral("suspended");
 }
 
 void TestLauncherStreams::diesWithTheProgram() {
     QFETCH(const QString, mode);
     QProcess host;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"PATH"_s, system());
+    environment.insert(QStringLiteral("PATH"), system());
     host.setProcessEnvironment(environment);
     // The stop comes to the launcher while it asks, or to the encoder; both end with the program.
     host.start(QStringLiteral(REELSHIFT_CHILDPROCESS_HOST),
@@ -160,10 +158,10 @@ void TestLauncherStreams::diesWithTheProgram() {
     const pid_t encoder = host.readLine().trimmed().toInt();
     QVERIFY(encoder > 0);
     if (mode == u"running")
-        QTRY_VERIFY(QFile::exists(path(u"begun"_s)));
+        QTRY_VERIFY(QFile::exists(path(QStringLiteral("begun"))));
     else
         QCOMPARE(stateOfProcess(encoder), 'T');
-    QFile children(u"/proc/%1/task/%1/children"_s.arg(encoder));
+    QFile children(QStringLiteral("/proc/%1/task/%1/children").arg(encoder));
     QVERIFY(children.open(QIODevice::ReadOnly));
     const QByteArrayList others = children.readAll().simplified().split(' ');
     host.kill();

@@ -8,8 +8,6 @@
 
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 MovieFacts factsFrom(const QByteArray& lines) {
@@ -54,7 +52,8 @@ void TestMovieFacts::entries() {
                  [&](std::string_view key, std::string_view value) {
                      found += QString::fromStdString(std::string(key).append("|").append(value));
                  });
-    QCOMPARE(found, (QStringList{u"a|1"_s, u"b.c|x=\\\"y\\\""_s, u"e|"_s}));
+    QCOMPARE(found, (QStringList{QStringLiteral("a|1"), QStringLiteral("b.c|x=\\\"y\\\""),
+                                 QStringLiteral("e|")}));
 }
 
 void TestMovieFacts::aPhonesMovie() {
@@ -218,7 +217,7 @@ void TestMovieFacts::lists() {
 
 void TestMovieFacts::listsInFiles() {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(u"a.mp4"_s);
+    const QString path = folder.filePath(QStringLiteral("a.mp4"));
     const auto write = [&](const QByteArray& text) {
         QFile file(path);
         return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
@@ -239,7 +238,7 @@ void TestMovieFacts::listsInFiles() {
     QVERIFY(!namesOtherFiles("/nowhere"));
     QVERIFY(!namesOtherFiles(""));
     // One that nobody writes to would be waited for.
-    const std::string pipe = folder.filePath(u"pipe"_s).toStdString();
+    const std::string pipe = folder.filePath(QStringLiteral("pipe")).toStdString();
     QCOMPARE(::mkfifo(pipe.c_str(), 0600), 0);
     QVERIFY(!namesOtherFiles(pipe));
 }

@@ -21,7 +21,6 @@
 #include <unistd.h>
 
 using namespace std::chrono_literals;
-using namespace Qt::StringLiterals;
 using How = ProcessEnd::How;
 
 Q_DECLARE_METATYPE(ProcessEnd::How)
@@ -85,10 +84,12 @@ private Q_SLOTS:
 private:
     [[nodiscard]] std::shared_ptr<ChildProcess> shell(const QString& script,
                                                       std::function<void()> onEnd = {}) {
-        return processes_->launch(u"/bin/sh"_s, {u"-c"_s, script}, std::move(onEnd));
+        return processes_->launch(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script},
+                                  std::move(onEnd));
     }
     [[nodiscard]] std::shared_ptr<ChildProcess> sleeper(std::function<void()> onEnd = {}) {
-        return processes_->launch(u"/bin/sleep"_s, {u"300"_s}, std::move(onEnd));
+        return processes_->launch(QStringLiteral("/bin/sleep"), {QStringLiteral("300")},
+                                  std::move(onEnd));
     }
 
     std::unique_ptr<ChildProcesses> processes_;
@@ -109,19 +110,19 @@ void TestChildProcess::endTellsHow_data() {
     QTest::addColumn<QString>("script");
     QTest::addColumn<How>("how");
     QTest::addColumn<int>("code");
-    QTest::newRow("zero") << u"exit 0"_s << How::Exited << 0;
-    QTest::newRow("status") << u"exit 69"_s << How::Exited << 69;
-    QTest::newRow("largest status") << u"exit 255"_s << How::Exited << 255;
-    QTest::newRow("killed") << u"kill -KILL $$"_s << How::Killed << SIGKILL;
-    QTest::newRow("terminated") << u"kill -TERM $$"_s << How::Killed << SIGTERM;
-    QTest::newRow("crashed") << u"kill -SEGV $$"_s << How::Killed << SIGSEGV;
+    QTest::newRow("zero") << QStringLiteral("exit 0") << How::Exited << 0;
+    QTest::newRow("status") << QStringLiteral("exit 69") << How::Exited << 69;
+    QTest::newRow("largest status") << QStringLiteral("exit 255") << How::Exited << 255;
+    QTest::newRow("killed") << QStringLiteral("kill -KILL $$") << How::Killed << SIGKILL;
+    QTest::newRow("terminated") << QStringLiteral("kill -TERM $$") << How::Killed << SIGTERM;
+    QTest::newRow("crashed") << QStringLiteral("kill -SEGV $$") << How::Killed << SIGSEGV;
 }
 
 void TestChildProcess::endTellsHow() {
     QFETCH(const QString, script);
     QFETCH(const How, how);
     QFETCH(const int, code);
-    const auto child = shell(u"ulimit -c 0; "_s + script);
+    const auto child = shell(QStringLiteral("ulimit -c 0; ") + script);
     QVERIFY(child->processIdentifier() > 0);
     const auto end = child->waitForEnd(longEnough);
     QVERIFY(end);
@@ -136,12 +137,12 @@ void TestChildProcess::endTellsHow() {
 void TestChildProcess::failedStartIsAnEnd_data() {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<int>("code");
-    QTest::newRow("missing") << u"missing"_s << ENOENT;
-    QTest::newRow("nothing") << u"nothing"_s << ENOENT;
-    QTest::newRow("not executable") << u"plain"_s << EACCES;
-    QTest::newRow("folder") << u"folder"_s << EACCES;
-    QTest::newRow("no program") << u"text"_s << ENOEXEC;
-    QTest::newRow("interpreter missing") << u"script"_s << ENOENT;
+    QTest::newRow("missing") << QStringLiteral("missing") << ENOENT;
+    QTest::newRow("nothing") << QStringLiteral("nothing") << ENOENT;
+    QTest::newRow("not executable") << QStringLiteral("plain") << EACCES;
+    QTest::newRow("folder") << QStringLiteral("folder") << EACCES;
+    QTest::newRow("no program") << QStringLiteral("text") << ENOEXEC;
+    QTest::newRow("interpreter missing") << QStringLiteral("script") << ENOENT;
 }
 
 void TestChildProcess::failedStartIsAnEnd() {
@@ -176,7 +177,7 @@ void TestChildProcess::failedStartIsAnEnd() {
     QVERIFY(!child->kill());
     child->resume();
     QCOMPARE(processes_->liveCount(), 0);
-    QVERIFY(processes_->launch(u"/bin/true"_s, {})->waitForEnd(longEnough));
+    QVERIFY(processes_->launch(QStringLiteral("/bin/true"), {})->waitForEnd(longEnough));
     QCOMPARE(ends.load(), 1);
 }
 
@@ -200,8 +201,8 @@ void TestChildProcess::endComesExactlyOnce() {
 void TestChildProcess::endCanBeReadInsideItsCallback() {
     std::promise<const ChildProcess*> launched;
     std::promise<std::optional<ProcessEnd>> told;
-    const auto child =
-        shell(u"exit 5"_s, [&] { told.set_value(launched.get_future().get()->end()); });
+    const auto child = shell(QStringLiteral("exit 5"),
+                             [&] { told.set_value(launched.get_future().get()->end()); });
     launched.set_value(child.get());
     auto end = told.get_future();
     QVERIFY(end.wait_for(longEnough) == std::future_status::ready);
@@ -214,8 +215,8 @@ void TestChildProcess::callbackMaySignalAndLaunch() {
     const auto other = sleeper();
     std::promise<bool> sent;
     std::promise<std::shared_ptr<ChildProcess>> next;
-    const auto child = shell(u"exit 0"_s, [&] {
-        next.set_value(shell(u"exit 6"_s));
+    const auto child = shell(QStringLiteral("exit 0"), [&] {
+        next.set_value(shell(QStringLiteral("exit 6")));
         sent.set_value(other->kill());
     });
     auto result = sent.get_future();
@@ -234,7 +235,7 @@ void TestChildProcess::lastReferenceMayGoInsideTheCallback() {
 }
 
 void TestChildProcess::nothingReachesAnEndedProcess() {
-    const auto child = shell(u"exit 0"_s);
+    const auto child = shell(QStringLiteral("exit 0"));
     QVERIFY(child->waitForEnd(longEnough));
     QVERIFY(!child->terminate());
     QVERIFY(!child->interrupt());
@@ -274,7 +275,7 @@ void TestChildProcess::waitForEndHasALimit() {
 }
 
 void TestChildProcess::suspendStopsAndResumeGoesOn() {
-    const auto child = shell(u"while :; do echo x >&2; done"_s);
+    const auto child = shell(QStringLiteral("while :; do echo x >&2; done"));
     QByteArray text;
     QCOMPARE(child->read(text, longEnough), ChildProcess::Read::Data);
     QVERIFY(child->suspend());
@@ -318,7 +319,7 @@ void TestChildProcess::signalOfASuspendedProcess() {
 
 void TestChildProcess::suspendOfAnEndedProcessFails() {
     for (int i = 0; i < 50; ++i) {
-        const auto child = shell(u"exit 0"_s);
+        const auto child = shell(QStringLiteral("exit 0"));
         const pid_t pid = child->processIdentifier();
         // A zombie takes signals: only its life-cycle tells.
         QTRY_VERIFY(isDead(pid));
@@ -330,7 +331,7 @@ void TestChildProcess::suspendOfAnEndedProcessFails() {
 
 void TestChildProcess::suspendAtTheEndIsOneOrTheOther() {
     for (int i = 0; i < 100; ++i) {
-        const auto child = processes_->launch(u"/bin/true"_s, {});
+        const auto child = processes_->launch(QStringLiteral("/bin/true"), {});
         if (child->suspend()) {
             QCOMPARE(stateOfProcess(child->processIdentifier()), 'T');
             QVERIFY(!child->end());
@@ -344,16 +345,23 @@ void TestChildProcess::suspendAtTheEndIsOneOrTheOther() {
 }
 
 void TestChildProcess::standardInputIsTheNullDevice() {
-    const auto child = shell(u"read line; echo \"$? $(readlink /proc/$$/fd/0)\" >&2"_s);
+    const auto child =
+        shell(QStringLiteral("read line; echo \"$? $(readlink /proc/$$/fd/0)\" >&2"));
     QCOMPARE(everything(*child), QByteArray("1 /dev/null\n"));
 }
 
 void TestChildProcess::argumentsArriveAsTheyAre() {
-    const QStringList arguments{u"a b"_s, QString(),        u"new\nline"_s, u"\u00e9\u4e2d"_s,
-                                u"*"_s,   u"$HOME 'q\"d"_s, u"-y"_s,        u"\\n%s"_s};
-    const auto child = processes_->launch(
-        u"/bin/sh"_s, QStringList{u"-c"_s, u"printf '<%s>' \"$@\" >&2"_s, u"name"_s} + arguments);
-    QCOMPARE(everything(*child), QString(u'<' + arguments.join(u"><"_s) + u'>').toUtf8());
+    const QStringList arguments{QStringLiteral("a b"),       QString(),
+                                QStringLiteral("new\nline"), QStringLiteral("\u00e9\u4e2d"),
+                                QStringLiteral("*"),         QStringLiteral("$HOME 'q\"d"),
+                                QStringLiteral("-y"),        QStringLiteral("\\n%s")};
+    const auto child = processes_->launch(QStringLiteral("/bin/sh"),
+                                          QStringList{QStringLiteral("-c"),
+                                                      QStringLiteral("printf '<%s>' \"$@\" >&2"),
+                                                      QStringLiteral("name")} +
+                                              arguments);
+    QCOMPARE(everything(*child),
+             QString(u'<' + arguments.join(QStringLiteral("><")) + u'>').toUtf8());
 }
 
 void TestChildProcess::signalsHaveTheirUsualMeaning() {
@@ -367,8 +375,8 @@ void TestChildProcess::signalsHaveTheirUsualMeaning() {
     processes_ = std::make_unique<ChildProcesses>();
     QCOMPARE(::pthread_sigmask(SIG_SETMASK, &before, nullptr), 0);
     const auto oldHandler = ::signal(SIGPIPE, SIG_IGN);
-    const auto child = shell(u"grep -E 'SigBlk' /proc/self/status >&2; "
-                             "kill -PIPE $$; echo ignored >&2"_s);
+    const auto child = shell(QStringLiteral("grep -E 'SigBlk' /proc/self/status >&2; "
+                                            "kill -PIPE $$; echo ignored >&2"));
     const QByteArray text = everything(*child);
     ::signal(SIGPIPE, oldHandler);
     QCOMPARE(text, QByteArray("SigBlk:\t0000000000000000\n"));
@@ -380,7 +388,7 @@ void TestChildProcess::descriptorsAreNotInherited() {
     std::set<int> expected = inheritedDescriptors();
     expected.insert({STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO});
     const auto child = sleeper();
-    const QDir folder(u"/proc/%1/fd"_s.arg(child->processIdentifier()));
+    const QDir folder(QStringLiteral("/proc/%1/fd").arg(child->processIdentifier()));
     const auto unexpected = [&] {
         QStringList found;
         const QStringList names = folder.entryList(QDir::Files | QDir::System);
@@ -388,7 +396,7 @@ void TestChildProcess::descriptorsAreNotInherited() {
             if (expected.count(name.toInt()) == 0)
                 found += name + u' ' + QFile::symLinkTarget(folder.filePath(name));
         }
-        return names.size() < 3 ? QStringList(u"not all of its own"_s) : found;
+        return names.size() < 3 ? QStringList(QStringLiteral("not all of its own")) : found;
     };
     // While it begins the child opens and closes files of its own: seen without once is enough.
     bool isBare = false;
@@ -405,8 +413,8 @@ void TestChildProcess::closedStandardStreams() {
     ::close(STDIN_FILENO);
     ::close(STDERR_FILENO);
     // Its own descriptors take the free numbers, so all of it happens before they are given back.
-    auto child = shell(u"echo text >&2; exit 4"_s);
-    auto missing = processes_->launch(u"/no/such/program"_s, {});
+    auto child = shell(QStringLiteral("echo text >&2; exit 4"));
+    auto missing = processes_->launch(QStringLiteral("/no/such/program"), {});
     const QByteArray text = everything(*child);
     const auto end = child->waitForEnd(longEnough);
     const auto missingEnd = missing->end();
@@ -430,7 +438,7 @@ void TestChildProcess::statusIsKnownWhereChildrenAreIgnored() {
     processes_.reset();
     const auto before = ::signal(SIGCHLD, SIG_IGN);
     processes_ = std::make_unique<ChildProcesses>();
-    const auto child = shell(u"exit 7"_s);
+    const auto child = shell(QStringLiteral("exit 7"));
     const auto end = child->waitForEnd(longEnough);
     ::signal(SIGCHLD, before == SIG_ERR ? SIG_DFL : before);
     QVERIFY(end);
@@ -449,16 +457,17 @@ void TestChildProcess::outlivesTheThreadThatAskedForIt() {
 
 void TestChildProcess::encoderIsFollowedToItsEnd() {
     QTemporaryDir folder;
-    const QString movie = ScriptedMovie(folder.path(), u"a.mp4"_s)
+    const QString movie = ScriptedMovie(folder.path(), QStringLiteral("a.mp4"))
                               .encode({"create", "progress 2.5", "wait-file go", "summary 8"})
                               .write();
-    const auto child = processes_->launch(QStringLiteral(REELSHIFT_FAKE_ENCODER),
-                                          {u"-i"_s, movie, folder.filePath(u"out.mp4"_s)});
+    const auto child = processes_->launch(
+        QStringLiteral(REELSHIFT_FAKE_ENCODER),
+        {QStringLiteral("-i"), movie, folder.filePath(QStringLiteral("out.mp4"))});
     QByteArray text;
     while (!text.contains("time=00:00:02.50"))
         QCOMPARE(child->read(text, longEnough), ChildProcess::Read::Data);
     QVERIFY(child->suspend());
-    QFile go(folder.filePath(u"go"_s));
+    QFile go(folder.filePath(QStringLiteral("go")));
     QVERIFY(go.open(QIODevice::WriteOnly));
     QVERIFY(!child->waitForEnd(50ms));
     child->resume();

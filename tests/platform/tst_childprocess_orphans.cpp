@@ -7,8 +7,6 @@
 
 #include <signal.h>
 
-using namespace Qt::StringLiterals;
-
 /// No encoder goes on when the program was killed.
 class TestChildProcessOrphans final : public QObject {
     Q_OBJECT
@@ -21,10 +19,10 @@ private Q_SLOTS:
 void TestChildProcessOrphans::childDiesWithTheProgram_data() {
     QTest::addColumn<QString>("mode");
     QTest::addColumn<int>("number");
-    QTest::newRow("running, killed") << u"running"_s << SIGKILL;
-    QTest::newRow("suspended, killed") << u"suspended"_s << SIGKILL;
-    QTest::newRow("running, crashed") << u"running"_s << SIGABRT;
-    QTest::newRow("suspended, crashed") << u"suspended"_s << SIGABRT;
+    QTest::newRow("running, killed") << QStringLiteral("running") << SIGKILL;
+    QTest::newRow("suspended, killed") << QStringLiteral("suspended") << SIGKILL;
+    QTest::newRow("running, crashed") << QStringLiteral("running") << SIGABRT;
+    QTest::newRow("suspended, crashed") << QStringLiteral("suspended") << SIGABRT;
 }
 
 void TestChildProcessOrphans::childDiesWithTheProgram() {

@@ -14,7 +14,6 @@
 #include <sys/ioctl.h>
 
 using namespace std::chrono_literals;
-using namespace Qt::StringLiterals;
 using Read = ChildProcess::Read;
 
 namespace {
@@ -55,7 +54,7 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] std::shared_ptr<ChildProcess> shell(const QString& script) {
-        return processes_->launch(u"/bin/sh"_s, {u"-c"_s, script});
+        return processes_->launch(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script});
     }
 
     std::unique_ptr<ChildProcesses> processes_;
@@ -63,7 +62,7 @@ private:
 
 void TestChildProcessReading::allThatWasSaidComesBeforeTheEnd() {
     const auto child =
-        shell(u"i=0; while [ $i -lt 5000 ]; do echo line $i >&2; i=$((i+1)); done"_s);
+        shell(QStringLiteral("i=0; while [ $i -lt 5000 ]; do echo line $i >&2; i=$((i+1)); done"));
     QByteArray text;
     Read read = Read::Data;
     while ((read = child->read(text, longEnough)) == Read::Data)
@@ -75,7 +74,7 @@ void TestChildProcessReading::allThatWasSaidComesBeforeTheEnd() {
 }
 
 void TestChildProcessReading::endIsToldAgain() {
-    const auto child = shell(u"exit 0"_s);
+    const auto child = shell(QStringLiteral("exit 0"));
     QByteArray text;
     for (int i = 0; i < 3; ++i)
         QCOMPARE(child->read(text), Read::Ended);
@@ -85,7 +84,7 @@ void TestChildProcessReading::endIsToldAgain() {
 }
 
 void TestChildProcessReading::dataIsAppended() {
-    const auto child = shell(u"printf b >&2"_s);
+    const auto child = shell(QStringLiteral("printf b >&2"));
     QByteArray text("a");
     QCOMPARE(child->read(text, longEnough), Read::Data);
     QCOMPARE(text, QByteArray("ab"));
@@ -93,7 +92,7 @@ void TestChildProcessReading::dataIsAppended() {
 }
 
 void TestChildProcessReading::limitEndsARead() {
-    const auto child = shell(u"exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("exec sleep 300"));
     QByteArray text;
     const auto before = std::chrono::steady_clock::now();
     QCOMPARE(child->read(text, 60ms), Read::TimedOut);
@@ -104,7 +103,7 @@ void TestChildProcessReading::limitEndsARead() {
 }
 
 void TestChildProcessReading::limitOfNothingTakesWhatIsThere() {
-    const auto child = shell(u"echo here >&2; exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("echo here >&2; exec sleep 300"));
     QTRY_COMPARE(bytesInPipe(*child), 5);
     QByteArray text;
     QCOMPARE(child->read(text, 0ms), Read::Data);
@@ -112,7 +111,7 @@ void TestChildProcessReading::limitOfNothingTakesWhatIsThere() {
 }
 
 void TestChildProcessReading::wakeEndsABlockedRead() {
-    const auto child = shell(u"exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("exec sleep 300"));
     auto read = std::async(std::launch::async, [&] {
         QByteArray text;
         return child->read(text);
@@ -124,7 +123,7 @@ void TestChildProcessReading::wakeEndsABlockedRead() {
 }
 
 void TestChildProcessReading::wakeBeforeTheReadIsKept() {
-    const auto child = shell(u"exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("exec sleep 300"));
     child->wakeReader();
     QByteArray text;
     QCOMPARE(child->read(text, longEnough), Read::Woken);
@@ -132,7 +131,7 @@ void TestChildProcessReading::wakeBeforeTheReadIsKept() {
 }
 
 void TestChildProcessReading::wakesBeforeOneReadAreOne() {
-    const auto child = shell(u"exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("exec sleep 300"));
     for (int i = 0; i < 1000; ++i)
         child->wakeReader();
     QByteArray text;
@@ -141,7 +140,7 @@ void TestChildProcessReading::wakesBeforeOneReadAreOne() {
 }
 
 void TestChildProcessReading::dataComesBeforeAWake() {
-    const auto child = shell(u"echo here >&2; exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("echo here >&2; exec sleep 300"));
     QTRY_COMPARE(bytesInPipe(*child), 5);
     child->wakeReader();
     QByteArray text;
@@ -150,7 +149,7 @@ void TestChildProcessReading::dataComesBeforeAWake() {
 }
 
 void TestChildProcessReading::endComesInsteadOfAWake() {
-    const auto child = shell(u"echo last >&2"_s);
+    const auto child = shell(QStringLiteral("echo last >&2"));
     QVERIFY(child->waitForEnd(longEnough));
     child->wakeReader();
     QByteArray text;
@@ -161,7 +160,8 @@ void TestChildProcessReading::endComesInsteadOfAWake() {
 
 void TestChildProcessReading::wordsThatAreStillOnTheirWayAreRead() {
     // As through a filter, which has passed on what it has read only after the end.
-    const auto child = shell(u"{ sleep 0.3; echo first >&2; sleep 0.1; echo last >&2; } &"_s);
+    const auto child =
+        shell(QStringLiteral("{ sleep 0.3; echo first >&2; sleep 0.1; echo last >&2; } &"));
     QVERIFY(child->waitForEnd(longEnough));
     QByteArray text;
     const auto before = std::chrono::steady_clock::now();
@@ -172,7 +172,7 @@ void TestChildProcessReading::wordsThatAreStillOnTheirWayAreRead() {
 }
 
 void TestChildProcessReading::grandchildDoesNotDelayTheEnd() {
-    const auto child = shell(u"sleep 300 & echo $! >&2"_s);
+    const auto child = shell(QStringLiteral("sleep 300 & echo $! >&2"));
     QByteArray text;
     Read read = Read::Data;
     while ((read = child->read(text, longEnough)) == Read::Data) {
@@ -187,7 +187,7 @@ void TestChildProcessReading::grandchildDoesNotDelayTheEnd() {
 
 void TestChildProcessReading::grandchildThatStillSpeaksDoesNotDelayTheEnd() {
     // It dies of the closed pipe when the child is let go.
-    const auto child = shell(u"yes >&2 &"_s);
+    const auto child = shell(QStringLiteral("yes >&2 &"));
     QVERIFY(child->waitForEnd(longEnough));
     QTRY_VERIFY(bytesInPipe(*child) > 0);
     QByteArray text;
@@ -198,7 +198,7 @@ void TestChildProcessReading::grandchildThatStillSpeaksDoesNotDelayTheEnd() {
 }
 
 void TestChildProcessReading::closedStreamIsNotTheEnd() {
-    const auto child = shell(u"echo last >&2; exec 2>&-; exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("echo last >&2; exec 2>&-; exec sleep 300"));
     QByteArray text;
     QCOMPARE(child->read(text, longEnough), Read::Data);
     QCOMPARE(child->read(text, 100ms), Read::TimedOut);
@@ -210,7 +210,7 @@ void TestChildProcessReading::closedStreamIsNotTheEnd() {
 }
 
 void TestChildProcessReading::killWhileReading() {
-    const auto child = shell(u"exec sleep 300"_s);
+    const auto child = shell(QStringLiteral("exec sleep 300"));
     auto read = std::async(std::launch::async, [&] {
         QByteArray text;
         return child->read(text);
@@ -222,7 +222,7 @@ void TestChildProcessReading::killWhileReading() {
 }
 
 void TestChildProcessReading::floodHoldsTheWriterUp() {
-    const auto child = shell(u"exec yes >&2"_s);
+    const auto child = shell(QStringLiteral("exec yes >&2"));
     const int capacity = ::fcntl(child->readEnd(), F_GETPIPE_SZ);
     QVERIFY(capacity > 0);
     const auto isHeldUp = [&] {
@@ -242,7 +242,7 @@ void TestChildProcessReading::floodHoldsTheWriterUp() {
 }
 
 void TestChildProcessReading::oneReadIsBounded() {
-    const auto child = shell(u"exec yes >&2"_s);
+    const auto child = shell(QStringLiteral("exec yes >&2"));
     for (int i = 0; i < 50; ++i) {
         QByteArray text;
         QCOMPARE(child->read(text, longEnough), Read::Data);
@@ -251,7 +251,7 @@ void TestChildProcessReading::oneReadIsBounded() {
 }
 
 void TestChildProcessReading::standardOutputIsNotRead() {
-    const auto child = shell(u"echo out; echo err >&2"_s);
+    const auto child = shell(QStringLiteral("echo out; echo err >&2"));
     QByteArray text;
     while (child->read(text, longEnough) == Read::Data) {
     }

@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 int openDescriptors() {
-    return static_cast<int>(QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System).size());
+    return static_cast<int>(
+        QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size());
 }
 
 } // namespace
@@ -39,10 +40,12 @@ private Q_SLOTS:
 private:
     [[nodiscard]] std::shared_ptr<ChildProcess> shell(const QString& script,
                                                       std::function<void()> onEnd = {}) {
-        return processes_->launch(u"/bin/sh"_s, {u"-c"_s, script}, std::move(onEnd));
+        return processes_->launch(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script},
+                                  std::move(onEnd));
     }
     [[nodiscard]] std::shared_ptr<ChildProcess> sleeper(std::function<void()> onEnd) {
-        return processes_->launch(u"/bin/sleep"_s, {u"300"_s}, std::move(onEnd));
+        return processes_->launch(QStringLiteral("/bin/sleep"), {QStringLiteral("300")},
+                                  std::move(onEnd));
     }
 
     std::unique_ptr<ChildProcesses> processes_;
@@ -63,7 +66,7 @@ void TestChildProcesses::launchesFromManyThreads() {
         threads.emplace_back([&, i] {
             for (int k = 0; k < 10; ++k) {
                 const int status = i * 10 + k;
-                const auto child = shell(u"exit %1"_s.arg(status), [&] { ++ended; });
+                const auto child = shell(QStringLiteral("exit %1").arg(status), [&] { ++ended; });
                 const auto end = child->waitForEnd(longEnough);
                 right += end && end->how == ProcessEnd::How::Exited && end->code == status ? 1 : 0;
             }
@@ -79,7 +82,7 @@ void TestChildProcesses::launchesFromManyThreads() {
 void TestChildProcesses::twoHundredLeaveNothingBehind() {
     const int before = openDescriptors();
     for (int i = 0; i < 200; ++i) {
-        const auto child = processes_->launch(u"/bin/true"_s, {});
+        const auto child = processes_->launch(QStringLiteral("/bin/true"), {});
         QVERIFY(child->waitForEnd(longEnough));
     }
     QTRY_COMPARE(processes_->liveCount(), 0);
@@ -91,7 +94,7 @@ void TestChildProcesses::twoHundredLeaveNothingBehind() {
 void TestChildProcesses::failedStartsLeaveNothingBehind() {
     const int before = openDescriptors();
     for (int i = 0; i < 100; ++i)
-        (void)processes_->launch(u"/no/such/program"_s, {});
+        (void)processes_->launch(QStringLiteral("/no/such/program"), {});
     QTRY_COMPARE(openDescriptors(), before);
     QCOMPARE(::waitpid(-1, nullptr, WNOHANG), -1);
 }
@@ -102,7 +105,8 @@ void TestChildProcesses::ownerTakesTheLivingAlong() {
     {
         const auto running = sleeper([&] { ++ends; });
         const auto suspended = sleeper([&] { ++ends; });
-        const auto deaf = shell(u"trap '' TERM INT HUP; exec sleep 300"_s, [&] { ++ends; });
+        const auto deaf =
+            shell(QStringLiteral("trap '' TERM INT HUP; exec sleep 300"), [&] { ++ends; });
         QVERIFY(suspended->suspend());
         for (const auto& child : {running, suspended, deaf})
             pids.push_back(child->processIdentifier());

@@ -12,8 +12,6 @@
 #include <signal.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 bool hasUsualMeaning(int number) {
@@ -61,7 +59,9 @@ void TestQuitSignals::eachSignalReachesTheMainLoop() {
 void TestQuitSignals::signalOfAnotherProcess() {
     QuitSignals listener;
     QSignalSpy asked(&listener, &QuitSignals::quitAsked);
-    QCOMPARE(QProcess::execute(u"/bin/kill"_s, {u"-TERM"_s, QString::number(::getpid())}), 0);
+    QCOMPARE(QProcess::execute(QStringLiteral("/bin/kill"),
+                               {QStringLiteral("-TERM"), QString::number(::getpid())}),
+             0);
     QTRY_COMPARE(asked.count(), 1);
 }
 

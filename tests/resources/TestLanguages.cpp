@@ -227,7 +227,7 @@ void TestLanguages::tableOfTheUsersLanguage() {
     QVERIFY(strings.isLoaded());
     QCOMPARE(strings.language(), language);
     QCOMPARE(strings.direction(),
-             language == QLatin1String("ar") ? Qt::RightToLeft : Qt::LeftToRight);
+             language == QLatin1StringView("ar") ? Qt::RightToLeft : Qt::LeftToRight);
     QCOMPARE(getLocalString("IDS_BTN_CONVERT"), text(language, QStringLiteral("IDS_BTN_CONVERT")));
     QCOMPARE(getLocalString("IDS_TXT_NOBODY_WROTE"), QStringLiteral("IDS_TXT_NOBODY_WROTE"));
 }
@@ -238,7 +238,7 @@ void TestLanguages::qtSpeaksTheSameLanguage_data() {
 
 void TestLanguages::qtSpeaksTheSameLanguage() {
     QFETCH(QString, language);
-    if (language == QLatin1String("en"))
+    if (language == QLatin1StringView("en"))
         QSKIP("Qt's own texts are English");
     if (!QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) +
                        QStringLiteral("/qtbase_%1.qm").arg(language)))
@@ -246,7 +246,7 @@ void TestLanguages::qtSpeaksTheSameLanguage() {
     const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
     {
         const StringTable strings(QString::fromUtf8(resources), QLocale(language));
-        QVERIFY(cancel() != QLatin1String("Cancel"));
+        QVERIFY(cancel() != QLatin1StringView("Cancel"));
     }
     QCOMPARE(cancel(), QStringLiteral("Cancel"));
 }
@@ -279,7 +279,8 @@ void TestLanguages::shape() {
             QVERIFY2(here.count(QLatin1Char(sign)) == english.count(QLatin1Char(sign)), why);
         QVERIFY2(here.contains(QChar(0x2026)) == english.contains(QChar(0x2026)), why);
         for (const char* kept : {"(*.mp4 *.MP4)", "Quorvex Reelshift", "libx264"})
-            QVERIFY2(here.contains(QLatin1String(kept)) == english.contains(QLatin1String(kept)),
+            QVERIFY2(here.contains(QLatin1StringView(kept)) ==
+                         english.contains(QLatin1StringView(kept)),
                      why);
     }
 }
@@ -343,11 +344,11 @@ void TestLanguages::menuEntry() {
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     const QString tag =
-        language == QLatin1String("en") ? QString() : QStringLiteral("[%1]").arg(language);
+        language == QLatin1StringView("en") ? QString() : QStringLiteral("[%1]").arg(language);
     QVERIFY(lines.contains(QStringLiteral("Comment") + tag + QLatin1Char('=') +
                            text(language, QStringLiteral("IDS_TXT_APP_DESCRIPTION"))));
     for (const char* key : {"GenericName", "Keywords"}) {
-        const auto start = QString(QLatin1String(key) + tag + QLatin1Char('='));
+        const auto start = QString(QLatin1StringView(key) + tag + QLatin1Char('='));
         QCOMPARE(lines.filter(start).size(), 1);
         QVERIFY(lines.filter(start).first().size() > start.size());
     }

@@ -31,12 +31,12 @@ Table readTable(const QString& path) {
         if (xml.readNext() != QXmlStreamReader::StartElement) {
             continue;
         }
-        if (xml.name() == QLatin1String("message")) {
-            id = xml.attributes().value(QLatin1String("id")).toString();
-        } else if (xml.name() == QLatin1String("source")) {
+        if (xml.name() == QLatin1StringView("message")) {
+            id = xml.attributes().value(QLatin1StringView("id")).toString();
+        } else if (xml.name() == QLatin1StringView("source")) {
             table.sources.insert(id, xml.readElementText());
-        } else if (xml.name() == QLatin1String("translation")) {
-            if (xml.attributes().hasAttribute(QLatin1String("type"))) {
+        } else if (xml.name() == QLatin1StringView("translation")) {
+            if (xml.attributes().hasAttribute(QLatin1StringView("type"))) {
                 table.unfinished << id;
             }
             if (table.texts.contains(id)) {
@@ -139,7 +139,7 @@ void TestStringTable::wellFormed() {
     for (auto entry = table.sources.cbegin(); entry != table.sources.cend(); ++entry)
         QCOMPARE(entry.value(), english.texts.value(entry.key()));
     for (auto entry = table.texts.cbegin(); entry != table.texts.cend(); ++entry) {
-        QVERIFY2(entry.key().startsWith(QLatin1String("IDS_")), qPrintable(entry.key()));
+        QVERIFY2(entry.key().startsWith(QLatin1StringView("IDS_")), qPrintable(entry.key()));
         QVERIFY2(!entry.value().isEmpty(), qPrintable(entry.key()));
         // Callers join texts with line breaks of their own.
         QVERIFY2(entry.value() == entry.value().trimmed(), qPrintable(entry.key()));

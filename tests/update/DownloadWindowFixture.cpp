@@ -58,7 +58,7 @@ void DownloadWindowFixture::cleanup() {
 }
 
 QPushButton& DownloadWindowFixture::button(const char* name) const {
-    auto* const found = window_->findChild<QPushButton*>(QLatin1String(name));
+    auto* const found = window_->findChild<QPushButton*>(QLatin1StringView(name));
     Q_ASSERT(found);
     return *found;
 }
@@ -92,7 +92,7 @@ void DownloadWindowFixture::expectNothingLeft() {
 void DownloadWindowFixture::takeScreenshot(const char* name) {
     const QString folder = QStringLiteral(REELSHIFT_SCREENSHOTS);
     QVERIFY(QDir().mkpath(folder));
-    QVERIFY(window_->grab().save(folder + QLatin1Char('/') + QLatin1String(name) +
+    QVERIFY(window_->grab().save(folder + QLatin1Char('/') + QLatin1StringView(name) +
                                  QStringLiteral(".png")));
 }
 

@@ -29,7 +29,7 @@ private Q_SLOTS:
 
 private:
     static QString pem(const char* name) {
-        return QStringLiteral(REELSHIFT_CERTIFICATES "/") + QLatin1String(name) +
+        return QStringLiteral(REELSHIFT_CERTIFICATES "/") + QLatin1StringView(name) +
                QStringLiteral(".pem");
     }
     void serve(const char* certificate) {

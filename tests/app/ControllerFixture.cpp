@@ -17,6 +17,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <filesystem>
 
 BoxAnswers::BoxAnswers() {
     connect(&timer_, &QTimer::timeout, this, &BoxAnswers::look);
@@ -97,6 +98,9 @@ void ControllerFixture::start() {
 ControllerFixture::~ControllerFixture() {
     quit();
     qputenv("PATH", searchPath_);
+    // Not left to the toolkit, which does not find names that are no text again.
+    std::error_code ignored;
+    std::filesystem::remove_all(QFile::encodeName(folder_.path()).toStdString(), ignored);
 }
 
 MainWindow& ControllerFixture::window() {

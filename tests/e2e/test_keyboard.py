@@ -130,6 +130,8 @@ class Keyboard(ProgramTest):
         alt("IDS_BTN_OPEN_FOLDER")
         box = self.app.box()
         self.assertEqual(text("IDS_BTN_POPUP_OUTFLDRUNAVAILABLE"), box.message)
+        window.wait_for(lambda: window.has_state(box.node, Atspi.StateType.ACTIVE),
+                        "the box to have the keys")
         keys("Return")
         window.wait_for(box.is_gone, "the box to go")
         os.mkdir(self.documents)

@@ -33,11 +33,10 @@ constexpr auto longestVersion = 3s;
 
 } // namespace
 
-HelpMenu::HelpMenu(Parts parts, QString version, QString encoderPath, QObject* parent)
+HelpMenu::HelpMenu(Parts parts, Names names, QObject* parent)
     : QObject(parent),
       parts_(parts),
-      version_(std::move(version)),
-      encoderPath_(std::move(encoderPath)),
+      names_(std::move(names)),
       text_(new TextWindow(&parts.window)) {
     MainWindow& window = parts_.window;
     window.setContextMenuPolicy(Qt::CustomContextMenu);
@@ -60,8 +59,8 @@ QString HelpMenu::detailsOf(int row) const {
     const QString details = parts_.watch.detailsOf(ids[static_cast<size_t>(row)]);
     return details.isEmpty()
                ? details
-               : appName % u' ' % version_ % u", Qt " % QLatin1StringView(qVersion()) % u", " %
-                     QSysInfo::prettyProductName() % u'\n' % details % u'\n';
+               : appName % u' ' % names_.version % u", Qt " % QLatin1StringView(qVersion()) %
+                     u", " % QSysInfo::prettyProductName() % u'\n' % details % u'\n';
 }
 
 void HelpMenu::addTo(QMenu& menu) {
@@ -102,7 +101,7 @@ void HelpMenu::openMenuAtFocus() {
 }
 
 void HelpMenu::showHelp() {
-    text_->show(getLocalString("IDS_MENU_HELP"), keysHtml() + manualAsHtml(manualPage()));
+    text_->show(getLocalString("IDS_MENU_HELP"), keysHtml() + manualHtml(names_.language));
 }
 
 // The buttons' own words, with their keys.
@@ -118,14 +117,14 @@ QString HelpMenu::keysHtml() const {
 void HelpMenu::showAbout() {
     parts_.gate.pass([this] {
         const QString place = encoderPlace();
-        text_->show(
-            getLocalString("IDS_MENU_ABOUT"),
-            aboutHtml({appName, version_, place.isEmpty() ? QString() : encoderVersion(), place}));
+        text_->show(getLocalString("IDS_MENU_ABOUT"),
+                    aboutHtml({appName, names_.version,
+                               place.isEmpty() ? QString() : encoderVersion(), place}));
     });
 }
 
 QString HelpMenu::encoderVersion() const {
-    const auto runner = std::make_shared<ProbeRunner>(parts_.processes, encoderPath_);
+    const auto runner = std::make_shared<ProbeRunner>(parts_.processes, names_.encoderPath);
     runner->setPatience(longestVersion);
     return parts_.mainThread.waitForResult([runner] {
         QByteArray report;

@@ -28,7 +28,13 @@ public:
         MainWindow& window;
     };
 
-    HelpMenu(Parts parts, QString version, QString encoderPath, QObject* parent = nullptr);
+    struct Names {
+        QString version;
+        QString encoderPath;
+        QString language; ///< the manual's, like "de" or "pt_BR"
+    };
+
+    HelpMenu(Parts parts, Names names, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(HelpMenu)
 
     /// What a report about the movie of a row begins and goes on with; empty where it has not
@@ -47,7 +53,6 @@ private:
     [[nodiscard]] QString encoderVersion() const;
 
     const Parts parts_;
-    const QString version_;
-    const QString encoderPath_;
+    const Names names_;
     TextWindow* const text_; ///< the main window's
 };

@@ -149,9 +149,10 @@ int main(int argc, char* argv[]) {
     const SessionEnd sessionEnd({controller, parts.mainThread, parts.state, parts.window});
 
     OpenedMovies opened({parts.mainThread, parts.gate, parts.state, parts.window, parts.addFiles});
-    const HelpMenu help({parts.mainThread, parts.gate, parts.processes, parts.files,
-                         parts.engine.watch(), parts.window},
-                        update.version, resourceFolder + QStringLiteral("/ffmpeg"));
+    const HelpMenu help(
+        {parts.mainThread, parts.gate, parts.processes, parts.files, parts.engine.watch(),
+         parts.window},
+        {update.version, resourceFolder + QStringLiteral("/ffmpeg"), strings.language()});
     connectOpening(bus, controller, parts, opened);
     controller.awakeFromNib();
     controller.applicationDidFinishLaunching();

@@ -7,6 +7,8 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(REELSHIFT_RESOURCE_DIR "${CMAKE_BINARY_DIR}/share/reelshift")
+# A folder a language, in which man would find it, too.
+set(REELSHIFT_MANUAL_DIR "${CMAKE_BINARY_DIR}/man")
 
 find_program(CCACHE_EXECUTABLE ccache)
 if(CCACHE_EXECUTABLE)

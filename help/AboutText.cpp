@@ -38,5 +38,5 @@ QString aboutHtml(const AboutFacts& facts) {
     for (const QString& part : usedParts())
         html += u"<li>" + part.toHtmlEscaped() + u"</li>\n";
     return html + QStringLiteral("</ul>\n") +
-           paragraph(u"\u00a9 2026 the maintainers of " + facts.program);
+           paragraph(u"\u2066\u00a9 2026 the maintainers of " + facts.program + u'\u2069');
 }

@@ -1,6 +1,9 @@
 #include "help/ManualText.h"
 
 #include <QFile>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QStringBuilder>
 #include <QStringList>
 
 namespace {
@@ -81,14 +84,60 @@ QString textOf(const QString& line) {
     return result;
 }
 
+/// What of a run of Latin letters and signs is no sign of the sentence around it.
+QStringView commandIn(QStringView run) {
+    while (run.startsWith(u'('))
+        run = run.sliced(1);
+    while (!run.isEmpty() && QStringView(u".,:- ").contains(run.back()))
+        run.chop(1);
+    if (run.endsWith(u')') && run.count(u')') > run.count(u'('))
+        run.chop(1);
+    return run;
+}
+
+/// Without the isolates' marks "--help" would be read "help--" between words from right to left.
+QString withIsolates(const QString& html) {
+    static const QRegularExpression latin(QStringLiteral("[!-~](?:[ -~]*[!-~])?"));
+    QString result;
+    const QStringView all(html);
+    qsizetype end = 0;
+    for (auto each = latin.globalMatch(html); each.hasNext();) {
+        const QRegularExpressionMatch run = each.next();
+        const QStringView command =
+            commandIn(all.sliced(run.capturedStart(), run.capturedLength()));
+        if (command.isEmpty())
+            continue;
+        const qsizetype start = command.data() - all.data();
+        result += all.sliced(end, start - end) % QChar(0x2066) % command % QChar(0x2069);
+        end = start + command.size();
+    }
+    return result % all.sliced(end);
+}
+
+/// Whether a letter of another line may follow without a blank, as after a full stop in Chinese.
+bool bringsItsBlank(const QString& text) {
+    if (text.isEmpty())
+        return true;
+    const char16_t last = text.back().unicode();
+    return (last >= 0x3000 && last <= 0x303f) || (last >= 0xff00 && last <= 0xff60);
+}
+
+/// Requests of the formatter about its lines, and comments.
+bool isAboutLines(const QString& macro) {
+    return macro == u".TH" || macro == u".RS" || macro == u".RE" || macro == u".ad" ||
+           macro == u".nh" || macro == u".mso" || macro.startsWith(u".\\\"");
+}
+
 class Page final {
 public:
+    explicit Page(Qt::LayoutDirection direction) : direction_(direction) {}
+
     void take(const QString& line) {
         const QString macro = line.startsWith(u'.') ? line.section(u' ', 0, 0) : QString();
-        if (macro == u".TH" || macro == u".RS" || macro == u".RE")
+        if (isAboutLines(macro))
             return;
         if (macro == u".SH")
-            begin(u"<h3>" + inlineHtml(line.mid(4)) + u"</h3>", QStringLiteral("p"));
+            begin(inBlock(QStringLiteral("h3"), inlineHtml(line.mid(4))), QStringLiteral("p"));
         else if (macro == u".PP")
             begin(QString(), QStringLiteral("p"));
         else if (macro == u".TP")
@@ -109,18 +158,32 @@ public:
 
 private:
     void begin(const QString& before, const QString& kind) {
-        if (!text_.trimmed().isEmpty())
-            html_ += u'<' + kind_ + u'>' + text_.trimmed() + u"</" + kind_ + u">\n";
+        const QString text = text_.trimmed();
+        if (!text.isEmpty())
+            html_ += inBlock(kind_, text) + u'\n';
         text_.clear();
         html_ += before;
         kind_ = kind;
     }
+    // Each says the direction itself: the toolkit's terms do not take it over, and what is said of
+    // them it sets off at the left.
+    [[nodiscard]] QString inBlock(const QString& kind, const QString& text) const {
+        if (direction_ == Qt::LeftToRight)
+            return u'<' % kind % u'>' % text % u"</" % kind % u'>';
+        const QStringView margin(kind == u"dd" ? u" style=margin-left:0;margin-right:30px" : u"");
+        return u'<' % kind % u" dir=rtl" % margin % u'>' % withIsolates(text) % u"</" % kind % u'>';
+    }
     void add(const QString& text) {
-        text_ += text + (kind_ == u"pre" ? u'\n' : u' ');
+        text_ += text;
+        if (kind_ == u"pre")
+            text_ += u'\n';
+        else if (!bringsItsBlank(text))
+            text_ += u' ';
         if (kind_ == u"dt")
             begin(QString(), QStringLiteral("dd"));
     }
 
+    const Qt::LayoutDirection direction_;
     QString html_;
     QString kind_;
     QString text_;
@@ -128,14 +191,23 @@ private:
 
 } // namespace
 
-QString manualAsHtml(const QByteArray& page) {
-    Page result;
+QString manualAsHtml(const QByteArray& page, Qt::LayoutDirection direction) {
+    Page result(direction);
     for (const QString& line : QString::fromUtf8(page).split(u'\n', Qt::SkipEmptyParts))
         result.take(line);
     return result.html();
 }
 
-QByteArray manualPage() {
-    QFile page(QStringLiteral(":/reelshift.1"));
+QByteArray manualPage(const QString& language) {
+    QFile page(u":/manual/" % language % u"/man1/reelshift.1");
     return page.open(QIODevice::ReadOnly) ? page.readAll() : QByteArray();
+}
+
+QString manualHtml(const QString& language) {
+    const QByteArray page = manualPage(language);
+    if (page.isEmpty())
+        return language == u"en" ? QString() : manualHtml(QStringLiteral("en"));
+    const Qt::LayoutDirection direction = QLocale(language).textDirection();
+    return u"<div dir=" % QStringView(direction == Qt::RightToLeft ? u"rtl" : u"ltr") % u'>' %
+           manualAsHtml(page, direction) % u"</div>";
 }

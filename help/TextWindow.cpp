@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QPushButton>
+#include <QStringBuilder>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -24,7 +25,8 @@ TextWindow::TextWindow(QWidget* parent) : QDialog(parent), text_(new QTextBrowse
 void TextWindow::show(const QString& title, const QString& html) {
     setWindowTitle(title);
     text_->setAccessibleName(title);
-    text_->setHtml(html);
+    const auto* const direction = layoutDirection() == Qt::RightToLeft ? u"rtl" : u"ltr";
+    text_->setHtml(u"<html dir=" % QStringView(direction) % u'>' % html % u"</html>");
     text_->setFocus();
     QDialog::show();
     raise();

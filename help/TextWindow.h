@@ -13,7 +13,8 @@ public:
     explicit TextWindow(QWidget* parent);
     Q_DISABLE_COPY_MOVE(TextWindow)
 
-    /// Opens it, or brings it to the front with another text.
+    /// Opens it, or brings it to the front with another text, which begins at the side where the
+    /// window's language begins.
     void show(const QString& title, const QString& html);
 
 private:

@@ -11,5 +11,8 @@ reelshift_check(package_desktop_entry "${PROJECT_SOURCE_DIR}/resources/example.q
     desktop-file-validate)
 reelshift_check(package_metainfo "${made}/example.quorvex.reelshift.metainfo.xml"
     appstreamcli validate --no-net --pedantic --explain)
-reelshift_check(package_manual_page "${made}/reelshift.1"
-    man --warnings --encoding=UTF-8 --local-file)
+foreach(language IN LISTS REELSHIFT_LANGUAGES)
+    reelshift_check(package_manual_page_${language}
+        "${REELSHIFT_MANUAL_DIR}/${language}/man1/reelshift.1"
+        man --warnings --encoding=UTF-8 --local-file)
+endforeach()

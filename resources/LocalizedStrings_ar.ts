@@ -655,7 +655,7 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
     <message id="IDS_ABOUT_ENCODER">
         <extracomment>%1 is a version, %2 a path.</extracomment>
         <source>ffmpeg: version %1, at %2</source>
-        <translation>‏ffmpeg: الإصدار %1، في %2</translation>
+        <translation>‏ffmpeg: الإصدار ⁦%1⁩، في ⁦%2⁩</translation>
     </message>
     <message id="IDS_ABOUT_NO_ENCODER">
         <source>ffmpeg: not found</source>

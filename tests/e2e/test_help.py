@@ -5,13 +5,14 @@ accessibility tree."""
 import os
 import subprocess
 
+import test_language
 from close_request import request_close
 from harness import ProgramTest, main, window
 from movies import make_hevc
 from texts import text
 
 
-class Help(ProgramTest):
+class HelpTest(ProgramTest):
     def text_window(self, title):
         return window.wait_for(
             lambda: next((node for node in self.app.dialogs() if node.get_name() == title), None),
@@ -35,6 +36,8 @@ class Help(ProgramTest):
         window.wait_for(lambda: window.has_state(self.app.window(), window.Atspi.StateType.ACTIVE),
                         "the window to be active")
 
+
+class Help(HelpTest):
     def test_f1(self):
         self.activate()
         window.key("F1")
@@ -90,6 +93,17 @@ class Help(ProgramTest):
         window.wait_for(lambda: window.find(self.app.window(), window.Role.LABEL,
                                             text("IDS_TXT_DETAILS_COPIED"), False),
                         "the quiet line")
+
+
+class GermanHelp(test_language.InALanguage, HelpTest):
+    desktop = shown = "de"
+
+    def test_f1(self):
+        self.activate()
+        window.key("F1")
+        shown = self.read(text("IDS_MENU_HELP"))
+        for words in (text("IDS_TIP_CONVERT"), "BEZEICHNUNG", "Zeigt die Version."):
+            self.assertIn(words, shown)
 
 
 if __name__ == "__main__":

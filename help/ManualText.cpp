@@ -122,10 +122,12 @@ bool bringsItsBlank(const QString& text) {
     return (last >= 0x3000 && last <= 0x303f) || (last >= 0xff00 && last <= 0xff60);
 }
 
-/// Requests of the formatter about its lines, and comments.
-bool isAboutLines(const QString& macro) {
-    return macro == u".TH" || macro == u".RS" || macro == u".RE" || macro == u".ad" ||
-           macro == u".nh" || macro == u".mso" || macro.startsWith(u".\\\"");
+/// What is for the printed page alone, and comments: the small letters are the formatter's own.
+bool isForPaper(const QString& macro) {
+    if (macro == u".TH" || macro == u".RS" || macro == u".RE")
+        return true;
+    return macro.size() > 1 && !macro[1].isUpper() && macro != u".br" && macro != u".nf" &&
+           macro != u".fi";
 }
 
 class Page final {
@@ -134,7 +136,7 @@ public:
 
     void take(const QString& line) {
         const QString macro = line.startsWith(u'.') ? line.section(u' ', 0, 0) : QString();
-        if (isAboutLines(macro))
+        if (isForPaper(macro))
             return;
         if (macro == u".SH")
             begin(inBlock(QStringLiteral("h3"), inlineHtml(line.mid(4))), QStringLiteral("p"));

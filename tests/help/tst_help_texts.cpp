@@ -40,7 +40,7 @@ void TestHelpTexts::pages_data() {
         QStringLiteral("<h3>S</h3><p>~/x \"q\" a&lt;b &amp; c</p>\n"));
     row("letters that need no blanks", ".SH S\n\u3042\u3002\n\u3044\nx\uff1b\n\u3046\n",
         QStringLiteral("<h3>S</h3><p>\u3042\u3002\u3044 x\uff1b\u3046</p>\n"));
-    row("what is said of lines", ".\\\" x\n.mso ja.tmac\n.nh\n.ad l\n.SH S\na\n",
+    row("what is said of lines", ".\\\" x\n.mso ja.tmac\n.nh\n.ad l\n.ds AD l\n.SH S\na\n",
         QStringLiteral("<h3>S</h3><p>a</p>\n"));
     row("a page that breaks off", ".SH S\nx\\", QStringLiteral("<h3>S</h3><p>x</p>\n"));
     row("nothing", "", QString());

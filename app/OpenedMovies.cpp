@@ -41,7 +41,6 @@ void OpenedMovies::open(const QStringList& addresses) {
     }
     if (waiting_.isEmpty())
         return;
-    isTold_ = false;
     tellWaiting();
     timer_.start();
 }
@@ -64,13 +63,12 @@ void OpenedMovies::addWaiting() {
 }
 
 void OpenedMovies::tellWaiting() {
-    const bool tells = parts_.state.isConversionRunning && !waiting_.isEmpty();
-    if (tells == isTold_)
+    // Also under the box that sums the run up: they come when it is closed.
+    const bool tells = parts_.state.isConversionRunning || told_ > 0;
+    if (const qsizetype now = tells ? waiting_.size() : 0; now == std::exchange(told_, now))
         return;
-    isTold_ = tells;
-    const QString line =
-        tells ? getLocalString("IDS_TXT_OPENED_LATER").arg(waiting_.size()) : QString();
+    const QString line = told_ > 0 ? getLocalString("IDS_TXT_OPENED_LATER").arg(told_) : QString();
     parts_.window.form().quietLine->showBehind(QuietLine::Behind::Opened, line);
-    if (tells)
+    if (told_ > 0)
         parts_.window.announcer().say(line);
 }

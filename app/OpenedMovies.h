@@ -40,5 +40,5 @@ private:
     const Parts parts_;
     QStringList waiting_;
     QTimer timer_;
-    bool isTold_ = false; ///< of those that wait for the end of the run
+    qsizetype told_ = 0; ///< how many the quiet line says wait for the end of the run
 };

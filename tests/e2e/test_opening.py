@@ -199,9 +199,12 @@ class Opening(ProgramTest):
         self.assert_handed_over(self.movie("d.mp4"))
         window.wait_for(lambda: is_told(3), "the quiet line with the next one")
         self.assertEqual(1, self.app.row_count())
+        self.app.box(limit=300)
+        self.assert_handed_over(self.movie("e.mp4"))
+        window.wait_for(lambda: is_told(4), "the quiet line under the summary")
         self.close_summary()
-        self.wait_for_names("b.mp4", "c.mp4", "d.mp4")  # what was converted has gone
-        window.wait_for(lambda: not is_told(3), "the line to go")
+        self.wait_for_names("b.mp4", "c.mp4", "d.mp4", "e.mp4")  # what was converted has gone
+        window.wait_for(lambda: not is_told(4), "the line to go")
         self.assertEqual(["long_HQ_1280x720.mp4"], self.outputs())
 
     def start_own(self, *arguments, **changes):

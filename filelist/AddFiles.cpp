@@ -74,12 +74,20 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
     unsupportedTold_ = false;
     parts_.window.setRemoveEnabled(true);
     AddAhead ahead(paths, isLookedAtTwice(), parts_.ahead);
+    parts_.probe.setLeft(false);
+    const auto overdue = QObject::connect(&parts_.watch, &AddWatch::endOverdue, &parts_.watch,
+                                          [this] { parts_.probe.setLeft(true); });
+    const auto disconnect = qScopeGuard([&] { QObject::disconnect(overdue); });
     for (qsizetype at = 0; at < paths.size(); ++at) {
-        const qsizetype left = paths.size() - at - 1;
+        qsizetype left = paths.size() - at - 1;
         try {
             parts_.watch.takeNext(at, paths.size());
-            if (parts_.window.isCloseAsked() || addOne(paths[at], origin, ahead, at) == Next::Stop)
+            if (parts_.window.isCloseAsked())
                 break;
+            const Next next = addOne(paths[at], origin, ahead, at);
+            if (next == Next::Stop)
+                break;
+            left += next == Next::Leave ? 1 : 0;
         } catch (const std::exception&) {
             parts_.watch.end();
             tellEnded(paths[at], left);
@@ -119,6 +127,7 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
         const bool accepted = record->text(key::video) == hevc;
         if (isLookedAtTwice() && !parts_.probe.gaveUp())
             parts_.probe.getVideoInfo(path, parts_.files.rowCount());
+        throwIfLeft();
         if (!accepted) {
             reject(origin);
             // Without the encoder nothing is known about the movie.
@@ -129,6 +138,9 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
         }
         refreshCount();
         return Next::GoOn;
+    } catch (const Left&) {
+        undoHalfBuilt(record);
+        return Next::Leave;
     } catch (const std::exception&) {
         undoHalfBuilt(record);
         throw;
@@ -193,6 +205,7 @@ JobRecordPtr AddFiles::buildRecord(const QString& path) {
 
 void AddFiles::examine(const JobRecordPtr& record, const QString& path) {
     const QString report = parts_.probe.getVideoInfo2(path, parts_.files.rowCount());
+    throwIfLeft();
     if (parts_.probe.isEncoderMissing())
         tellEncoderMissing();
     if (parts_.probe.isEncoderUnsuitable())
@@ -203,6 +216,11 @@ void AddFiles::examine(const JobRecordPtr& record, const QString& path) {
         tellUnsupported();
         throw;
     }
+}
+
+void AddFiles::throwIfLeft() const {
+    if (parts_.probe.wasLeft())
+        throw Left();
 }
 
 void AddFiles::takeReport(JobRecord& record, const QString& report) {

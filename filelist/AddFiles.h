@@ -53,7 +53,8 @@ public:
 
 private:
     enum class Origin { Panel, Drop };
-    enum class Next { GoOn, Stop };
+    enum class Next { GoOn, Stop, Leave };
+    struct Left {}; ///< the movie at hand did not answer before the add had to end
 
     void begin();
     void addAll(const QStringList& paths, Origin origin);
@@ -67,6 +68,7 @@ private:
     [[nodiscard]] bool isLookedAtTwice() const;
     [[nodiscard]] JobRecordPtr buildRecord(const QString& path);
     void examine(const JobRecordPtr& record, const QString& path);
+    void throwIfLeft() const;
     void takeReport(JobRecord& record, const QString& report);
     void takeSize(JobRecord& record, const QString& report);
     void reject(Origin origin);

@@ -19,6 +19,18 @@ void putInto(JobRecord& record, const RetryFindings& findings) {
 
 } // namespace
 
+void MovieProbe::setLeft(bool isLeft) {
+    isLeft_ = isLeft;
+    mainThread_.wake();
+}
+
+bool MovieProbe::waitFor(bool (Examination::*isOver)() const) {
+    const auto over = [&] { return ((*examination_).*isOver)(); };
+    mainThread_.waitUntil([&] { return isLeft_ || over(); });
+    wasLeft_ = !over();
+    return !wasLeft_;
+}
+
 void MovieProbe::take(ProbeRunner::Result result, const QString& moviePath) {
     encoderMissing_ = result == ProbeRunner::Result::FailedToStart;
     gaveUp_ = result == ProbeRunner::Result::Silent;
@@ -28,7 +40,8 @@ void MovieProbe::take(ProbeRunner::Result result, const QString& moviePath) {
 
 QString MovieProbe::getVideoInfo2(const QString& moviePath, int rowNumber) {
     Q_ASSERT(rowNumber == files_.rowCount());
-    mainThread_.waitUntil([this] { return examination_->isFirstOver(); });
+    if (!waitFor(&Examination::isFirstOver))
+        return {};
     const Examination::FirstLook& look = examination_->first();
     take(look.result, moviePath);
     encoderUnsuitable_ = saysThereIsNoX264(look.report);
@@ -37,7 +50,8 @@ QString MovieProbe::getVideoInfo2(const QString& moviePath, int rowNumber) {
 
 void MovieProbe::getVideoInfo(const QString& moviePath, int rowNumber) {
     const JobRecordPtr record = files_.recordAt(rowNumber - 1);
-    mainThread_.waitUntil([this] { return examination_->isSecondOver(); });
+    if (!waitFor(&Examination::isSecondOver))
+        return;
     const Examination::SecondLook& look = examination_->second();
     take(look.result, moviePath);
     RetryProbeReader reader{QStringList{moviePath}};

@@ -30,6 +30,10 @@ public:
     void setExamination(std::shared_ptr<const Examination> examination) {
         examination_ = std::move(examination);
     }
+    /// Whether nobody waits any more for an examination that is not over.
+    void setLeft(bool isLeft);
+    /// Whether the last look was left before it was over; nothing is known from it.
+    [[nodiscard]] bool wasLeft() const { return wasLeft_; }
     /// The whole report on a movie, without what the movie says about itself. `rowNumber` is the
     /// number of rows with the new one. Both wait with a turning main loop.
     [[nodiscard]] QString getVideoInfo2(const QString& moviePath, int rowNumber);
@@ -37,12 +41,15 @@ public:
     void getVideoInfo(const QString& moviePath, int rowNumber);
 
 private:
+    [[nodiscard]] bool waitFor(bool (Examination::*isOver)() const);
     void take(ProbeRunner::Result result, const QString& moviePath);
 
     MainThread& mainThread_;
     FileList& files_;
     SharedState& state_;
     std::shared_ptr<const Examination> examination_;
+    bool isLeft_ = false;
+    bool wasLeft_ = false;
     bool encoderMissing_ = false;
     bool encoderUnsuitable_ = false;
     bool gaveUp_ = false;

@@ -61,6 +61,8 @@ private Q_SLOTS:
     void windowClosedWhileAFolderIsLookedThrough();
     void aLongAddTellsHowFarItIs();
     void escapeEndsTheAdd();
+    void escapeLeavesASilentMovie_data();
+    void escapeLeavesASilentMovie();
     void escapeUnderABoxIsTheBoxs();
     void aCloseThatABoxSwallowedIsForgotten();
     void programEndsMeanwhile_data();
@@ -264,6 +266,33 @@ void TestAddingMeanwhile::escapeEndsTheAdd() {
     program.add({good, good});
     QCOMPARE(program.files().rowCount(), 4);
     QCOMPARE(program.widget<QuietLine>("quietLine")->line(), QString());
+}
+
+void TestAddingMeanwhile::escapeLeavesASilentMovie_data() {
+    QTest::addColumn<int>("behind");
+    QTest::newRow("the only one") << 0;
+    QTest::newRow("others behind it") << 2;
+}
+
+void TestAddingMeanwhile::escapeLeavesASilentMovie() {
+    QFETCH(int, behind);
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    program.add({good});
+    whileProbing(program,
+                 [&] { QTest::keyClick(program.window().windowHandle(), Qt::Key_Escape); });
+    QElapsedTimer time;
+    time.start();
+    program.add(QStringList{waitingMovie(program)} + QStringList(behind, good));
+    QVERIFY2(time.elapsed() < 10'000, qPrintable(QString::number(time.elapsed())));
+    QCOMPARE(program.files().rowCount(), 1);
+    QCOMPARE(program.widget<QuietLine>("quietLine")->line(),
+             text("IDS_TXT_ADD_STOPPED").arg(behind + 1));
+    QVERIFY(areInStep(program.files()));
+    QVERIFY(program.boxes.seen.isEmpty());
+    // The next add is a whole one.
+    program.add({good, good});
+    QCOMPARE(program.files().rowCount(), 3);
 }
 
 void TestAddingMeanwhile::escapeUnderABoxIsTheBoxs() {

@@ -501,6 +501,10 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <source>Click to choose this movie’s quality</source>
         <translation>انقر لاختيار جودة هذا المقطع</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>يمكن الاختيار مجددًا بعد انتهاء التحويل</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>انقر لاختيار حجم صورة هذا المقطع</translation>

@@ -501,6 +501,10 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <source>Click to choose this movie’s quality</source>
         <translation>Klicken, um die Qualität dieses Films zu wählen</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Kann nach der Umwandlung wieder gewählt werden</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Klicken, um die Bildgröße dieses Films zu wählen</translation>

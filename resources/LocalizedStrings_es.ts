@@ -501,6 +501,10 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <source>Click to choose this movie’s quality</source>
         <translation>Pulse para elegir la calidad de esta película</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Se podrá elegir de nuevo después de la conversión</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Pulse para elegir el tamaño de imagen de esta película</translation>

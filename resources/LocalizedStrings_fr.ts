@@ -501,6 +501,10 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <source>Click to choose this movie’s quality</source>
         <translation>Cliquer pour choisir la qualité de ce film</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Pourra de nouveau être choisi après la conversion</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Cliquer pour choisir la taille d’image de ce film</translation>

@@ -501,6 +501,10 @@ Pro keeps the most detail in the largest files. Normal makes the smallest ones</
         <source>Click to choose this movie’s quality</source>
         <translation>Fai clic per scegliere la qualità di questo filmato</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Si potrà scegliere di nuovo dopo la conversione</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Fai clic per scegliere le dimensioni dell’immagine di questo filmato</translation>

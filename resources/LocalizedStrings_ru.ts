@@ -501,6 +501,10 @@ Pro сохраняет больше всего деталей, но файлы �
         <source>Click to choose this movie’s quality</source>
         <translation>Нажмите, чтобы выбрать качество этого видео</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Можно будет снова выбрать после преобразования</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Нажмите, чтобы выбрать размер изображения этого видео</translation>

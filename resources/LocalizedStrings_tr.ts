@@ -501,6 +501,10 @@ Pro, en çok ayrıntıyı en büyük dosyalarda saklar. Normal, en küçük dosy
         <source>Click to choose this movie’s quality</source>
         <translation>Bu videonun kalitesini seçmek için tıklayın</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Dönüştürmeden sonra yeniden seçilebilir</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Bu videonun görüntü boyutunu seçmek için tıklayın</translation>

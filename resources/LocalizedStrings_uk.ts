@@ -501,6 +501,10 @@ Pro зберігає найбільше деталей, але файли най
         <source>Click to choose this movie’s quality</source>
         <translation>Натисніть, щоб вибрати якість цього відео</translation>
     </message>
+    <message id="IDS_TIP_CELL_LOCKED">
+        <source>Can be chosen again after the conversion</source>
+        <translation>Можна буде знову вибрати після перетворення</translation>
+    </message>
     <message id="IDS_TIP_CELL_RESOLUTION">
         <source>Click to choose this movie’s picture size</source>
         <translation>Натисніть, щоб вибрати розмір зображення цього відео</translation>

@@ -53,6 +53,17 @@ QStyle* styleOf(const QStyleOptionViewItem& option) {
     return option.widget ? option.widget->style() : QApplication::style();
 }
 
+/// What stands on the band of a selected row in colours that are meant for the ground of the list.
+void paintGround(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place) {
+    constexpr int radius = 3;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(option.palette.brush(QPalette::Active, QPalette::Base));
+    painter->drawRoundedRect(place, radius, radius);
+    painter->restore();
+}
+
 /// The row's background, selection and focus, without what stands in the cell.
 void paintBackground(QPainter* painter, QStyleOptionViewItem option) {
     option.features &= ~(QStyleOptionViewItem::HasCheckIndicator |
@@ -84,6 +95,9 @@ void TextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     option->features &= ~QStyleOptionViewItem::HasDecoration;
     const bool isName = index.column() == static_cast<int>(TableColumn::Name);
+    // It answers to the pointer where a click does something.
+    if (!(index.flags() & Qt::ItemIsEditable))
+        option->state &= ~QStyle::State_MouseOver;
     option->textElideMode = isName ? Qt::ElideMiddle : Qt::ElideRight;
     // Each name runs in its own direction: "2024 (1).mp4" is not to end in its year.
     if (isName && option->direction == Qt::RightToLeft) {
@@ -141,6 +155,8 @@ void CheckDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     box.palette = boxPalette(box.palette);
     box.state &= ~(QStyle::State_HasFocus | QStyle::State_Selected);
     box.state |= cell.checkState == Qt::Checked ? QStyle::State_On : QStyle::State_Off;
+    if (option.state & QStyle::State_Selected)
+        paintGround(painter, cell, box.rect.adjusted(1, 1, -1, -1));
     styleOf(option)->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter,
                                    option.widget);
 
@@ -163,6 +179,11 @@ bool CheckDelegate::editorEvent(QEvent*, QAbstractItemModel*, const QStyleOption
 
 QComboBox* ComboDelegate::openEditor() const {
     return qobject_cast<QComboBox*>(editor_.data());
+}
+
+// A text that its arrow cuts is cut.
+QSize ComboDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    return TextDelegate::sizeHint(option, index) + QSize(arrowSide + gap, 0);
 }
 
 void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -296,6 +317,10 @@ int RowButtonDelegate::columnWidth(const QWidget&) {
     return buttonSide + 3 * gap;
 }
 
+int RowButtonDelegate::height() {
+    return buttonSide + gap;
+}
+
 // On the colour of a selected row a blue image would not be seen.
 void RowButtonDelegate::paintDisc(QPainter* painter, const QRect& place) {
     painter->save();
@@ -316,7 +341,7 @@ void RowButtonDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     QStyleOptionToolButton button;
     button.initFrom(option.widget);
     button.palette = cell.palette;
-    button.rect = QRect(0, 0, buttonSide + gap, buttonSide + gap);
+    button.rect = QRect(0, 0, height(), height());
     button.rect.moveCenter(option.rect.center());
     button.subControls = QStyle::SC_ToolButton;
     button.icon = image;
@@ -327,8 +352,11 @@ void RowButtonDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         button.state |= QStyle::State_Sunken;
     if (option.state & QStyle::State_MouseOver)
         button.state |= QStyle::State_MouseOver | QStyle::State_Raised;
-    if (button.state & (QStyle::State_Sunken | QStyle::State_Raised))
+    if (button.state & (QStyle::State_Sunken | QStyle::State_Raised)) {
+        if (option.state & QStyle::State_Selected)
+            paintGround(painter, cell, button.rect);
         styleOf(option)->drawPrimitive(QStyle::PE_PanelButtonTool, &button, painter, option.widget);
+    }
     QRect place(0, 0, buttonSide, buttonSide);
     place.moveCenter(option.rect.center());
     if (option.state & QStyle::State_Selected)

@@ -54,6 +54,8 @@ public:
     /// Null while no cell is edited.
     [[nodiscard]] QComboBox* openEditor() const;
 
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -83,6 +85,8 @@ public:
     Q_DISABLE_COPY_MOVE(RowButtonDelegate)
 
     [[nodiscard]] static int columnWidth(const QWidget& widget);
+    /// Of the button, which rises around its image.
+    [[nodiscard]] static int height();
 
     void setPressed(const QModelIndex& index) { pressed_ = index; }
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -169,11 +169,9 @@ QString FileTableSource::toolTip(TableColumn column, int row) const {
     case TableColumn::Check:
         return getLocalString("IDS_TIP_CELL_CHECK");
     case TableColumn::Res:
-        return willDisplayCellEnabled(column::res) ? getLocalString("IDS_TIP_CELL_RESOLUTION")
-                                                   : QString();
+        return tipOfList(column, "IDS_TIP_CELL_RESOLUTION", row);
     case TableColumn::Cmb:
-        return willDisplayCellEnabled(column::cmb) ? getLocalString("IDS_TIP_CELL_PROFILE")
-                                                   : QString();
+        return tipOfList(column, "IDS_TIP_CELL_PROFILE", row);
     case TableColumn::Im:
         return tipOfButton(imageAt(row), shownText(TableColumn::Name, row));
     case TableColumn::Progress: {
@@ -183,6 +181,15 @@ QString FileTableSource::toolTip(TableColumn column, int row) const {
     default:
         return {}; // the delegate shows the text where it is cut
     }
+}
+
+// With what there is to choose from, each on a line of its own.
+QString FileTableSource::tipOfList(TableColumn column, const char* text, int row) const {
+    const QString identifier = identifierOf(column);
+    if (!willDisplayCellEnabled(identifier))
+        return getLocalString("IDS_TIP_CELL_LOCKED");
+    return (QStringList(getLocalString(text)) + dataCellForTableColumn(identifier, row))
+        .join(u'\n');
 }
 
 QString FileTableSource::imageAt(int row) const {

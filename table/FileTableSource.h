@@ -54,6 +54,7 @@ public:
 
 private:
     [[nodiscard]] QString textOverStatus(int row) const;
+    [[nodiscard]] QString tipOfList(TableColumn column, const char* text, int row) const;
     [[nodiscard]] QStringList sizesOf(const JobRecord& record) const;
 
     const FileList& list_;

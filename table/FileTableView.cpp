@@ -1,12 +1,15 @@
 #include "table/FileTableView.h"
 
 #include "platform/LocalizedStrings.h"
+#include "resources/ApplicationIcon.h"
+#include "table/EmptyList.h"
 #include "table/FileTableAccessible.h"
 #include "table/FileTableColumns.h"
 #include "table/FileTableDelegates.h"
 #include "table/FileTableKeys.h"
 #include "table/FileTableModel.h"
 #include "table/ProgressCell.h"
+#include "table/RowHeight.h"
 #include "widgets/ActionGate.h"
 
 #include <QCheckBox>
@@ -25,7 +28,8 @@ FileTableView::FileTableView(QWidget* parent)
       btnSelectAll_(new QCheckBox(this)),
       resDelegate_(new ComboDelegate(this)),
       cmbDelegate_(new ComboDelegate(this)),
-      buttonDelegate_(new RowButtonDelegate(this)) {
+      buttonDelegate_(new RowButtonDelegate(this)),
+      icon_(applicationIcon()) {
     FileTableAccessible::install();
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -146,8 +150,8 @@ void FileTableView::setUpColumns() {
 
 void FileTableView::setRowHeight() {
     verticalHeader()->setMinimumSectionSize(8);
-    verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 14, 32));
-    horizontalHeader()->setMinimumHeight(fontMetrics().height() + 10);
+    verticalHeader()->setDefaultSectionSize(rowHeightOf(*this));
+    horizontalHeader()->setMinimumHeight(headerHeightOf(*this));
 }
 
 void FileTableView::stretchName() {
@@ -341,11 +345,7 @@ void FileTableView::paintEvent(QPaintEvent* event) {
         return;
     }
     paintFocusOfEmptyList(painter);
-    QColor faint = palette().color(QPalette::Text);
-    faint.setAlphaF(0.6F);
-    painter.setPen(faint);
-    painter.drawText(viewport()->rect().adjusted(24, 0, -24, 0), Qt::AlignCenter | Qt::TextWordWrap,
-                     getLocalString("IDS_TXT_EMPTY_LIST"));
+    EmptyList(*this, viewport()->rect()).paint(painter, icon_);
 }
 
 void FileTableView::resizeEvent(QResizeEvent* event) {

@@ -12,6 +12,8 @@ constexpr int insetTop = 5;
 constexpr int insetWidth = 5;
 constexpr int insetHeight = 8;
 constexpr int barPointSize = 9;
+constexpr float grooveShare = 0.08F; ///< of the text's colour
+constexpr float edgeShare = 0.35F;
 
 QColor fillColour() {
     return QColor::fromRgbF(0.1098039F, 0.6352941F, 0.9019607F, 0.5F);
@@ -23,6 +25,26 @@ QPalette::ColorGroup colourGroup(const QStyleOptionViewItem& option) {
     return option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
 }
 
+// The part that is still to come. What is done lies on the plain ground.
+void paintGroove(QPainter& painter, const QRectF& bar, const QRectF& fill, QColor ink) {
+    const bool isFromTheRight = fill.left() > bar.left();
+    QRectF rest = bar;
+    if (isFromTheRight)
+        rest.setRight(std::max(fill.left(), bar.left()));
+    else
+        rest.setLeft(std::min(fill.right(), bar.right()));
+    if (rest.isEmpty())
+        return;
+    ink.setAlphaF(grooveShare);
+    painter.fillRect(rest, ink);
+    ink.setAlphaF(edgeShare);
+    const double top = rest.top();
+    const double end = isFromTheRight ? rest.left() : rest.right() - 1;
+    painter.fillRect(QRectF(rest.left(), top, rest.width(), 1), ink);
+    painter.fillRect(QRectF(rest.left(), rest.bottom() - 1, rest.width(), 1), ink);
+    painter.fillRect(QRectF(end, top + 1, 1, rest.height() - 2), ink);
+}
+
 void paintBar(QPainter& painter, const QStyleOptionViewItem& option, const QString& text,
               double progress) {
     const QRect bar = ProgressCell::innerRect(option.rect, option.direction);
@@ -30,11 +52,13 @@ void paintBar(QPainter& painter, const QStyleOptionViewItem& option, const QStri
     // On a selected row the fill would be blue on blue.
     if (option.state & QStyle::State_Selected)
         painter.fillRect(bar, option.palette.brush(group, QPalette::Base));
+    const QColor ink = option.palette.color(group, QPalette::Text);
+    const QRectF fill = ProgressCell::fillRect(bar, progress, option.direction);
+    paintGroove(painter, bar, fill, ink);
     painter.setFont(ProgressCell::barFont(option.font));
-    painter.setPen(option.palette.color(group, QPalette::Text));
+    painter.setPen(ink);
     painter.drawText(bar, Qt::AlignCenter | Qt::TextSingleLine, text);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    const QRectF fill = ProgressCell::fillRect(bar, progress, option.direction);
     painter.fillRect(fill.intersected(option.rect), fillColour());
 }
 
@@ -72,10 +96,14 @@ QFont ProgressCell::barFont(QFont font) {
     return font;
 }
 
+int ProgressCell::heightOfBar(const QStyleOptionViewItem& option) {
+    return QFontMetrics(barFont(option.font)).height() + insetHeight;
+}
+
 QSize ProgressCell::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const QFontMetrics metrics(barFont(option.font));
     const QSize bar(metrics.horizontalAdvance(QStringLiteral(" 100 % ")) + insetWidth,
-                    metrics.height() + insetHeight);
+                    heightOfBar(option));
     return QStyledItemDelegate::sizeHint(option, index).expandedTo(bar);
 }
 
@@ -83,6 +111,7 @@ void ProgressCell::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
+    cell.state &= ~QStyle::State_MouseOver; // a click does nothing here
     const bool showsBar = index.data(ShowsBarRole).toBool();
     const QString status = index.data(ProgressStatusRole).toString();
     // Two texts in one place could not be read: the one on top hides the one beneath.

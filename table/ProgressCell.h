@@ -4,7 +4,7 @@
 #include <QStyledItemDelegate>
 
 /// Paints a row's status: its text or, while its movie is converted, a translucent bar over the
-/// percentage. Main thread; owned by its parent.
+/// percentage, and where the bar is still to come its groove. Main thread; owned by its parent.
 class ProgressCell final : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -33,6 +33,9 @@ public:
     [[nodiscard]] static QRectF fillRect(const QRect& bar, double progress,
                                          Qt::LayoutDirection direction);
     [[nodiscard]] static QFont barFont(QFont font);
+
+    /// Of a cell that holds a bar, which has its insets and its own font.
+    [[nodiscard]] static int heightOfBar(const QStyleOptionViewItem& option);
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;

@@ -88,6 +88,13 @@ void nameApplication() {
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
+UpdateSettings updateSettings() {
+    UpdateSettings settings;
+    settings.baseUrl = updateBaseUrl();
+    settings.version = QStringLiteral(REELSHIFT_VERSION);
+    return settings;
+}
+
 /// What ends the program from outside of its window.
 void connectEnds(const QuitSignals& quitSignals, AppDelegate& controller) {
     QObject::connect(&quitSignals, &QuitSignals::quitAsked, &controller, &AppDelegate::quit);
@@ -131,9 +138,7 @@ int main(int argc, char* argv[]) {
     DesktopSleepInhibitor sleep;
     DesktopNotifications notifications;
     DesktopLauncherProgress launcher;
-    UpdateSettings update;
-    update.baseUrl = updateBaseUrl();
-    update.version = QStringLiteral(REELSHIFT_VERSION);
+    const UpdateSettings update = updateSettings();
 
     ProgramParts parts({resourceFolder,
                         update.version,

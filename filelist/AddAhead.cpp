@@ -20,7 +20,7 @@ struct AddAhead::Movies {
           ahead(static_cast<size_t>(paths.size())) {}
 
     struct Ahead {
-        std::optional<FileIdentity> identity;
+        std::optional<MovieFile> file;
         std::shared_ptr<const Examination> examination;
     };
 
@@ -38,10 +38,20 @@ struct AddAhead::Movies {
 
     void lookAtFiles() {
         for (qsizetype index = 1; index < paths.size(); ++index) {
-            if (!waitForTurn(index))
+            switch (waitForTurn(index)) {
+            case Turn::Never:
                 return;
+            case Turn::Over:
+                continue;
+            case Turn::Now:
+                break;
+            }
             const MovieFile file = lookAtMovieFile(paths[index], *volumes);
             std::unique_lock lock(mutex);
+            if (over)
+                return;
+            Ahead& movie = ahead[static_cast<size_t>(index)];
+            movie.file = file;
             // The answer about it may end the add.
             if (file.volume.removable)
                 changed.wait(lock, [&] { return over || removableAllowed || index < atHand; });
@@ -49,8 +59,6 @@ struct AddAhead::Movies {
                 return;
             if (index <= atHand)
                 continue;
-            Ahead& movie = ahead[static_cast<size_t>(index)];
-            movie.identity = file.identity;
             movie.examination = examiner.examine(paths[index], twice, Examiner::Place::Last);
         }
     }
@@ -63,12 +71,19 @@ struct AddAhead::Movies {
             ahead[static_cast<size_t>(index)].examination.reset();
     }
 
-    /// False when the add is over.
-    bool waitForTurn(qsizetype index) {
+    enum class Turn {
+        Now,
+        Over, ///< it is at hand already, and looked at by whoever adds it
+        Never ///< the add is over
+    };
+
+    Turn waitForTurn(qsizetype index) {
         std::unique_lock lock(mutex);
         // The first one goes first.
         changed.wait(lock, [&] { return over || (atHand >= 0 && index <= farthest()); });
-        return !over;
+        if (over)
+            return Turn::Never;
+        return index <= atHand ? Turn::Over : Turn::Now;
     }
 };
 
@@ -98,12 +113,17 @@ void AddAhead::allowRemovable() {
     movies_->changed.notify_all();
 }
 
+std::optional<MovieFile> AddAhead::lookedAt(qsizetype index) const {
+    const std::lock_guard lock(movies_->mutex);
+    return movies_->ahead[static_cast<size_t>(index)].file;
+}
+
 std::shared_ptr<const Examination> AddAhead::examine(qsizetype index, const MovieFile& now) {
     const std::lock_guard lock(movies_->mutex);
     movies_->atHand = index;
     movies_->changed.notify_all();
     const Movies::Ahead movie = std::exchange(movies_->ahead[static_cast<size_t>(index)], {});
-    if (movie.examination && movie.identity == now.identity)
+    if (movie.examination && movie.file->identity == now.identity)
         return movie.examination;
     // The one at hand waits for none of the later ones, which may hang.
     movies_->forgetLater();

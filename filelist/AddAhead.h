@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 class Examination;
 class Examiner;
@@ -29,6 +30,8 @@ public:
 
     /// The user wants movies of removable volumes, without another question.
     void allowRemovable();
+    /// What the file at `index` looked like ahead; nothing where nobody has looked.
+    [[nodiscard]] std::optional<MovieFile> lookedAt(qsizetype index) const;
     /// The movie at `index` is at hand, and looks like `now`. What was found out ahead counts if
     /// the file has not changed since. Throws std::system_error where no thread can be had for it.
     [[nodiscard]] std::shared_ptr<const Examination> examine(qsizetype index, const MovieFile& now);

@@ -113,7 +113,7 @@ void AddFiles::close() {
 AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ahead,
                                 qsizetype index) {
     ++parts_.state.itemId;
-    const MovieFile file = lookAt(path);
+    const MovieFile file = lookAt(path, ahead.lookedAt(index));
     if (volumeIsRefused(file.volume))
         return Next::Stop;
     if (const auto stored = storedAnswer(); stored && *stored != boxanswer::first)
@@ -150,9 +150,11 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
     }
 }
 
-MovieFile AddFiles::lookAt(const QString& path) {
-    const MovieFile file = parts_.mainThread.waitForResult(
-        [path, volumes = parts_.ahead.volumes] { return lookAtMovieFile(path, *volumes); });
+MovieFile AddFiles::lookAt(const QString& path, const std::optional<MovieFile>& before) {
+    const MovieFile file =
+        parts_.mainThread.waitForResult([path, before, volumes = parts_.ahead.volumes] {
+            return lookAtMovieFile(path, *volumes, before);
+        });
     const double size = file.identity ? static_cast<double>(file.identity->size) : 0;
     qCDebug(lcFileList, "%s: %.2lfM", qPrintable(path), size / 1'000'000.0);
     return file;

@@ -61,7 +61,7 @@ private:
     [[nodiscard]] QStringList withoutFolders(const QStringList& paths);
     void tellOfFolders(const FolderMovies& found);
     [[nodiscard]] Next addOne(const QString& path, Origin origin, AddAhead& ahead, qsizetype index);
-    [[nodiscard]] MovieFile lookAt(const QString& path);
+    [[nodiscard]] MovieFile lookAt(const QString& path, const std::optional<MovieFile>& before);
     [[nodiscard]] bool volumeIsRefused(const VolumeFacts& volume);
     /// The answer to the question about a removable volume that is to be taken without asking.
     [[nodiscard]] std::optional<int> storedAnswer() const;

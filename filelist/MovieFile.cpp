@@ -17,6 +17,10 @@ std::optional<FileIdentity> identityOf(const QString& path) {
 
 } // namespace
 
-MovieFile lookAtMovieFile(const QString& path, VolumeInfo& volumes) {
-    return {identityOf(path), volumes.facts(QFileInfo(path).path())};
+MovieFile lookAtMovieFile(const QString& path, VolumeInfo& volumes,
+                          const std::optional<MovieFile>& before) {
+    const auto identity = identityOf(path);
+    if (identity && before && before->identity == identity)
+        return *before;
+    return {identity, volumes.facts(QFileInfo(path).path())};
 }

@@ -25,5 +25,7 @@ struct MovieFile final {
     VolumeFacts volume;
 };
 
-/// Blocks; on a dead network share as long as the kernel does. Any thread.
-[[nodiscard]] MovieFile lookAtMovieFile(const QString& path, VolumeInfo& volumes);
+/// Blocks; on a dead network share as long as the kernel does. Where the file is the same as at an
+/// earlier look its volume is not asked for again. Any thread.
+[[nodiscard]] MovieFile lookAtMovieFile(const QString& path, VolumeInfo& volumes,
+                                        const std::optional<MovieFile>& before = std::nullopt);

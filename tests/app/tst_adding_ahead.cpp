@@ -58,6 +58,7 @@ private Q_SLOTS:
     void theNextOneIsExaminedMeanwhile();
     void aFileThatHasChangedIsExaminedAgain();
     void nothingGoesOnAfterAnEarlyEnd();
+    void theVolumeIsAskedForOnce();
     void theQuestionComesFirst();
     void theQuestionWasAnsweredForAll();
     void aRefusalForAllIsKnownAhead();
@@ -120,6 +121,20 @@ void TestAddingAhead::nothingGoesOnAfterAnEarlyEnd() {
     letGo(next);
     program.add({next});
     QCOMPARE(names(program), QStringList{nameB});
+}
+
+void TestAddingAhead::theVolumeIsAskedForOnce() {
+    ControllerFixture program;
+    const QString first = waitingMovie(program, nameA);
+    const QString second = waitingMovie(program, nameB);
+    once([&] { return isSeen(first) && isSeen(second); },
+         [&] {
+             letGo(first);
+             letGo(second);
+         });
+    program.add({first, second});
+    QCOMPARE(names(program), (QStringList{nameA, nameB}));
+    QCOMPARE(program.volumes.asked(), (QList<QString>{program.movies(), program.movies()}));
 }
 
 void TestAddingAhead::theQuestionComesFirst() {

@@ -3,7 +3,6 @@
 #include "filelist/FileList.h"
 #include "filelist/FileListLog.h"
 #include "media/EncoderBuild.h"
-#include "media/RetryProbeReader.h"
 #include "platform/MainThread.h"
 
 namespace {
@@ -54,9 +53,8 @@ void MovieProbe::getVideoInfo(const QString& moviePath, int rowNumber) {
         return;
     const Examination::SecondLook& look = examination_->second();
     take(look.result, moviePath);
-    RetryProbeReader reader{QStringList{moviePath}};
-    for (const QByteArray& chunk : look.chunks) {
-        const RetryFindings found = reader.read(chunk, state_.probe);
+    for (const RetryFindings& found : look.found) {
+        found.putInto(state_.probe);
         putInto(*record, found);
         if (!found.log.isEmpty())
             qCWarning(lcFileList, "%s", qPrintable(found.log));

@@ -1,9 +1,7 @@
 #include "media/Examination.h"
 
-#include "media/ProbeValues.h"
 #include "media/ReportBlanking.h"
 #include "media/ReportText.h"
-#include "media/RetryProbeReader.h"
 #include "platform/PlatformLog.h"
 
 #include <stdexcept>
@@ -79,15 +77,14 @@ Examination::FirstLook Examination::lookFirst(const ProbeRunner& runner) {
 
 Examination::SecondLook Examination::lookAgain(const ProbeRunner& runner) {
     RetryProbeReader reader{QStringList{moviePath_}};
-    ProbeValues passedOver; // set by whoever reads the chunks into the list
-    std::vector<QByteArray> chunks;
+    std::vector<RetryFindings> found;
     const auto result = runner.run(
         moviePath_,
         [&](const QByteArray& chunk) {
-            chunks.push_back(chunk);
-            return reader.read(chunk, passedOver).interrupt ? ProbeRunner::Answer::Interrupt
-                                                            : ProbeRunner::Answer::ReadOn;
+            found.push_back(reader.read(chunk));
+            return found.back().interrupt ? ProbeRunner::Answer::Interrupt
+                                          : ProbeRunner::Answer::ReadOn;
         },
         stop_);
-    return {result, std::move(chunks)};
+    return {result, std::move(found)};
 }

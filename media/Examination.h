@@ -1,8 +1,8 @@
 #pragma once
 
 #include "media/ProbeRunner.h"
+#include "media/RetryProbeReader.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <functional>
@@ -21,7 +21,7 @@ public:
     };
     struct SecondLook {
         ProbeRunner::Result result = ProbeRunner::Result::Stopped;
-        std::vector<QByteArray> chunks; ///< of the report, as they arrived
+        std::vector<RetryFindings> found; ///< in each chunk of the report, as they arrived
     };
 
     Examination(QString moviePath, bool twice) : moviePath_(std::move(moviePath)), twice_(twice) {}

@@ -15,18 +15,16 @@ void addLogLine(QString& log, const char* step, const std::out_of_range& error) 
     log += QLatin1StringView(step) % QLatin1StringView(": ") % QLatin1StringView(error.what());
 }
 
-void readDuration(QStringView text, ProbeValues& values, RetryFindings& found) {
+void readDuration(QStringView text, RetryFindings& found) {
     try {
         found.duration = durationText(text);
-        if (found.duration)
-            values.durationMain = *found.duration;
     } catch (const std::out_of_range& error) {
         addLogLine(found.log, "duration", error);
         found.interrupt = true;
     }
 }
 
-void readBitrate(QStringView text, ProbeValues& values, RetryFindings& found) {
+void readBitrate(QStringView text, RetryFindings& found) {
     constexpr qsizetype length = 5;
     const qsizetype word = text.indexOf(u"bitrate");
     if (word < 0)
@@ -37,10 +35,10 @@ void readBitrate(QStringView text, ProbeValues& values, RetryFindings& found) {
         found.interrupt = true;
         return;
     }
-    values.bitrate = text.sliced(start, length).toString();
+    found.bitrate = text.sliced(start, length).toString();
 }
 
-void readPictureSize(QStringView text, ProbeValues& values) {
+void readPictureSize(QStringView text, RetryFindings& found) {
     const qsizetype word = text.indexOf(u"Video");
     if (word < 0)
         return;
@@ -49,22 +47,19 @@ void readPictureSize(QStringView text, ProbeValues& values) {
         // The hexadecimal tag of a codec ("0x31637668") is no size.
         if (parts.size() < 2 || parts.first() == u"0")
             continue;
-        values.strWidth = parts.at(0).toString();
-        values.strHeight = parts.at(1).toString();
-        values.commonHeight = leadingNumber(parts.at(1));
-        values.commonWidth = leadingNumber(parts.at(0));
+        found.size = {parts.at(0).toString(), parts.at(1).toString()};
         return;
     }
 }
 
-void readCodecs(QStringView text, ProbeValues& values, RetryFindings& found) {
+void readCodecs(QStringView text, RetryFindings& found) {
     try {
         if (const auto audio = probedAudio(text)) {
-            values.audioCodec = audio->text;
+            found.audioCodec = audio->text;
             found.isAac = audio->isWanted;
         }
         if (const auto video = probedVideo(text)) {
-            values.videoCodec = video->text;
+            found.videoCodec = video->text;
             found.isHevc = video->isWanted;
             found.closePipe = true;
         }
@@ -75,17 +70,30 @@ void readCodecs(QStringView text, ProbeValues& values, RetryFindings& found) {
 
 } // namespace
 
+void RetryFindings::putInto(ProbeValues& values) const {
+    values.durationMain = duration.value_or(values.durationMain);
+    values.bitrate = bitrate.value_or(values.bitrate);
+    values.audioCodec = audioCodec.value_or(values.audioCodec);
+    values.videoCodec = videoCodec.value_or(values.videoCodec);
+    if (!size)
+        return;
+    values.strWidth = size->width;
+    values.strHeight = size->height;
+    values.commonWidth = leadingNumber(size->width);
+    values.commonHeight = leadingNumber(size->height);
+}
+
 RetryProbeReader::RetryProbeReader(const QStringList& paths) : blanker_(paths) {}
 
-RetryFindings RetryProbeReader::read(const QByteArray& chunk, ProbeValues& values) {
+RetryFindings RetryProbeReader::read(const QByteArray& chunk) {
     RetryFindings found;
     if (isClosed_)
         return found;
     const QString text = blanker_.blank(decoder_.decode(chunk));
-    readDuration(text, values, found);
-    readBitrate(text, values, found);
-    readPictureSize(text, values);
-    readCodecs(text, values, found);
+    readDuration(text, found);
+    readBitrate(text, found);
+    readPictureSize(text, found);
+    readCodecs(text, found);
     isClosed_ = found.closePipe;
     return found;
 }

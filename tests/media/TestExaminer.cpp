@@ -122,10 +122,10 @@ void TestExaminer::theSecondLookBeginsByItself() {
     QTRY_VERIFY(examination->isSecondOver());
     QCOMPARE(scene.starts(), 2);
     QCOMPARE(examination->second().result, ProbeRunner::Result::Ended);
-    QByteArray report;
-    for (const QByteArray& chunk : examination->second().chunks)
-        report += chunk;
-    QVERIFY(report.contains("1280x720"));
+    ProbeValues values;
+    for (const RetryFindings& found : examination->second().found)
+        found.putInto(values);
+    QVERIFY(!values.videoCodec.isEmpty());
 }
 
 void TestExaminer::nobodyWaitsTwiceForASilentOne() {

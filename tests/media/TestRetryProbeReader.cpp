@@ -33,10 +33,16 @@ struct Reading {
     RetryFindings found;
 };
 
+RetryFindings readInto(ProbeValues& values, RetryProbeReader& reader, const QByteArray& chunk) {
+    RetryFindings found = reader.read(chunk);
+    found.putInto(values);
+    return found;
+}
+
 Reading readOnce(const QByteArray& chunk, const QStringList& paths = {}) {
     Reading reading;
     RetryProbeReader reader(paths);
-    reading.found = reader.read(chunk, reading.values);
+    reading.found = readInto(reading.values, reader, chunk);
     return reading;
 }
 
@@ -163,7 +169,7 @@ void TestRetryProbeReader::valuesOfEarlierMoviesStay() {
     values.commonWidth = 640;
     values.duration = QStringLiteral("00:00:01.00");
     RetryProbeReader reader({});
-    QVERIFY(!reader.read("built with gcc\n", values).closePipe);
+    QVERIFY(!readInto(values, reader, "built with gcc\n").closePipe);
     QCOMPARE(values.durationMain, QStringLiteral("00:00:09.99"));
     QCOMPARE(values.strWidth, QStringLiteral("640"));
     QCOMPARE(values.commonWidth, 640);
@@ -173,9 +179,9 @@ void TestRetryProbeReader::valuesOfEarlierMoviesStay() {
 void TestRetryProbeReader::bannerWithACommaEndsTheReading() {
     ProbeValues values;
     RetryProbeReader reader({});
-    QVERIFY(reader.read("ffmpeg version 9, by others\n", values).closePipe);
-    const RetryFindings later =
-        reader.read("  Duration: 00:00:02.00, x\n  Stream #0:0: Video: hevc, 640x480, 1\n", values);
+    QVERIFY(readInto(values, reader, "ffmpeg version 9, by others\n").closePipe);
+    const RetryFindings later = readInto(
+        values, reader, "  Duration: 00:00:02.00, x\n  Stream #0:0: Video: hevc, 640x480, 1\n");
     QVERIFY(!later.duration);
     QVERIFY(!later.isHevc);
     QVERIFY(!later.closePipe);
@@ -186,17 +192,17 @@ void TestRetryProbeReader::bannerWithACommaEndsTheReading() {
 void TestRetryProbeReader::nothingIsReadAcrossChunks() {
     ProbeValues values;
     RetryProbeReader reader({});
-    QVERIFY(!reader.read("Dura", values).interrupt);
-    QVERIFY(!reader.read("tion: 00:00:02.00", values).duration);
+    QVERIFY(!readInto(values, reader, "Dura").interrupt);
+    QVERIFY(!readInto(values, reader, "tion: 00:00:02.00").duration);
     QVERIFY(values.durationMain.isEmpty());
 }
 
 void TestRetryProbeReader::chunkIsBlankedFirst() {
     ProbeValues values;
     RetryProbeReader reader({QStringLiteral("/home/u/Videos/1x1, Audio.mp4")});
-    QVERIFY(!reader.read("Error in /home/u/Videos/1x1, Audio.mp4\n", values).closePipe);
-    QVERIFY(!reader.read("  Metadata:\n    title           : ", values).closePipe);
-    QVERIFY(!reader.read("Video: hevc, 1x2", values).closePipe);
+    QVERIFY(!readInto(values, reader, "Error in /home/u/Videos/1x1, Audio.mp4\n").closePipe);
+    QVERIFY(!readInto(values, reader, "  Metadata:\n    title           : ").closePipe);
+    QVERIFY(!readInto(values, reader, "Video: hevc, 1x2").closePipe);
     QVERIFY(values.videoCodec.isEmpty());
     QVERIFY(values.strWidth.isEmpty());
 }
@@ -205,9 +211,9 @@ void TestRetryProbeReader::chunkIsBlankedFirst() {
 void TestRetryProbeReader::reportInWrites() {
     ProbeValues values;
     RetryProbeReader reader({});
-    QVERIFY(!reader.read("ffmpeg version 5.1.9-0+deb12u1 Copyright (c)\n", values).closePipe);
-    const RetryFindings found =
-        reader.read("Input #0, mov,mp4,m4a,3gp,3g2,mj2, from '/home/u/Videos/a.mp4':\n", values);
+    QVERIFY(!readInto(values, reader, "ffmpeg version 5.1.9-0+deb12u1 Copyright (c)\n").closePipe);
+    const RetryFindings found = readInto(
+        values, reader, "Input #0, mov,mp4,m4a,3gp,3g2,mj2, from '/home/u/Videos/a.mp4':\n");
     QVERIFY(found.closePipe);
     QVERIFY(!found.isHevc);
     QCOMPARE(values.videoCodec, QStringLiteral("T #0"));
@@ -231,7 +237,7 @@ void TestRetryProbeReader::reportCutAtEveryByte() {
         ProbeValues values;
         RetryProbeReader reader(report.paths);
         for (const QByteArray& chunk : {bytes.first(cut), bytes.sliced(cut)}) {
-            const RetryFindings found = reader.read(chunk, values);
+            const RetryFindings found = readInto(values, reader, chunk);
             if (found.duration)
                 QCOMPARE(*found.duration, whole.values.durationMain);
             QVERIFY(!found.isAac || whole.found.isAac);

@@ -63,7 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ProbeValues values;
     RetryProbeReader reader(paths);
     const qsizetype cut = bytes.size() * data[0] / 255;
-    (void)reader.read(bytes.first(cut), values);
-    (void)reader.read(bytes.sliced(cut), values);
+    reader.read(bytes.first(cut)).putInto(values);
+    reader.read(bytes.sliced(cut)).putInto(values);
     return 0;
 }

@@ -84,7 +84,7 @@ std::unique_ptr<NoteFile> NoteFile::create(const QString& folder) {
     }
     std::unique_ptr<NoteFile> file(new NoteFile(place, descriptor, name));
     // Another program that starts at this very moment may have found an empty file.
-    if (!file->claim() || !makeLasting(place)) {
+    if (!file->claim()) {
         file->remove();
         return nullptr;
     }
@@ -142,7 +142,11 @@ qint64 NoteFile::lastAlive() const {
 bool NoteFile::add(const QByteArray& text) {
     const ssize_t written =
         ::write(descriptor_, text.constData(), static_cast<size_t>(text.size()));
-    return written == text.size() && ::fsync(descriptor_) == 0;
+    if (written != text.size() || ::fsync(descriptor_) != 0)
+        return false;
+    // After its text: a file system with a journal then writes both at once.
+    hasLastingName_ = hasLastingName_ || makeLasting(folder_);
+    return hasLastingName_;
 }
 
 void NoteFile::markAlive() {

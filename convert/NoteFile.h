@@ -43,4 +43,5 @@ private:
     const int folder_;
     const int descriptor_;
     const QByteArray name_;
+    bool hasLastingName_ = false;
 };

@@ -68,19 +68,22 @@ class Bench:
             process.kill()
             process.wait()
 
-    def use(self, steps, where, program=None, limit=600, on=(), search_first=None):
+    def use(self, steps, where, program=None, limit=600, on=(), search_first=None, settings=None):
         """Runs the program through steps of the probe; what each of them has noted. `on`: a command
-        in front of it; `search_first`: a folder with another ffmpeg."""
+        in front of it; `search_first`: a folder with another ffmpeg; `settings`: the probe's own."""
+        settings = settings or {}
         out = os.path.join(self.folder, "steps.json")
         if os.path.exists(out):
             os.remove(out)
         environment = self.environment(REELSHIFT_BENCH_OUT=out,
-                                       REELSHIFT_BENCH_DO=";".join(steps + ["quit"]))
+                                       REELSHIFT_BENCH_DO=";".join(steps + ["quit"]),
+                                       **settings)
         if search_first:
             environment["PATH"] = search_first + os.pathsep + environment["PATH"]
         with open(os.path.join(self.folder, "program.log"), "ab") as log:
-            command = [*on, "env", "LD_PRELOAD=" + self.tool("libbench_probe.so"),
-                       program or self.program()]
+            preloaded = [self.tool("libbench_probe.so")]
+            preloaded += filter(None, [settings.get("REELSHIFT_BENCH_TRACER")])
+            command = [*on, "env", "LD_PRELOAD=" + ":".join(preloaded), program or self.program()]
             process = subprocess.run(command, env=environment, timeout=limit,
                                      stdin=subprocess.DEVNULL, stdout=log, stderr=log, check=False,
                                      preexec_fn=die_with_parent)
@@ -292,14 +295,20 @@ class Bench:
                       f"{max(gaps):.0f} ms", "under 20 ms", max(gaps) < 20,
                       spread(gaps, "{:.0f} ms"), gaps, "{:.0f} ms")
 
+    def scripted_tools(self):
+        """A folder with the tests' encoder in place of ffmpeg and ffprobe."""
+        tools = os.path.join(self.folder, "tools")
+        os.makedirs(tools, exist_ok=True)
+        for name in ("ffmpeg", "ffprobe"):
+            if not os.path.lexists(os.path.join(tools, name)):
+                os.symlink(os.path.join(self.build, "tests", "encoder", "ffmpeg"),
+                           os.path.join(tools, name))
+        return tools
+
     def many(self):
         """Not in the usual table: with an encoder that costs next to nothing, what the program itself
         needs for a folder of movies shows."""
-        tools = os.path.join(self.folder, "tools")
-        os.makedirs(tools)
-        for name in ("ffmpeg", "ffprobe"):
-            os.symlink(os.path.join(self.build, "tests", "encoder", "ffmpeg"),
-                       os.path.join(tools, name))
+        tools = self.scripted_tools()
         counts = (500, 2000) if self.quick else (2500, 10000)
         each = []
         for count in counts:
@@ -323,6 +332,83 @@ class Bench:
         yield Row(f"time a movie among {counts[1]}, against {counts[0]}",
                   f"{each[1] / each[0]:.2f} times", "at most 1.3 times (a square would be 4)",
                   each[1] / each[0] <= 1.3)
+
+    def real(self):
+        """Not in the usual table: real movies by the thousand, and what a user does to all of them."""
+        from many_movies import folder_of
+        counts = (500, 1000, 2000) if self.quick else (2500, 5000, 10000)
+        kept = os.path.join(self.build, "bench", "movies")
+        each = {}
+        for count in counts:
+            steps = ["wait:2", f"add:{self.list_of([folder_of(kept, count)])},{count}", "check", "check",
+                     "quality:2", "remove"]
+            noted = self.use(steps, f"{count} real movies", limit=3600)
+            empty, added, *done = noted
+            if added["rows"] != count or done[-1]["rows"] != 0:
+                raise RuntimeError(f"{count} movies: {noted}")
+            each[count] = {"a movie added": added["own_cpu"] / count * 1000,
+                           "Select All": max(step["seconds"] for step in done[:2]) * 1000,
+                           "a quality for all": done[2]["seconds"] * 1000,
+                           "Remove Checked": done[3]["seconds"] * 1000}
+            note(f"{count}: {each[count]}")
+            yield Row(f"a folder of {count} real movies dropped",
+                      f"{added['seconds']:.0f} s, {added['children_cpu'] / count * 1000:.0f} ms of ffmpeg "
+                      f"and {each[count]['a movie added']:.1f} ms of the program's own a movie", "(told)",
+                      None)
+            yield Row(f"longest gap between two turns of the main loop meanwhile, {count} movies",
+                      f"{added['gap_ms']:.0f} ms, of which {added['gap_cpu_ms']:.0f} ms on a processor",
+                      "under 20 ms", added["gap_ms"] < 20)
+            memory = (added["rss_kib"] - empty["rss_kib"]) / count
+            yield Row(f"memory per row, {count} movies", f"{memory:.2f} KiB", "under 3 KiB", memory < 3)
+            for what, bar in (("Select All", 50), ("a quality for all", 50), ("Remove Checked", 250)):
+                value = each[count][what]
+                yield Row(f"{count} movies: {what}, until painted", f"{value:.0f} ms", f"{bar} ms",
+                          value <= bar)
+        least, most = counts[0], counts[-1]
+        for what, value in each[most].items():
+            # Times for all rows may grow with the rows, those a movie not at all.
+            growth = value / each[least][what]
+            linear = 1 if what == "a movie added" else most / least
+            yield Row(f"{what}: {most} movies against {least}", f"{growth:.2f} times",
+                      f"linear: {linear:g} times (a square would be {linear * most / least:g})",
+                      growth <= linear * 1.5)
+
+    def long_run(self):
+        """Not in the usual table: a run of many movies with an encoder that costs next to nothing,
+        every demanded second cut down to 20 ms."""
+        tools = self.scripted_tools()
+        counts = (125, 250, 500) if self.quick else (500, 1000, 2000)
+        each = []
+        for count in counts:
+            folder = os.path.join(self.home, "Videos", f"run of {count}")
+            os.makedirs(folder)
+            first = os.path.join(folder, "movie 0.mp4")
+            with open(first, "w", encoding="ascii") as movie:
+                movie.write("#scripted movie\n[encode]\nheader\ncreate\nwrite 4096\nsummary 10\n")
+            for number in range(1, count):
+                os.link(first, os.path.join(folder, f"movie {number}.mp4"))
+            run = self.use([f"add:{self.list_of([folder])},{count}", "convert", "wait:0.5"],
+                           f"a run of {count}", search_first=tools, limit=1800,
+                           settings={"REELSHIFT_BENCH_SECOND": "20"})[1]
+            if len(self.outputs()) != count:
+                raise RuntimeError(f"{len(self.outputs())} of {count} movies were converted")
+            self.clear_outputs()
+            each.append(run["own_cpu"] / count * 1000)
+            yield Row(f"a run of {count} movies with an encoder that does nothing, the second as 20 ms",
+                      f"{run['seconds'] / count * 1000:.0f} ms a movie, {each[-1]:.1f} ms of the "
+                      "program's own", "(told)", None)
+            yield Row(f"longest gap between two turns of the main loop meanwhile, {count} movies",
+                      f"{run['gap_ms']:.0f} ms, of which {run['gap_cpu_ms']:.0f} ms on a processor",
+                      "under 100 ms", run["gap_ms"] < 100)
+        yield Row(f"own time a movie in a run of {counts[-1]}, against {counts[0]}",
+                  f"{each[-1] / each[0]:.2f} times",
+                  f"at most 1.5 times (a square would be {counts[-1] / counts[0]:g})",
+                  each[-1] / each[0] <= 1.5)
+
+    def beside(self):
+        """Not in the usual table: what users would take instead, in the same rounds."""
+        from rivals import compare
+        yield from compare(self)
 
     def gap(self):
         held = self.use(["wait:1", "hold:0.15"], "a check of the clock")[1]["gap_ms"]
@@ -432,14 +518,16 @@ def main():
     parser.add_argument("--markdown", action="store_true", help="for docs/benchmarks.md")
     parser.add_argument("--quick", action="store_true", help="fewer and shorter rounds")
     usual = ["start", "memory", "movies", "cpu", "adding", "gap", "rows"]
-    names = usual + ["many"]
+    names = usual + ["many", "real", "long_run", "beside"]
+    parser.add_argument("--beside", action="store_true",
+                        help="HandBrake and QWinFF beside it, from Debian's packages")
     parser.add_argument("--save", metavar="FILE", help="writes the rounds down")
     parser.add_argument("--against", metavar="FILE",
                         help="tells what is worse than the saved rounds by more than the noise")
     parser.add_argument("--only", default=",".join(usual),
                         help="parts of the table, with commas between: " + ", ".join(names))
     options = parser.parse_args()
-    wanted = options.only.split(",")
+    wanted = options.only.split(",") + ["beside"] * options.beside
     if unknown := set(wanted) - set(names):
         parser.error(f"no such part: {', '.join(unknown)}; there are {', '.join(names)}")
     load, begin = machine.load(), time.monotonic()

@@ -1,17 +1,23 @@
 // Loaded into the very program that users get (LD_PRELOAD), to use it and to measure it from
 // inside. The program is not built for it and knows nothing of it.
 //
-//     REELSHIFT_BENCH_DO=wait:SECONDS;hold:SECONDS;add:FILE;convert;quit
-//     REELSHIFT_BENCH_OUT=FILE    a line of JSON per step
+//     REELSHIFT_BENCH_DO=wait:SECONDS;hold:SECONDS;add:FILE;convert;check;quality:N;remove;quit
+//     REELSHIFT_BENCH_OUT=FILE       a line of JSON per step
+//     REELSHIFT_BENCH_SECOND=MS      every wait of one second ends after that time
+//     REELSHIFT_BENCH_TRACER=FILE    preloaded into what the program starts (trace.cpp)
 //
 // add drops the movies that FILE names, a line each, on the table; convert presses Convert, waits
-// for the summary and presses its first button. hold keeps the main loop from turning, to see that
-// this is noticed.
+// for the summary and presses its first button. check clicks Select All, quality chooses the Nth of
+// the list for all that are checked, remove presses Remove Checked: each until what it has changed
+// is painted. hold keeps the main loop from turning, to see that this is noticed.
 
 #include "bench/LoopClock.h"
+#include "bench/TraceNotes.h"
 
 #include <QAbstractItemModel>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -37,6 +43,17 @@ double cpuSeconds(int who) {
     getrusage(who, &used);
     return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
            static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e6;
+}
+
+qint64 residentKiB() {
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.startsWith("Rss:"))
+            return line.mid(4).trimmed().split(' ').first().toLongLong();
+    }
+    return 0;
 }
 
 template <typename Widget> Widget* find(const char* name) {
@@ -76,6 +93,12 @@ private:
             add(with);
         else if (what == QStringLiteral("convert"))
             convert();
+        else if (what == QStringLiteral("check"))
+            untilPainted([] { find<QAbstractButton>("btnSelectAll")->click(); });
+        else if (what == QStringLiteral("quality"))
+            untilPainted([with] { choose(*find<QComboBox>("comboBox"), with.toInt()); });
+        else if (what == QStringLiteral("remove"))
+            untilPainted([] { find<QPushButton>("btnRemoveFile")->click(); });
         else if (what == QStringLiteral("quit"))
             find<QWidget>("theTableNew")->window()->close();
     }
@@ -95,7 +118,8 @@ private:
         const LoopClock::Gap gap = LoopClock::takeLongest(turns);
         out_.write(QStringLiteral("{\"step\": \"%1\", \"seconds\": %2, \"own_cpu\": %3, "
                                   "\"children_cpu\": %4, \"gap_ms\": %5, \"gap_cpu_ms\": %6, "
-                                  "\"gap_queued_ms\": %7, \"turns\": %8, \"clock\": %9}\n")
+                                  "\"gap_queued_ms\": %7, \"turns\": %8, \"clock\": %9, "
+                                  "\"rows\": %10, \"rss_kib\": %11}\n")
                        .arg(step_.section(u':', 0, 0))
                        .arg(seconds, 0, 'f', 6)
                        .arg(own, 0, 'f', 6)
@@ -105,6 +129,8 @@ private:
                        .arg(gap.queuedMilliseconds, 0, 'f', 3)
                        .arg(turns)
                        .arg(isClockOn_ ? 1 : 0)
+                       .arg(find<QTableView>("theTableNew")->model()->rowCount())
+                       .arg(residentKiB())
                        .toUtf8());
         out_.flush();
     }
@@ -155,16 +181,39 @@ private:
         QCoreApplication::sendEvent(table->viewport(), &drop);
     }
 
+    static void choose(QComboBox& list, int item) {
+        list.setCurrentIndex(item);
+        // Only what the user chooses counts.
+        QMetaObject::invokeMethod(&list, "activated", Q_ARG(int, item));
+    }
+
+    template <typename Action> void untilPainted(Action action) {
+        painted_ = find<QTableView>("theTableNew")->viewport();
+        qApp->installEventFilter(this);
+        action();
+    }
+
     void convert() {
+        TraceNotes::begin(*find<QTableView>("theTableNew")->model(), this);
+        TraceNotes::note("presses Convert");
         qApp->installEventFilter(this);
         find<QPushButton>("btnConvertFile")->click();
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
+        if (painted_) {
+            if (watched != painted_ || event->type() != QEvent::Paint)
+                return false;
+            painted_ = nullptr;
+            qApp->removeEventFilter(this);
+            QTimer::singleShot(0, this, [this] { end(); });
+            return false;
+        }
         auto* const box = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
         if (!box)
             return false;
         qApp->removeEventFilter(this);
+        TraceNotes::note("shows the summary");
         note();
         const QPointer<QDialog> summary = box;
         QTimer::singleShot(0, this, [this, summary] { answer(summary); });
@@ -183,6 +232,7 @@ private:
     QStringList steps_;
     QString step_;
     QFile out_;
+    const QObject* painted_ = nullptr; ///< what the step waits for the painting of
     bool isClockOn_ = false;
     QElapsedTimer timer_;
     double ownAtBegin_ = 0;
@@ -195,7 +245,10 @@ void startSteps() {
         !QCoreApplication::instance()->inherits("QApplication"))
         return;
     // The encoder is not to be measured.
-    unsetenv("LD_PRELOAD");
+    if (const char* const tracer = std::getenv("REELSHIFT_BENCH_TRACER"))
+        setenv("LD_PRELOAD", tracer, 1);
+    else
+        unsetenv("LD_PRELOAD");
     new Steps(QCoreApplication::instance());
 }
 

@@ -35,13 +35,13 @@ DesktopNotifications::DesktopNotifications(QString busAddress,
 
 void DesktopNotifications::notify(const QString& summary, const QString& body) {
     Q_ASSERT(thread() == QThread::currentThread());
-    const auto bus = busAddress_.isEmpty() ? nullptr : std::make_shared<MessageBus>(busAddress_);
-    if (!bus || !bus->isConnected())
+    if (!busAddress_.isEmpty() && !(bus_ && bus_->isConnected()))
+        bus_ = std::make_unique<MessageBus>(busAddress_);
+    if (!bus_ || !bus_->isConnected())
         return;
     auto* const watcher =
-        new QDBusPendingCallWatcher(bus->callLater(notifyCall(summary, body), answerLimit_), this);
-    // The conversation lives in the connection: it ends with the answer, or with this object.
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [bus, watcher] {
+        new QDBusPendingCallWatcher(bus_->callLater(notifyCall(summary, body), answerLimit_), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher] {
         if (watcher->isError())
             qCInfo(lcDesktop) << "the desktop shows no notification:" << watcher->error().message();
         watcher->deleteLater();

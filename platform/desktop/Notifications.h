@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <memory>
 
 /// Tells the user something while the window is not in front. Main thread; owned by main().
 class Notifications {
@@ -33,4 +34,6 @@ public:
 private:
     const QString busAddress_;
     const std::chrono::milliseconds answerLimit_;
+    /// GNOME takes the notifications of a program away when it has left the bus.
+    std::unique_ptr<MessageBus> bus_;
 };

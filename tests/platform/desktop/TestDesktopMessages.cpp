@@ -4,6 +4,7 @@
 #include "platform/desktop/PrivateBus.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusContext>
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -32,6 +33,7 @@ public:
     };
 
     QList<Note> notes;
+    QStringList senders;
     bool refuses = false;
 
 public Q_SLOTS:
@@ -39,6 +41,7 @@ public Q_SLOTS:
                 const QString& body, const QStringList& actions, const QVariantMap& hints,
                 int timeout) {
         notes += Note{{program, icon, summary, body}, replaces, actions, hints, timeout};
+        senders += message().service();
         if (refuses)
             sendErrorReply(QDBusError::Failed, QStringLiteral("not today"));
         return static_cast<uint>(notes.size());
@@ -60,6 +63,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void notificationIsShown();
+    void senderStaysOnTheBus();
     void bodyIsNoMarkup();
     void refusedNotificationIsForgotten();
     void notificationWithoutABus_data();
@@ -128,6 +132,23 @@ void TestDesktopMessages::notificationIsShown() {
     QCOMPARE(note.hints, (QVariantMap{{QStringLiteral("desktop-entry"),
                                        QStringLiteral("example.quorvex.reelshift")}}));
     QTRY_VERIFY(notifications.children().isEmpty());
+}
+
+// GNOME takes a program's notifications away with it.
+void TestDesktopMessages::senderStaysOnTheBus() {
+    const auto isOnTheBus = [](const QString& name) {
+        return QDBusConnection(messagesConnection).interface()->isServiceRegistered(name).value();
+    };
+    {
+        DesktopNotifications notifications(bus_->address());
+        for (const int number : {1, 2}) {
+            notifications.notify(QString::number(number), QString());
+            QTRY_VERIFY(service_->notes.size() == number && notifications.children().isEmpty());
+        }
+        QCOMPARE(service_->senders[0], service_->senders[1]);
+        QVERIFY(isOnTheBus(service_->senders[0]));
+    }
+    QTRY_VERIFY(!isOnTheBus(service_->senders[0]));
 }
 
 void TestDesktopMessages::bodyIsNoMarkup() {

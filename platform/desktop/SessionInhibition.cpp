@@ -1,8 +1,10 @@
 #include "platform/desktop/SessionInhibition.h"
 
 #include "platform/desktop/DesktopLog.h"
+#include "platform/desktop/ProgramId.h"
 
 #include <QCoreApplication>
+#include <QDBusError>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QThread>
@@ -16,6 +18,7 @@ constexpr uint againstSuspend = 4;
 constexpr uint againstIdleness = 8;
 
 const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString screenSaver = QStringLiteral("org.freedesktop.ScreenSaver");
 
 QDBusMessage screenSaverCall(const QString& method) {
@@ -37,15 +40,34 @@ void SessionInhibition::ask() {
     if (!busAddress_.isEmpty())
         bus_ = std::make_unique<MessageBus>(busAddress_);
     if (bus_ && bus_->isConnected())
-        askPortal();
+        registerWithPortal();
     else
         refuse(QStringLiteral("there is no session bus"));
 }
 
+// A portal that has none of this knows the program by the way the desktop has started it.
+void SessionInhibition::registerWithPortal() {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        portal, portalPath, QStringLiteral("org.freedesktop.host.portal.Registry"),
+        QStringLiteral("Register"));
+    message << programId << QVariantMap();
+    call(message, &SessionInhibition::takeRegistration);
+}
+
+void SessionInhibition::takeRegistration(const QDBusMessage& answer) {
+    const bool isSilent = QDBusError(answer).type() == QDBusError::NoReply;
+    if (!isWanted_)
+        end();
+    else if (isSilent)
+        askScreenSaver();
+    else
+        askPortal();
+}
+
 void SessionInhibition::askPortal() {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        portal, QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.portal.Inhibit"), QStringLiteral("Inhibit"));
+        portal, portalPath, QStringLiteral("org.freedesktop.portal.Inhibit"),
+        QStringLiteral("Inhibit"));
     message << QString() << (againstLogout | againstSuspend | againstIdleness)
             << QVariantMap{{QStringLiteral("reason"), reason_}};
     call(message, &SessionInhibition::takeFromPortal);

@@ -23,6 +23,9 @@ public:
 private:
     using Taker = void (SessionInhibition::*)(const QDBusMessage& answer);
 
+    /// Who asks: GNOME's session refuses those that it cannot name.
+    void registerWithPortal();
+    void takeRegistration(const QDBusMessage& answer);
     void askPortal();
     void takeFromPortal(const QDBusMessage& answer);
     void askScreenSaver();

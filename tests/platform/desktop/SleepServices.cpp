@@ -61,6 +61,12 @@ QDBusUnixFileDescriptor LoginManager::newLock() {
     return theirs;
 }
 
+void PortalRegistry::Register(const QString& program, const QVariantMap&,
+                              const QDBusMessage& call) {
+    call.setDelayedReply(isSilent);
+    programs[call.service()] = program;
+}
+
 void Portal::grantLate() {
     for (const auto& [connection, call] : std::exchange(unanswered_, {})) {
         request.isOpen = true;
@@ -72,6 +78,7 @@ QDBusObjectPath Portal::Inhibit(const QString& window, uint flags, const QVarian
     calls += QStringList{window, QString::number(flags),
                          options.value(QStringLiteral("reason")).toString()}
                  .join(u'|');
+    programs += registry.programs.value(message().service());
     switch (manner) {
     case Manner::Grants:
         request.isOpen = true;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
+#include <QMap>
 #include <QObject>
 #include <QStringList>
 #include <QVariantMap>
@@ -54,6 +56,21 @@ public Q_SLOTS:
     void Close() { isOpen = false; }
 };
 
+/// Where the portal is told who somebody on the bus is.
+class PortalRegistry final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.host.portal.Registry")
+
+public:
+    explicit PortalRegistry(QObject* portal) : QDBusAbstractAdaptor(portal) {}
+
+    bool isSilent = false;
+    QMap<QString, QString> programs; ///< by their names on the bus
+
+public Q_SLOTS:
+    void Register(const QString& program, const QVariantMap& options, const QDBusMessage& call);
+};
+
 class Portal final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")
@@ -61,7 +78,9 @@ class Portal final : public QObject, protected QDBusContext {
 public:
     Manner manner = Manner::Grants;
     QStringList calls;
+    QStringList programs; ///< that made the calls
     PortalRequest request;
+    PortalRegistry registry{this};
 
     void grantLate();
 

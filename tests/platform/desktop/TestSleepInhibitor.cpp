@@ -29,6 +29,8 @@ private Q_SLOTS:
     void heldAgain();
     void secondHoldAsksNothing();
     void bothAreAsked();
+    void portalKnowsWhoAsks();
+    void silentRegistry();
     void screenSaverWhereThePortalHasNone_data();
     void screenSaverWhereThePortalHasNone();
     void oneOfTheTwoIsEnough_data();
@@ -88,7 +90,8 @@ void TestSleepInhibitor::init() {
 
 void TestSleepInhibitor::offer(const QString& service, const QString& path, QObject* object) {
     QDBusConnection bus(sleepConnection);
-    QVERIFY(bus.registerObject(path, object, QDBusConnection::ExportAllSlots));
+    QVERIFY(bus.registerObject(path, object,
+                               QDBusConnection::ExportAllSlots | QDBusConnection::ExportAdaptors));
     QVERIFY(bus.registerService(service));
 }
 
@@ -141,6 +144,22 @@ void TestSleepInhibitor::bothAreAsked() {
     QTRY_COMPARE(keeper.granted.size(), 2);
     QCOMPARE(portal_->calls, QStringList{QStringLiteral("|13|because")});
     QVERIFY(screenSaver_->calls.isEmpty());
+}
+
+// GNOME's session refuses a program without a name, and the portal does not tell that it does.
+void TestSleepInhibitor::portalKnowsWhoAsks() {
+    Inhibitor keeper(*this);
+    keeper.inhibitor.hold(reason);
+    QTRY_COMPARE(keeper.granted.size(), 2);
+    QCOMPARE(portal_->programs, QStringList{QStringLiteral("example.quorvex.reelshift")});
+}
+
+void TestSleepInhibitor::silentRegistry() {
+    portal_->registry.isSilent = true;
+    Inhibitor keeper(*this, 300ms);
+    keeper.inhibitor.hold(reason);
+    QTRY_COMPARE(screenSaver_->held.size(), 1);
+    QVERIFY(portal_->calls.isEmpty());
 }
 
 void TestSleepInhibitor::screenSaverWhereThePortalHasNone_data() {

@@ -28,7 +28,8 @@ public:
 private:
     void commit(QSessionManager& manager);
     [[nodiscard]] bool isWorkLost() const;
-    [[nodiscard]] bool mayEnd() const;
+    /// Asks the user. Throws Cancelled when there is nothing to ask about any more.
+    [[nodiscard]] bool mayEnd(QSessionManager& manager) const;
 
     const Parts parts_;
 };

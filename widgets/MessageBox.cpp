@@ -98,6 +98,15 @@ void MessageBox::dismissAll() {
     }
 }
 
+void MessageBox::dismiss(const QString& message) {
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* const window : windows) {
+        auto* const box = qobject_cast<MessageBox*>(window);
+        if (box && box->accessibleName() == message)
+            box->abandon();
+    }
+}
+
 // Escape and the close button.
 void MessageBox::reject() {
     if (escapeButton_)

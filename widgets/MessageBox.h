@@ -40,6 +40,8 @@ public:
     static Answer ask(const Request& request, QWidget* parent);
     /// Ends every open box without an answer.
     static void dismissAll();
+    /// The same for those with that message.
+    static void dismiss(const QString& message);
 
 public Q_SLOTS:
     void reject() override;

@@ -36,3 +36,7 @@ QStringList PopUpBoxes::PopUpMesgWithCheckBox(const QStringList& request) {
 void PopUpBoxes::dismissAll() {
     MessageBox::dismissAll();
 }
+
+void PopUpBoxes::dismiss(const QString& message) {
+    MessageBox::dismiss(message);
+}

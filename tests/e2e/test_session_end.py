@@ -3,6 +3,7 @@
 its question is answered, and ends when the session does."""
 
 import os
+import signal
 import sys
 import unittest.mock
 
@@ -31,8 +32,8 @@ class SessionEnd(ProgramTest):
         window.wait_for(lambda: len(self.manager.heard) >= len(words), f"{words} to be said")
         self.assertEqual(list(words), self.manager.heard)
 
-    def begin_run(self):
-        movie = make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=60)
+    def begin_run(self, repeat=60):
+        movie = make_hevc(self.movie_path("long.mp4"), "1280x720", 2, repeat=repeat)
         self.app.add_all(movie)
         self.app.convert()
         window.wait_for(lambda: os.path.exists(self.output), "the run to begin")
@@ -96,6 +97,36 @@ class SessionEnd(ProgramTest):
         self.manager.let_ask()
         self.question()
         self.check_end()
+
+    def test_put_off_while_the_question_is_open(self):
+        self.begin_run()
+        for _ in range(2):
+            self.manager.heard[1:] = []
+            self.manager.save(BOTH, True, QUESTIONS)
+            self.wait_to_hear("began", "asks to ask")
+            self.manager.let_ask()
+            self.question()
+            self.assertEqual(1, len(self.app.boxes()))
+            self.manager.go_on()
+            window.wait_for(lambda: not self.app.boxes(), "the question to go")
+            self.wait_to_hear("began", "asks to ask", "saved")
+        self.assertTrue(self.app.encoders())
+        self.check_end()
+
+    def test_the_run_ends_while_the_question_is_open(self):
+        self.begin_run(repeat=1)
+        encoder, = self.app.encoders()
+        os.kill(encoder, signal.SIGSTOP)
+        self.manager.save(BOTH, True, QUESTIONS)
+        self.wait_to_hear("began", "asks to ask")
+        self.manager.let_ask()
+        self.question()
+        os.kill(encoder, signal.SIGCONT)
+        window.wait_for(lambda: [text("IDS_BTN_POPUP_OK")] == [box.buttons[0] for box in self.app.boxes()],
+                        "the summary in place of the question")
+        self.close_summary()
+        self.wait_to_hear("began", "asks to ask", "agrees", "saved")
+        self.assertEqual(1, len(self.outputs()))
 
 
 if __name__ == "__main__":

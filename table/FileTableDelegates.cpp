@@ -70,6 +70,7 @@ void paintBackground(QPainter* painter, QStyleOptionViewItem option) {
                          QStyleOptionViewItem::HasDecoration | QStyleOptionViewItem::HasDisplay);
     option.text.clear();
     option.icon = {};
+    option.state &= ~QStyle::State_HasFocus;
     styleOf(option)->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
 }
 
@@ -94,6 +95,7 @@ QString TextDelegate::displayText(const QVariant& value, const QLocale& locale) 
 void TextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
     option->features &= ~QStyleOptionViewItem::HasDecoration;
+    option->state &= ~QStyle::State_HasFocus; // the view shows it, to who uses the keys
     const bool isName = index.column() == static_cast<int>(TableColumn::Name);
     // It answers to the pointer where a click does something.
     if (!(index.flags() & Qt::ItemIsEditable))

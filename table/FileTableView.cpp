@@ -161,10 +161,24 @@ void FileTableView::stretchName() {
         return;
     const int name = section(TableColumn::Name);
     const int others = header->length() - header->sectionSize(name);
-    const int least = fontMetrics().averageCharWidth() * 20;
     isStretching_ = true;
-    setColumnWidth(name, std::max(viewport()->width() - others, least));
+    setColumnWidth(name, std::max(viewport()->width() - others, leastOfName()));
     isStretching_ = false;
+}
+
+int FileTableView::leastOfName() const {
+    return fontMetrics().averageCharWidth() * 20;
+}
+
+QSize FileTableView::sizeHint() const {
+    const QHeaderView* const header = horizontalHeader();
+    const QSize usual = QTableView::sizeHint();
+    if (header->count() == 0)
+        return usual;
+    const int columns =
+        header->length() - header->sectionSize(section(TableColumn::Name)) + leastOfName();
+    const int scrollBar = verticalScrollBar()->sizeHint().width();
+    return usual.expandedTo({columns + scrollBar + 2 * frameWidth(), 0});
 }
 
 void FileTableView::placeSelectAll() {

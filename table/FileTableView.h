@@ -33,6 +33,8 @@ public:
     [[nodiscard]] QWidget* openedEditor() const;
     /// -1 where no row is selected.
     [[nodiscard]] int selectedRow() const;
+    /// Wide enough for every column.
+    [[nodiscard]] QSize sizeHint() const override;
 
     void setFileModel(FileTableModel* model);
     /// Rows can be dragged and movies be dropped from now on.
@@ -97,6 +99,7 @@ private:
     void setUpColumns();
     void setRowHeight();
     void stretchName();
+    [[nodiscard]] int leastOfName() const;
     void placeSelectAll();
     void pressSelectAll(bool wished);
     void pressRowButton(const QModelIndex& index);

@@ -111,7 +111,8 @@ void ProgressCell::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
-    cell.state &= ~QStyle::State_MouseOver; // a click does nothing here
+    // A click does nothing here, and the view shows the focus.
+    cell.state &= ~(QStyle::State_MouseOver | QStyle::State_HasFocus);
     const bool showsBar = index.data(ShowsBarRole).toBool();
     const QString status = index.data(ProgressStatusRole).toString();
     // Two texts in one place could not be read: the one on top hides the one beneath.

@@ -16,6 +16,7 @@
 #include <QHeaderView>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QScrollBar>
 #include <QStyleFactory>
 #include <QStyleOption>
 #include <QTest>
@@ -78,6 +79,8 @@ private Q_SLOTS:
     void aRowHasRoomForAllThatStandsInIt_data();
     void aRowHasRoomForAllThatStandsInIt();
     void aLargerFontMakesRowsHigher();
+    void aLargerFontAsksForAWiderList();
+    void aClickLeavesNoMark();
     void theEmptyListHasAPicture_data();
     void theEmptyListHasAPicture();
     void theEmptyListIsSmall();
@@ -146,6 +149,30 @@ void TestTableLooks::aRowHasRoomForAllThatStandsInIt() {
             std::max(w.editor()->sizeHint().height(), 30) + w.view.fontMetrics().height());
     QVERIFY(w.view.horizontalHeader()->rect().height() >=
             w.view.btnSelectAll()->sizeHint().height());
+}
+
+void TestTableLooks::aLargerFontAsksForAWiderList() {
+    TableWindow w(100);
+    for (const int points : {9, 14, 20}) {
+        QFont font = w.view.font();
+        font.setPointSize(points);
+        w.view.setFont(font);
+        w.view.resize(w.view.sizeHint().width(), 300);
+        QTRY_VERIFY(w.view.verticalScrollBar()->isVisible());
+        QTRY_COMPARE(w.view.horizontalScrollBar()->maximum(), 0);
+    }
+    QVERIFY(w.view.width() > 900);
+}
+
+void TestTableLooks::aClickLeavesNoMark() {
+    TableWindow w(2);
+    w.view.setAlternatingRowColors(false);
+    w.view.selectAll();
+    for (const TableColumn each : {TableColumn::Duration, TableColumn::Audio}) {
+        w.view.selectionModel()->setCurrentIndex(w.f.cell(0, each), QItemSelectionModel::NoUpdate);
+        QVERIFY(w.view.hasFocus());
+        QVERIFY(pictureOf(w, 0, each) == pictureOf(w, 1, each));
+    }
 }
 
 void TestTableLooks::aLargerFontMakesRowsHigher() {

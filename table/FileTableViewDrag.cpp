@@ -2,6 +2,7 @@
 
 #include "table/FileTableModel.h"
 #include "table/FileTableView.h"
+#include "widgets/ReadablePalette.h"
 
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -112,7 +113,7 @@ void FileTableView::paintDropMark(QPainter& painter) const {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const QRect area = viewport()->rect();
-    const QPen pen(palette().color(QPalette::Highlight), width);
+    const QPen pen(markColour(palette()), width);
     if (!rowDrag_->hasEffect(dragOver_->kind)) {
         paintRefusal(painter, area);
     } else if (dragOver_->kind == RowDrag::Kind::Files) {

@@ -4,6 +4,7 @@
 #include "table/FileTableColumns.h"
 #include "table/FileTableModel.h"
 #include "table/FileTableView.h"
+#include "widgets/ReadablePalette.h"
 
 #include <QAccessible>
 #include <QContextMenuEvent>
@@ -144,7 +145,7 @@ void FileTableView::paintCurrentCell(QPainter& painter) const {
     if (!current.isValid() || !hasFocus() || !isByKeyboard_)
         return;
     const bool isSelected = selectionModel()->isRowSelected(current.row());
-    painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+    painter.setPen(isSelected ? palette().color(QPalette::HighlightedText) : markColour(palette()));
     painter.drawRect(visualRect(current).adjusted(1, 1, -2, -2));
 }
 
@@ -152,6 +153,6 @@ void FileTableView::paintCurrentCell(QPainter& painter) const {
 void FileTableView::paintFocusOfEmptyList(QPainter& painter) const {
     if (!hasFocus() || !isByKeyboard_)
         return;
-    painter.setPen(palette().color(QPalette::Highlight));
+    painter.setPen(markColour(palette()));
     painter.drawRect(viewport()->rect().adjusted(2, 2, -3, -3));
 }

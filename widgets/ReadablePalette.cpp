@@ -46,6 +46,14 @@ QColor faint(const QColor& ink, const QColor& ground) {
     return result;
 }
 
+QColor markColour(const QPalette& palette) {
+    constexpr double visible = 2.0;
+    const QColor highlight = palette.color(QPalette::Highlight);
+    return contrast(highlight, palette.color(QPalette::Base)) < visible
+               ? palette.color(QPalette::Text)
+               : highlight;
+}
+
 ReadablePalette::ReadablePalette() {
     Q_ASSERT(thread() == qApp->thread());
     qApp->installEventFilter(this);

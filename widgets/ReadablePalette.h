@@ -10,6 +10,10 @@
 /// Ink that is faint on its ground and can be read all the same, where the full ink can.
 [[nodiscard]] QColor faint(const QColor& ink, const QColor& ground);
 
+/// For a thin mark on the ground of a list: the highlight, or the colour of the text where the
+/// highlight is made for bands alone and a line of it could not be seen.
+[[nodiscard]] QColor markColour(const QPalette& palette);
+
 /// Keeps what is disabled readable in every palette that the desktop may give: Qt makes the
 /// disabled inks of a high-contrast one out of its black buttons, and they come out black as well.
 /// Main thread; owned by main().

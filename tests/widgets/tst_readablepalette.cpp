@@ -57,6 +57,16 @@ private Q_SLOTS:
         QVERIFY(ReadablePalette::of(palettes::light()) == palettes::light());
     }
 
+    void aMarkIsSeen() {
+        QPalette dimBand = palettes::dark();
+        dimBand.setColor(QPalette::Base, QColor(0x33, 0x33, 0x33));
+        dimBand.setColor(QPalette::Highlight, QColor(0x15, 0x53, 0x9e));
+        QVERIFY(contrast(dimBand.color(QPalette::Highlight), dimBand.color(QPalette::Base)) < 2.0);
+        QCOMPARE(markColour(dimBand), dimBand.color(QPalette::Text));
+        for (const palettes::Named& each : palettes::all)
+            QCOMPARE(markColour(each.make()), each.make().color(QPalette::Highlight));
+    }
+
     void everyPaletteOfTheDesktop() {
         QApplication::setPalette(blackOnBlack());
         const ReadablePalette readable;

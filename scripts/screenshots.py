@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Pictures of the window before and during a run, and of the box that asks whether to stop it, in
-every language or some, in a palette and at a scale, to be looked at.
+every language or some, in a palette, a style and at a scale, to be looked at.
 
     tests/e2e/desktop_session.py --size 1024x600 \\
         scripts/screenshots.py build/release/bin/reelshift FOLDER --language de ar --palette dark
@@ -101,9 +101,12 @@ def main():
     parser.add_argument("--language", nargs="+", default=languages(), choices=languages())
     parser.add_argument("--palette", default="light", choices=PALETTES)
     parser.add_argument("--scale", default="1")
+    parser.add_argument("--style", help="Fusion, or Breeze (kde-style-breeze)")
     options = parser.parse_args()
     folder = os.path.abspath(options.folder)
     os.environ["QT_SCALE_FACTOR"] = options.scale
+    if options.style:
+        os.environ["QT_STYLE_OVERRIDE"] = options.style
     with tempfile.TemporaryDirectory(prefix="screenshots-") as store:
         movie = make_hevc(os.path.join(store, "movie.mp4"), "1280x720", 4, repeat=20)
         for language in options.language:

@@ -208,11 +208,12 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     cell.state &= ~QStyle::State_HasFocus;
     cell.backgroundBrush = QBrush();
     const bool isSelected = cell.state & QStyle::State_Selected;
-    QColor ink = cell.palette.color(QPalette::Active,
-                                    isSelected ? QPalette::HighlightedText : QPalette::Text);
+    // The band of a selected row is another one in a window that is not in use.
+    const auto group = cell.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+    QColor ink = cell.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
     if (isLocked)
-        ink = faint(ink, cell.palette.color(QPalette::Active,
-                                            isSelected ? QPalette::Highlight : QPalette::Base));
+        ink = faint(ink,
+                    cell.palette.color(group, isSelected ? QPalette::Highlight : QPalette::Base));
     const int margin =
         styleOf(option)->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
     const QRect text = cell.rect.adjusted(margin, 0, -margin, 0);

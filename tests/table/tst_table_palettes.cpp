@@ -68,6 +68,7 @@ private Q_SLOTS:
     void textStandsOut();
     void selectedTextStandsOut_data() { addPalettes(); }
     void selectedTextStandsOut();
+    void selectedTextInAnotherWindow();
     void lockedTextCanBeRead_data() { addPalettes(); }
     void lockedTextCanBeRead();
     void theBarCanBeRead_data() { addPalettes(); }
@@ -128,6 +129,25 @@ void TestTablePalettes::selectedTextStandsOut() {
     for (const TableColumn each : {TableColumn::Name, TableColumn::Duration, TableColumn::Audio,
                                    TableColumn::Res, TableColumn::Cmb, TableColumn::Progress})
         check(s.picture(2, each), wanted, "selected");
+}
+
+// As desktops have it that fade the selection in windows that are not in use.
+void TestTablePalettes::selectedTextInAnotherWindow() {
+    QPalette palette = palettes::light();
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xc2, 0xe0, 0xf5));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::black);
+    QApplication::setPalette(palette);
+    PaintedTable s;
+    s.view.selectAll();
+    QApplication::setActiveWindow(nullptr);
+    QTRY_VERIFY(!s.view.isActiveWindow());
+    for (const TableColumn each : {TableColumn::Name, TableColumn::Duration, TableColumn::Audio,
+                                   TableColumn::Res, TableColumn::Cmb, TableColumn::Progress})
+        check(s.picture(2, each), least, "selected");
+    s.f.state.isConversionRunning = true;
+    s.f.model.reload();
+    for (const TableColumn each : {TableColumn::Res, TableColumn::Cmb})
+        check(s.picture(2, each), leastSign, "locked and selected");
 }
 
 void TestTablePalettes::lockedTextCanBeRead() {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QStyleHints>
 #include <QThread>
 
 #include <algorithm>
@@ -24,11 +25,15 @@ double contrast(const QColor& one, const QColor& other) {
     return (light + 0.05) / (dark + 0.05);
 }
 
-void apply() {
-    const QPalette given = QApplication::palette();
-    const QPalette readable = ReadablePalette::of(given);
-    if (readable != given)
-        QApplication::setPalette(readable);
+/// Known from Qt 6.5 on.
+bool isDesktopDark() {
+    constexpr int dark = 2; // Qt::ColorScheme::Dark
+    return QGuiApplication::styleHints()->property("colorScheme").toInt() == dark;
+}
+
+bool isLight(const QPalette& palette) {
+    return luminance(palette.color(QPalette::Window)) >
+           luminance(palette.color(QPalette::WindowText));
 }
 
 } // namespace
@@ -57,7 +62,47 @@ QColor markColour(const QPalette& palette) {
 ReadablePalette::ReadablePalette() {
     Q_ASSERT(thread() == qApp->thread());
     qApp->installEventFilter(this);
+    const QStyleHints* const hints = QGuiApplication::styleHints();
+    if (hints->metaObject()->indexOfSignal("colorSchemeChanged(Qt::ColorScheme)") >= 0)
+        connect(hints, SIGNAL(colorSchemeChanged(Qt::ColorScheme)), this, SLOT(applySoon()));
     apply();
+}
+
+void ReadablePalette::apply() {
+    const bool wantsDark = isDesktopDark();
+    if (isDarkOurs_ && !wantsDark) {
+        isDarkOurs_ = false;
+        QApplication::setPalette(QPalette()); // the desktop's own again
+    }
+    const QPalette given = QApplication::palette();
+    const bool staysLight = wantsDark && isLight(given);
+    isDarkOurs_ = isDarkOurs_ || staysLight;
+    const QPalette readable = of(staysLight ? darkOf(given) : given);
+    if (readable != given)
+        QApplication::setPalette(readable);
+}
+
+// The desktop's own palette follows its scheme at once where it does at all.
+void ReadablePalette::applySoon() {
+    QMetaObject::invokeMethod(this, &ReadablePalette::apply, Qt::QueuedConnection);
+}
+
+QPalette ReadablePalette::darkOf(const QPalette& given) {
+    QPalette dark(QColor(0x3a, 0x3a, 0x3c), QColor(0x2a, 0x2a, 0x2c)); // button, window
+    const QColor ink(0xf4, 0xf4, 0xf4);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::ToolTipText, QPalette::BrightText}) {
+        dark.setColor(role, ink);
+        dark.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8a, 0x8c));
+    }
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x20));
+    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x26, 0x28));
+    dark.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3a, 0x3c));
+    dark.setColor(QPalette::PlaceholderText, faint(ink, dark.color(QPalette::Base)));
+    dark.setColor(QPalette::Link, QColor(0x78, 0xae, 0xed));
+    for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
+        dark.setColor(role, given.color(QPalette::Active, role));
+    return dark;
 }
 
 QPalette ReadablePalette::of(QPalette palette) {

@@ -14,9 +14,10 @@
 /// highlight is made for bands alone and a line of it could not be seen.
 [[nodiscard]] QColor markColour(const QPalette& palette);
 
-/// Keeps what is disabled readable in every palette that the desktop may give: Qt makes the
+/// Mends the palettes that the desktop may give. What is disabled stays readable: Qt makes the
 /// disabled inks of a high-contrast one out of its black buttons, and they come out black as well.
-/// Main thread; owned by main().
+/// And it is dark where the desktop is: of GNOME's dark style Qt knows and stays light all the
+/// same. Main thread; owned by main().
 class ReadablePalette final : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(ReadablePalette)
@@ -26,7 +27,16 @@ public:
 
     /// The palette with a faint ink wherever a disabled one cannot be seen; else as it is.
     [[nodiscard]] static QPalette of(QPalette palette);
+    /// Dark, with the accent of the one that is given.
+    [[nodiscard]] static QPalette darkOf(const QPalette& given);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+private Q_SLOTS:
+    void apply();
+    void applySoon();
+
+private:
+    bool isDarkOurs_ = false;
 };

@@ -3,6 +3,8 @@
 #include "widgets/ReadablePalette.h"
 
 #include <QApplication>
+#include <QScopeGuard>
+#include <QStyleHints>
 #include <QTest>
 
 #include <algorithm>
@@ -65,6 +67,46 @@ private Q_SLOTS:
         QCOMPARE(markColour(dimBand), dimBand.color(QPalette::Text));
         for (const palettes::Named& each : palettes::all)
             QCOMPARE(markColour(each.make()), each.make().color(QPalette::Highlight));
+    }
+
+    void darkPalette() {
+        const QPalette given = palettes::light();
+        const QPalette dark = ReadablePalette::darkOf(given);
+        for (const auto& [ink, ground] : inks) {
+            QVERIFY(dark.color(ground).lightness() < 64);
+            QVERIFY(contrast(dark.color(ink), dark.color(ground)) >= 7.0);
+        }
+        QVERIFY(leastContrast(dark) >= 3.0);
+        QVERIFY(ReadablePalette::of(dark) == dark);
+        QCOMPARE(dark.color(QPalette::Highlight), given.color(QPalette::Highlight));
+    }
+
+    // The toolkit of GNOME says so, and gives the light palette all the same.
+    void darkWhereTheDesktopIs() {
+        QStyleHints* const hints = QGuiApplication::styleHints();
+        const auto setScheme = [hints](const QVariant& scheme) {
+            hints->setProperty("colorScheme", scheme);
+            QEvent change(QEvent::ApplicationPaletteChange);
+            QCoreApplication::sendEvent(qApp, &change);
+        };
+        const auto lightness = [] {
+            return QApplication::palette().color(QPalette::Window).lightness();
+        };
+        const auto reset = qScopeGuard([&] {
+            setScheme(QVariant());
+            QApplication::setPalette(QPalette());
+        });
+        QApplication::setPalette(QPalette());
+        const int before = lightness();
+        QVERIFY(before > 128);
+        const ReadablePalette readable;
+        QCOMPARE(lightness(), before);
+        setScheme(2);
+        if (hints->property("colorScheme").toInt() != 2)
+            QSKIP("this Qt does not let the scheme be played");
+        QVERIFY(lightness() < 64);
+        setScheme(1);
+        QCOMPARE(lightness(), before);
     }
 
     void everyPaletteOfTheDesktop() {

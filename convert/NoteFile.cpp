@@ -84,7 +84,7 @@ std::unique_ptr<NoteFile> NoteFile::create(const QString& folder) {
     }
     std::unique_ptr<NoteFile> file(new NoteFile(place, descriptor, name));
     // Another program that starts at this very moment may have found an empty file.
-    if (!file->claim()) {
+    if (!file->claim() || !makeLasting(place)) {
         file->remove();
         return nullptr;
     }
@@ -142,11 +142,7 @@ qint64 NoteFile::lastAlive() const {
 bool NoteFile::add(const QByteArray& text) {
     const ssize_t written =
         ::write(descriptor_, text.constData(), static_cast<size_t>(text.size()));
-    if (written != text.size() || ::fsync(descriptor_) != 0)
-        return false;
-    // After its text: a file system with a journal then writes both at once.
-    hasLastingName_ = hasLastingName_ || makeLasting(folder_);
-    return hasLastingName_;
+    return written == text.size() && ::fsync(descriptor_) == 0;
 }
 
 void NoteFile::markAlive() {

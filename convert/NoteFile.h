@@ -43,5 +43,4 @@ private:
     const int folder_;
     const int descriptor_;
     const QByteArray name_;
-    bool hasLastingName_ = false;
 };

@@ -14,6 +14,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -31,7 +32,6 @@ MainWindow::MainWindow(FileManager& fileManager)
       announcer_(new Announcer(this)),
       fileManager_(fileManager) {
     form_->notKeptAwake->hide();
-    setWindowIcon(applicationIcon());
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &MainWindow::becomeActive,
             Qt::QueuedConnection);
     // The caption beside the check box is a label of its own; a click on it is meant for the box.
@@ -74,6 +74,11 @@ void MainWindow::setTexts() {
 // long as its movies are being added, and meanwhile the toolkit makes no window active: the keys
 // would come here, but no control would have the focus or show it.
 bool MainWindow::event(QEvent* event) {
+    // Each window hands all sizes of its icon to the X server: the large ones are not read before
+    // the window is seen.
+    if (event->type() == QEvent::Paint && !std::exchange(hasBeenPainted_, true))
+        QMetaObject::invokeMethod(
+            this, [] { QApplication::setWindowIcon(applicationIcon()); }, Qt::QueuedConnection);
     if (event->type() == QEvent::WindowUnblocked) {
         while (QWidget* const left = QApplication::activePopupWidget()) {
             if (!left->close())

@@ -69,4 +69,5 @@ private:
     FileManager& fileManager_;
     std::function<bool()> closeHandler_;
     bool closeAsked_ = false;
+    bool hasBeenPainted_ = false;
 };

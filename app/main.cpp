@@ -81,7 +81,7 @@ void nameApplication() {
     QApplication::setApplicationName(appName);
     QApplication::setApplicationDisplayName(QString());
     // Windows that stand alone have it, too.
-    QApplication::setWindowIcon(applicationIcon());
+    QApplication::setWindowIcon(smallApplicationIcon());
     QApplication::setDesktopFileName(programId);
     QApplication::setApplicationVersion(QStringLiteral(REELSHIFT_VERSION));
     // The controller quits when the last window has closed, after its clean-up.

@@ -1,9 +1,9 @@
 #include "table/EmptyList.h"
 
 #include "platform/LocalizedStrings.h"
+#include "resources/ApplicationIcon.h"
 
 #include <QFontMetrics>
-#include <QIcon>
 #include <QPainter>
 #include <QWidget>
 
@@ -30,9 +30,10 @@ EmptyList::EmptyList(const QWidget& view, const QRect& area) : view_(view) {
         picture_ = QRect(column.center().x() - side / 2, top, side, side);
 }
 
-void EmptyList::paint(QPainter& painter, const QIcon& icon) const {
+void EmptyList::paint(QPainter& painter) const {
     if (!picture_.isEmpty())
-        icon.paint(&painter, picture_);
+        painter.drawPixmap(picture_.topLeft(),
+                           applicationPicture(picture_.width(), view_.devicePixelRatioF()));
     QColor faint = view_.palette().color(QPalette::Text);
     faint.setAlphaF(0.6F);
     painter.setPen(faint);

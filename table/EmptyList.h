@@ -2,7 +2,6 @@
 
 #include <QRect>
 
-class QIcon;
 class QPainter;
 class QWidget;
 
@@ -17,7 +16,7 @@ public:
     [[nodiscard]] const QRect& picture() const { return picture_; }
     [[nodiscard]] const QRect& sentence() const { return sentence_; }
 
-    void paint(QPainter& painter, const QIcon& icon) const;
+    void paint(QPainter& painter) const;
 
 private:
     const QWidget& view_;

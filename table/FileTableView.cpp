@@ -1,7 +1,6 @@
 #include "table/FileTableView.h"
 
 #include "platform/LocalizedStrings.h"
-#include "resources/ApplicationIcon.h"
 #include "table/EmptyList.h"
 #include "table/FileTableAccessible.h"
 #include "table/FileTableColumns.h"
@@ -28,8 +27,7 @@ FileTableView::FileTableView(QWidget* parent)
       btnSelectAll_(new QCheckBox(this)),
       resDelegate_(new ComboDelegate(this)),
       cmbDelegate_(new ComboDelegate(this)),
-      buttonDelegate_(new RowButtonDelegate(this)),
-      icon_(applicationIcon()) {
+      buttonDelegate_(new RowButtonDelegate(this)) {
     FileTableAccessible::install();
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -359,7 +357,7 @@ void FileTableView::paintEvent(QPaintEvent* event) {
         return;
     }
     paintFocusOfEmptyList(painter);
-    EmptyList(*this, viewport()->rect()).paint(painter, icon_);
+    EmptyList(*this, viewport()->rect()).paint(painter);
 }
 
 void FileTableView::resizeEvent(QResizeEvent* event) {

@@ -2,7 +2,6 @@
 
 #include "table/RowDrag.h"
 
-#include <QIcon>
 #include <QPersistentModelIndex>
 #include <QTableView>
 
@@ -129,7 +128,6 @@ private:
     ComboDelegate* resDelegate_;
     ComboDelegate* cmbDelegate_;
     RowButtonDelegate* buttonDelegate_;
-    const QIcon icon_; ///< shown while there is no movie
     QPersistentModelIndex pressedCell_;
     bool wasSelectionAnnounced_ = false;
     bool isByKeyboard_ = false; ///< the list was last used with the keys

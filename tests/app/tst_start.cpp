@@ -32,6 +32,7 @@ private Q_SLOTS:
     void unknownKeysShowThemselves();
     void headerBoxFollowsTheRows();
     void theVersionCheckIsNotWaitedFor();
+    void theWholeIconComesWithTheWindow();
 
 private:
     /// A controller that was not started, without a string table.
@@ -251,6 +252,14 @@ void TestStart::theVersionCheckIsNotWaitedFor() {
     clock.start();
     program.controller->quit();
     QVERIFY(clock.elapsed() < 5000);
+}
+
+void TestStart::theWholeIconComesWithTheWindow() {
+    QApplication::setWindowIcon({});
+    ControllerFixture program;
+    program.window().show();
+    QTRY_VERIFY(QApplication::windowIcon().availableSizes().contains(QSize(256, 256)));
+    QVERIFY(program.window().windowIcon().availableSizes().contains(QSize(16, 16)));
 }
 
 REELSHIFT_TEST(tst_start, TestStart, QApplication)

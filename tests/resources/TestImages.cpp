@@ -25,6 +25,7 @@ private Q_SLOTS:
     void rowButtonsStandOutOnLightAndDark();
     void rowButtonsDiffer();
     void applicationIconHasEverySize();
+    void applicationPictureHasTheSizeThatIsWanted();
 };
 
 void TestImages::drawnAtAllDensities_data() {
@@ -107,6 +108,17 @@ void TestImages::applicationIconHasEverySize() {
     }
     QVERIFY(sizes.contains(QSize(16, 16)));
     QVERIFY(sizes.contains(QSize(256, 256)));
+}
+
+void TestImages::applicationPictureHasTheSizeThatIsWanted() {
+    QVERIFY(!smallApplicationIcon().availableSizes().contains(QSize(128, 128)));
+    for (const qreal density : {1.0, 1.5, 2.0}) {
+        const QPixmap picture = applicationPicture(90, density);
+        QCOMPARE(picture.size(), QSize(90, 90) * density);
+        QCOMPARE(picture.deviceIndependentSize(), QSizeF(90, 90));
+        QVERIFY(picture.toImage().pixelColor(picture.width() / 2, picture.height() / 2).alpha() >
+                0);
+    }
 }
 
 REELSHIFT_TEST(test_images, TestImages, QGuiApplication)

@@ -35,6 +35,9 @@ inline const QString progressValue = QStringLiteral("progressValue");   ///< "37
 /// came. Shared by reference between the list, the table and the run; main thread.
 class JobRecord final {
 public:
+    /// As large as it ever gets: a vector that grows would take room for 32 entries.
+    JobRecord() { entries_.reserve(mostKeys); }
+
     [[nodiscard]] bool contains(const QString& key) const { return find(key) != nullptr; }
     /// An invalid value where the key is absent.
     [[nodiscard]] QVariant value(const QString& key) const;
@@ -46,6 +49,8 @@ public:
     void set(const QString& key, const QVariant& value);
 
 private:
+    static constexpr size_t mostKeys = 20;
+
     [[nodiscard]] const QVariant* find(const QString& key) const;
 
     std::vector<std::pair<QString, QVariant>> entries_;

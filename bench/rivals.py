@@ -151,7 +151,7 @@ def seconds_to_list(bench, rival, folder, movies, limit=900):
     if isinstance(rival, HandBrake):
         return seconds_of_scan(bench, rival, folder, movies)
     import window
-    environment = bench.environment(QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+    environment = dict(bench.environment(), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
     environment.pop("NO_AT_BRIDGE", None)
     begin = time.monotonic()
     process = subprocess.Popen(rival.listing(folder, movies), env=environment, cwd=bench.home,

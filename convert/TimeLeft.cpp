@@ -5,8 +5,8 @@
 
 void TimeLeft::movieBegins(Moment now, double length) {
     length_ = std::isfinite(length) && length > 0 ? length : 0;
-    position_ = 0;
-    worked_ = watched_ = Moment(0);
+    position_ = firstPosition_ = 0;
+    worked_ = watched_ = firstWatched_ = Moment(0);
     since_ = now;
 }
 
@@ -15,6 +15,10 @@ void TimeLeft::reached(Moment now, double position) {
         return;
     position_ = length_ > 0 ? std::min(position, length_) : position;
     watched_ = worked(now);
+    if (firstPosition_ > 0)
+        return;
+    firstPosition_ = position_;
+    firstWatched_ = watched_;
 }
 
 void TimeLeft::pause(Moment now) {
@@ -30,20 +34,20 @@ void TimeLeft::resume(Moment now) {
 void TimeLeft::movieEnds() {
     workedBefore_ += watched_;
     positionsBefore_ += position_;
-    length_ = position_ = 0;
-    worked_ = watched_ = Moment(0);
+    length_ = position_ = firstPosition_ = 0;
+    worked_ = watched_ = firstWatched_ = Moment(0);
     since_.reset();
 }
 
 std::optional<double> TimeLeft::ofMovie() const {
-    const auto movieCost = cost(watched_, position_);
+    const auto movieCost = cost(seenWork(), seenMovie());
     if (!movieCost || length_ <= 0)
         return std::nullopt;
     return restOfMovie() * *movieCost;
 }
 
 std::optional<double> TimeLeft::ofRun(std::optional<double> waitingLength) const {
-    const auto runCost = cost(workedBefore_ + watched_, positionsBefore_ + position_);
+    const auto runCost = cost(workedBefore_ + seenWork(), positionsBefore_ + seenMovie());
     if (!runCost || length_ <= 0 || !waitingLength)
         return std::nullopt;
     return ofMovie().value_or(restOfMovie() * *runCost) + *waitingLength * *runCost;
@@ -62,8 +66,8 @@ double TimeLeft::restOfMovie() const {
     return std::max(length_ - position_, 0.0);
 }
 
-std::optional<double> TimeLeft::cost(Moment work, double position) {
-    if (work < shortestWatch || position <= 0)
+std::optional<double> TimeLeft::cost(Moment work, double movie) {
+    if (work < shortestWatch || movie <= 0)
         return std::nullopt;
-    return std::chrono::duration<double>(work).count() / position;
+    return std::chrono::duration<double>(work).count() / movie;
 }

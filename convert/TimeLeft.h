@@ -3,9 +3,10 @@
 #include <chrono>
 #include <optional>
 
-/// How long a movie and the whole run will yet take, judged by the speed that was seen so far. A
-/// value without a clock: `now` is any that never goes back. Lengths and positions are seconds of a
-/// movie, 0 for a length that is not known.
+/// How long a movie and the whole run will yet take, judged by the speed that was seen so far: from
+/// a movie's first position on, because before it an encoder fills its window of pictures, which on
+/// a slow machine looks like hours. A value without a clock: `now` is any that never goes back.
+/// Lengths and positions are seconds of a movie, 0 for a length that is not known.
 class TimeLeft final {
 public:
     using Moment = std::chrono::milliseconds;
@@ -34,8 +35,10 @@ public:
 private:
     [[nodiscard]] Moment worked(Moment now) const;
     [[nodiscard]] double restOfMovie() const;
+    [[nodiscard]] Moment seenWork() const { return watched_ - firstWatched_; }
+    [[nodiscard]] double seenMovie() const { return position_ - firstPosition_; }
     /// Seconds of work that a second of movie takes.
-    [[nodiscard]] static std::optional<double> cost(Moment work, double position);
+    [[nodiscard]] static std::optional<double> cost(Moment work, double movie);
 
     // The movie that is being converted.
     double length_ = 0;
@@ -43,6 +46,8 @@ private:
     Moment worked_{0};            ///< up to the last pause
     std::optional<Moment> since_; ///< nothing while paused and between movies
     Moment watched_{0};           ///< work up to the last position
+    Moment firstWatched_{0};      ///< work up to the first one behind the beginning
+    double firstPosition_ = 0;
 
     // The movies before it.
     Moment workedBefore_{0};

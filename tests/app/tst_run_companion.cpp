@@ -328,16 +328,16 @@ void TestRunCompanion::theBarTellsTheTimeLeft() {
     now = 20s;
     scene.go(a, 1);
     QVERIFY(scene.waitForPercent(0, 20));
-    // 2 s of movie took 20 s: 8 s of this one and 10 s of the other are left.
+    // One more took 20 s: 8 s of this one and 10 s of the other are left.
     const auto both = [](const QString& movie, const QString& run) {
         return lines({text("IDS_TXT_LEFT_MOVIE").arg(movie), text("IDS_TXT_LEFT_RUN").arg(run)});
     };
     const QString early =
-        both(text("IDS_TXT_LEFT_MINUTES").arg(1), text("IDS_TXT_LEFT_MINUTES").arg(3));
+        both(text("IDS_TXT_LEFT_MINUTES").arg(3), text("IDS_TXT_LEFT_MINUTES").arg(6));
     QCOMPARE(timeLeft(scene, 0), early);
     const auto* const line = scene.program.widget<QLabel>("quietLine");
     QCOMPARE(line->accessibleName(),
-             text("IDS_TXT_LEFT_RUN").arg(text("IDS_TXT_LEFT_MINUTES").arg(3)));
+             text("IDS_TXT_LEFT_RUN").arg(text("IDS_TXT_LEFT_MINUTES").arg(6)));
     QVERIFY(line->isVisible());
     QCOMPARE(timeLeft(scene, 1), QString());
 
@@ -355,7 +355,7 @@ void TestRunCompanion::theBarTellsTheTimeLeft() {
     scene.go(b, 1);
     QVERIFY(scene.waitForPercent(1, 20));
     QCOMPARE(timeLeft(scene, 1),
-             both(text("IDS_TXT_LEFT_SECONDS").arg(20), text("IDS_TXT_LEFT_SECONDS").arg(20)));
+             both(text("IDS_TXT_LEFT_SECONDS").arg(40), text("IDS_TXT_LEFT_SECONDS").arg(40)));
     QVERIFY(line->isVisible());
     QVERIFY(scene.end({b}));
     QVERIFY(!line->isVisible());

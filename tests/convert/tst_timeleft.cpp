@@ -16,6 +16,15 @@ using Known = std::optional<double>;
 
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
+/// Behind the beginning, and no way at all.
+constexpr double first = std::numeric_limits<double>::min();
+
+TimeLeft begun(TimeLeft::Moment now, double length) {
+    TimeLeft time;
+    time.movieBegins(now, length);
+    time.reached(now, first);
+    return time;
+}
 
 } // namespace
 
@@ -28,6 +37,7 @@ class TestTimeLeft final : public QObject {
 private Q_SLOTS:
     void oneMovie_data();
     void oneMovie();
+    void slowBeginning();
     void pausedTimeCountsForNothing();
     void pausedAtOnce();
     void resumedTwice();
@@ -79,14 +89,27 @@ void TestTimeLeft::oneMovie() {
     TimeLeft time;
     QCOMPARE(time.ofMovie(), Known());
     time.movieBegins(7h, length);
+    time.reached(7h, first);
     time.reached(7h + std::chrono::milliseconds(milliseconds), position);
     QTEST(time.ofMovie(), "ofMovie");
     QTEST(time.ofRun(waiting), "ofRun");
 }
 
-void TestTimeLeft::pausedTimeCountsForNothing() {
+void TestTimeLeft::slowBeginning() {
     TimeLeft time;
     time.movieBegins(0s, 100);
+    time.reached(20s, 0);
+    time.reached(21s, 0.5);
+    QCOMPARE(time.ofMovie(), Known()); // not: more than an hour
+    time.reached(23s, 1);
+    QCOMPARE(time.ofMovie(), Known());
+    time.reached(26s, 10.5); // 10 s in 5 s
+    QCOMPARE(time.ofMovie(), Known(89.5 / 2));
+    QCOMPARE(time.ofRun(100), Known(89.5 / 2 + 50));
+}
+
+void TestTimeLeft::pausedTimeCountsForNothing() {
+    TimeLeft time = begun(0s, 100);
     time.reached(4s, 10);
     time.pause(5s);
     time.resume(1h);
@@ -100,8 +123,7 @@ void TestTimeLeft::pausedTimeCountsForNothing() {
 }
 
 void TestTimeLeft::pausedAtOnce() {
-    TimeLeft time;
-    time.movieBegins(0s, 100);
+    TimeLeft time = begun(0s, 100);
     time.pause(0s);
     time.reached(10s, 1); // what was in the pipe
     QCOMPARE(time.ofMovie(), Known());
@@ -111,19 +133,18 @@ void TestTimeLeft::pausedAtOnce() {
 }
 
 void TestTimeLeft::resumedTwice() {
-    TimeLeft time;
-    time.movieBegins(0s, 100);
+    TimeLeft time = begun(0s, 100);
     time.resume(5s);
     time.reached(10s, 50);
     QCOMPARE(time.ofMovie(), Known(10));
 }
 
 void TestTimeLeft::nextMovieBeginsWithTheSpeedOfTheRun() {
-    TimeLeft time;
-    time.movieBegins(0s, 100);
+    TimeLeft time = begun(0s, 100);
     time.reached(50s, 100);
     time.movieEnds();
     time.movieBegins(60s, 10); // a question in between is no work
+    time.reached(60s, first);
     time.reached(61s, 2);
     QCOMPARE(time.ofMovie(), Known());
     QCOMPARE(time.ofRun(0), Known(8 * 51.0 / 102));
@@ -148,6 +169,7 @@ void TestTimeLeft::speedIsTheWholeRuns() {
     time.reached(40s, 10);
     time.movieEnds();
     time.movieBegins(40s, 20); // fast: 1 s a second
+    time.reached(40s, first);
     time.reached(50s, 10);
     QCOMPARE(time.ofMovie(), Known(10));
     QCOMPARE(time.ofRun(100), Known(10 + 100 * 2.5));
@@ -229,9 +251,8 @@ void TestTimeLeft::durations() {
 
 void TestTimeLeft::bothLinesOrNone() {
     const StringTable strings(QStringLiteral(REELSHIFT_TEST_RESOURCES), QLocale(QLocale::English));
-    TimeLeft time;
-    QCOMPARE(timeLeftText(time, 0), QString());
-    time.movieBegins(0s, 100);
+    QCOMPARE(timeLeftText(TimeLeft(), 0), QString());
+    TimeLeft time = begun(0s, 100);
     time.reached(10s, 50);
     QCOMPARE(timeLeftText(time, 500),
              QStringLiteral("Time left for this movie: 10 s\nTime left for all movies: 2 min"));

@@ -31,6 +31,12 @@ const QString hevc = QStringLiteral("HEVC");
 
 } // namespace
 
+// The time runs during an add alone.
+AddFiles::AddFiles(Parts parts) : parts_(std::move(parts)) {
+    QObject::connect(&parts_.watch, &AddWatch::endOverdue, &parts_.watch,
+                     [this] { parts_.probe.setLeft(true); });
+}
+
 void AddFiles::beforePanel() {
     parts_.state.checkStatusForSdCardDelay = false;
 }
@@ -51,16 +57,20 @@ void AddFiles::begin() {
     // A closing that was asked for before, and that a box has swallowed, must not end this add.
     parts_.window.forgetClose();
     wordsAtTheEnd_.clear();
+    parts_.probe.setLeft(false);
     parts_.watch.begin();
 }
 
 QStringList AddFiles::withoutFolders(const QStringList& paths) {
-    const FolderMovies found = parts_.mainThread.waitForResult(
+    const auto found = parts_.mainThread.waitForResultUnless(
+        [this] { return parts_.probe.isLeft(); },
         [paths, stop = parts_.watch.endAsked()] { return moviesOf(paths, *stop); });
-    if (parts_.watch.isEndAsked())
+    if (!found)
+        wordsAtTheEnd_ = getLocalString("IDS_TXT_ADD_STOPPED").arg(paths.size());
+    if (!found || parts_.watch.isEndAsked())
         return {};
-    tellOfFolders(found);
-    return found.paths;
+    tellOfFolders(*found);
+    return found->paths;
 }
 
 void AddFiles::tellOfFolders(const FolderMovies& found) {
@@ -74,10 +84,6 @@ void AddFiles::addAll(const QStringList& paths, Origin origin) {
     unsupportedTold_ = false;
     parts_.window.setRemoveEnabled(true);
     AddAhead ahead(paths, isLookedAtTwice(), parts_.ahead);
-    parts_.probe.setLeft(false);
-    const auto overdue = QObject::connect(&parts_.watch, &AddWatch::endOverdue, &parts_.watch,
-                                          [this] { parts_.probe.setLeft(true); });
-    const auto disconnect = qScopeGuard([&] { QObject::disconnect(overdue); });
     for (qsizetype at = 0; at < paths.size(); ++at) {
         qsizetype left = paths.size() - at - 1;
         try {
@@ -113,12 +119,14 @@ void AddFiles::close() {
 AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ahead,
                                 qsizetype index) {
     ++parts_.state.itemId;
-    const MovieFile file = lookAt(path, ahead.lookedAt(index));
-    if (volumeIsRefused(file.volume))
+    const std::optional<MovieFile> file = lookAt(path, ahead.lookedAt(index));
+    if (!file)
+        return Next::Leave;
+    if (volumeIsRefused(file->volume))
         return Next::Stop;
     if (const auto stored = storedAnswer(); stored && *stored != boxanswer::first)
         ahead.allowRemovable();
-    parts_.probe.setExamination(ahead.examine(index, file));
+    parts_.probe.setExamination(ahead.examine(index, *file));
     const auto forget = qScopeGuard([this] { parts_.probe.setExamination({}); });
     const JobRecordPtr record = buildRecord(path);
     parts_.files.append(record, parts_.profiles.defaultCmbItem());
@@ -150,12 +158,14 @@ AddFiles::Next AddFiles::addOne(const QString& path, Origin origin, AddAhead& ah
     }
 }
 
-MovieFile AddFiles::lookAt(const QString& path, const std::optional<MovieFile>& before) {
-    const MovieFile file =
-        parts_.mainThread.waitForResult([path, before, volumes = parts_.ahead.volumes] {
-            return lookAtMovieFile(path, *volumes, before);
-        });
-    const double size = file.identity ? static_cast<double>(file.identity->size) : 0;
+std::optional<MovieFile> AddFiles::lookAt(const QString& path,
+                                          const std::optional<MovieFile>& before) {
+    const auto file =
+        parts_.mainThread.waitForResultUnless([this] { return parts_.probe.isLeft(); },
+                                              [path, before, volumes = parts_.ahead.volumes] {
+                                                  return lookAtMovieFile(path, *volumes, before);
+                                              });
+    const double size = file && file->identity ? static_cast<double>(file->identity->size) : 0;
     qCDebug(lcFileList, "%s: %.2lfM", qPrintable(path), size / 1'000'000.0);
     return file;
 }

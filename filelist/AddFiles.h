@@ -38,7 +38,7 @@ public:
         ConversionDialogs& dialogs;
     };
 
-    explicit AddFiles(Parts parts) : parts_(std::move(parts)) {}
+    explicit AddFiles(Parts parts);
     Q_DISABLE_COPY_MOVE(AddFiles)
 
     /// What comes before the panel: every add asks about removable volumes afresh.
@@ -61,7 +61,9 @@ private:
     [[nodiscard]] QStringList withoutFolders(const QStringList& paths);
     void tellOfFolders(const FolderMovies& found);
     [[nodiscard]] Next addOne(const QString& path, Origin origin, AddAhead& ahead, qsizetype index);
-    [[nodiscard]] MovieFile lookAt(const QString& path, const std::optional<MovieFile>& before);
+    /// Nothing where the file does not answer before the add has to end.
+    [[nodiscard]] std::optional<MovieFile> lookAt(const QString& path,
+                                                  const std::optional<MovieFile>& before);
     [[nodiscard]] bool volumeIsRefused(const VolumeFacts& volume);
     /// The answer to the question about a removable volume that is to be taken without asking.
     [[nodiscard]] std::optional<int> storedAnswer() const;

@@ -32,6 +32,7 @@ public:
     }
     /// Whether nobody waits any more for an examination that is not over.
     void setLeft(bool isLeft);
+    [[nodiscard]] bool isLeft() const { return isLeft_; }
     /// Whether the last look was left before it was over; nothing is known from it.
     [[nodiscard]] bool wasLeft() const { return wasLeft_; }
     /// The whole report on a movie, without what the movie says about itself. `rowNumber` is the

@@ -51,6 +51,21 @@ public:
         });
         return shared->take();
     }
+    /// The same until `isGivenUp` answers true, which is asked like `done`: then there is no
+    /// result, and the thread is left behind.
+    template <typename Work>
+    auto waitForResultUnless(const std::function<bool()>& isGivenUp, Work work)
+        -> std::optional<std::invoke_result_t<Work&>> {
+        const auto shared = startHelper(std::move(work));
+        const auto isDone = [&] {
+            const std::lock_guard lock(shared->mutex);
+            return shared->done;
+        };
+        waitUntil([&] { return isGivenUp() || isDone(); });
+        if (!isDone())
+            return std::nullopt;
+        return shared->take();
+    }
     /// The same with the event loop standing still, so that nothing else happens meanwhile, and
     /// never longer than `limit`: then there is no result, and the thread is left behind.
     template <typename Work>

@@ -15,6 +15,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
+#include <QTimer>
 
 #include <signal.h>
 
@@ -63,6 +64,7 @@ private Q_SLOTS:
     void escapeEndsTheAdd();
     void escapeLeavesASilentMovie_data();
     void escapeLeavesASilentMovie();
+    void escapeLeavesASilentShare();
     void escapeUnderABoxIsTheBoxs();
     void aCloseThatABoxSwallowedIsForgotten();
     void programEndsMeanwhile_data();
@@ -293,6 +295,27 @@ void TestAddingMeanwhile::escapeLeavesASilentMovie() {
     // The next add is a whole one.
     program.add({good, good});
     QCOMPARE(program.files().rowCount(), 3);
+}
+
+void TestAddingMeanwhile::escapeLeavesASilentShare() {
+    ControllerFixture program;
+    const QString good = program.movie(QStringLiteral("a.mp4")).write();
+    const QString share = program.path(QStringLiteral("share"));
+    QVERIFY(QDir().mkpath(share));
+    const QString silent = ScriptedMovie(share, QStringLiteral("b.mp4")).write();
+    program.volumes.hold(share);
+    once([&] { return program.state().itemId == 2; },
+         [&] { QTest::keyClick(program.window().windowHandle(), Qt::Key_Escape); });
+    // Without it the add goes on when the share answers, and has the movie.
+    QTimer::singleShot(10s, &program.window(), [&] { program.volumes.release(); });
+    program.add({good, silent, good});
+    QCOMPARE(program.files().idList, (std::vector<int>{1}));
+    QCOMPARE(program.widget<QuietLine>("quietLine")->line(), text("IDS_TXT_ADD_STOPPED").arg(2));
+    QVERIFY(areInStep(program.files()));
+    QVERIFY(program.boxes.seen.isEmpty());
+    program.volumes.release();
+    program.add({silent});
+    QCOMPARE(program.files().rowCount(), 2);
 }
 
 void TestAddingMeanwhile::escapeUnderABoxIsTheBoxs() {

@@ -68,9 +68,12 @@ class QWinFF(Rival):
                        and window.has_state(node, window.Atspi.StateType.SHOWING)), None)
         for name in ("Finish", "Next >"):
             button = dialog and window.find(dialog, window.Role.PUSH_BUTTON, name, required=False)
-            if button and window.is_enabled(button):
-                window.do_action(button, "Press")
-                return name == "Finish"
+            try:
+                if button and window.is_enabled(button):
+                    window.do_action(button, "Press")
+                    return name == "Finish"
+            except LookupError:
+                pass  # the page before it has just gone
         return False
 
     def listed(self, root):

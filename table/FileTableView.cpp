@@ -388,6 +388,14 @@ void FileTableView::updateGeometries() {
     placeSelectAll();
 }
 
+// A cell that a run has locked stands on its row's ground: some styles have one of its own for it.
+void FileTableView::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTableView::initViewItemOption(option);
+    for (const auto ground : {QPalette::Base, QPalette::AlternateBase})
+        option->palette.setBrush(QPalette::Disabled, ground,
+                                 palette().brush(palette().currentColorGroup(), ground));
+}
+
 void FileTableView::selectionChanged(const QItemSelection& selected,
                                      const QItemSelection& deselected) {
     QTableView::selectionChanged(selected, deselected);

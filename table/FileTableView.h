@@ -80,6 +80,7 @@ protected:
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
     void updateGeometries() override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
 
 private:
     struct Place {

@@ -39,12 +39,15 @@ public:
             hovered = hovered || option->state & State_MouseOver;
         if (element == PE_PanelButtonTool)
             panels.push_back(option->state);
+        if (element == PE_PanelItemViewRow && !(option->state & State_Enabled))
+            lockedGrounds.push_back(option->palette.color(QPalette::AlternateBase));
         if (element == PE_IndicatorItemViewItemCheck && !givesGrounds)
             return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 
     mutable std::vector<State> panels;
+    mutable std::vector<QColor> lockedGrounds; ///< of the rows, under cells that are locked
     bool givesGrounds = true;
     mutable bool hovered = false; ///< a cell is drawn as if the pointer meant it
 };
@@ -94,6 +97,7 @@ private Q_SLOTS:
     void aSelectedRowIsSeenWithoutColour();
     void whatCanBeChosenHasAnArrow_data() { addPalettes(); }
     void whatCanBeChosenHasAnArrow();
+    void lockedCellsStandOnTheirRowsGround();
     void theTipNamesTheSizes();
     void aTextThatItsArrowCutsIsTold();
     void theGrooveOfABarIsSeen_data() { addPalettes(); }
@@ -348,6 +352,22 @@ void TestTableLooks::whatCanBeChosenHasAnArrow() {
         w.f.model.reload();
         QCOMPARE(contrastIn(arrow(), 1), 1.0);
     }
+}
+
+void TestTableLooks::lockedCellsStandOnTheirRowsGround() {
+    QPalette palette = palettes::light();
+    palette.setColor(QPalette::Disabled, QPalette::AlternateBase, Qt::gray);
+    QApplication::setPalette(palette);
+    TableWindow w(2);
+    auto* const style = new NotingStyle(QStringLiteral("Fusion"));
+    style->setParent(&w.view);
+    w.view.setStyle(style);
+    w.f.state.isConversionRunning = true;
+    w.f.model.reload();
+    (void)w.view.viewport()->grab();
+    QVERIFY(style->lockedGrounds.size() >= 4); // size and quality of both
+    for (const QColor& ground : style->lockedGrounds)
+        QCOMPARE(ground, palette.color(QPalette::Active, QPalette::AlternateBase));
 }
 
 void TestTableLooks::theTipNamesTheSizes() {

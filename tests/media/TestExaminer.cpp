@@ -91,7 +91,7 @@ void TestExaminer::asManyAtOnce() {
     for (qsizetype over = 0; over < names.size(); ++over) {
         const qsizetype expected = qMin(over + atOnce, names.size());
         QTRY_VERIFY(scene.isSeen(names[expected - 1]));
-        QCOMPARE(scene.starts(), expected);
+        QTRY_COMPARE(scene.starts(), expected); // those that begin together say so in any order
         QTRY_COMPARE(scene.processes.liveCount(), int(expected - over));
         scene.letGo(names[over]);
         QTRY_VERIFY(all[size_t(over)]->isSecondOver());
@@ -166,7 +166,8 @@ void TestExaminer::endsWithTheExaminer() {
         QTRY_VERIFY(scene.isSeen(a));
     }
     QTRY_COMPARE(scene.processes.liveCount(), 0);
-    QCOMPARE(workers.runningCount(), 0);
+    // It has done its work when the examiner goes, and is a moment yet on its way out.
+    QTRY_COMPARE(workers.runningCount(), 0);
     QVERIFY(!scene.isSeen(b));
     // To let go of it afterwards does no harm.
     running.reset();
